@@ -1,0 +1,15 @@
+// Export macro: the only place outside platform/win32 and platform/posix that asks for the system.
+#pragma once
+
+#if defined(_WIN32)
+#if defined(ZTOK_BUDOWA)
+#define ZTOK_API __declspec(dllexport)
+#else
+#define ZTOK_API __declspec(dllimport)
+#endif
+// One copy in every module that uses it, never shared between modules.
+#define ZTOK_LOKALNE
+#else
+#define ZTOK_API __attribute__((visibility("default")))
+#define ZTOK_LOKALNE __attribute__((visibility("hidden")))
+#endif

@@ -1,0 +1,92 @@
+// Root of everything that has a class name: objects of the model, streams, components, counted objects.
+#pragma once
+
+#include <cstddef>
+#include <utility>
+
+#include "ztok/platform/TKlasa.h"
+
+namespace ztok {
+
+// The class reference of a type, as a function whose address is a constant in every module.
+template <class T> const TKlasa* KlasaTypu() noexcept { return T::KlasaStatyczna(); }
+
+class ZTOK_API TObiektOgolny {
+  public:
+    static constexpr std::uint32_t CechyKlasy = 0;
+
+    TObiektOgolny(const TObiektOgolny&) = delete;
+    TObiektOgolny& operator=(const TObiektOgolny&) = delete;
+    virtual ~TObiektOgolny();
+
+    static const TKlasa* KlasaStatyczna() noexcept;
+    // The class of this object: its most derived one.
+    [[nodiscard]] virtual const TKlasa* Klasa() const noexcept;
+    // Name of that class.
+    [[nodiscard]] std::u16string_view NazwaKlasy() const noexcept { return Klasa()->nazwa; }
+    // Whether the object is of the class or of one derived from it (by name, see KlasaADziedziczyPoB).
+    [[nodiscard]] bool JestKlasy(const TKlasa* klasa) const noexcept;
+
+  protected:
+    TObiektOgolny() noexcept = default;
+
+    // Memory comes from the pool; `new` and `delete` are for Utworz and Zwolnij alone.
+    static void* operator new(std::size_t rozmiar);
+    static void operator delete(void* blok, std::size_t rozmiar) noexcept;
+
+    // Runs the documented steps at the end of life while the object still has its full type: every one of them, even
+    // when one fails. Raises the first error, after all steps. Calls of Zwolnij only; a second call does nothing.
+    virtual void WykonajDestrukcje();
+
+  private:
+    friend struct TPrzydzial;
+};
+
+// The one place that may say `new` and `delete` for objects with a class.
+struct TPrzydzial {
+    template <class T, class... A> static T* Nowy(A&&... argumenty) { return new T(std::forward<A>(argumenty)...); }
+    static void Usun(TObiektOgolny* obiekt) noexcept { delete obiekt; }
+    static void Zakoncz(TObiektOgolny& obiekt) { obiekt.WykonajDestrukcje(); }
+};
+
+// Ends the life of an object made by Utworz: its steps run, its memory is freed, and only then the first error that a
+// step raised is raised. Null is nothing. Deep trees are freed without deep recursion.
+ZTOK_API void Zwolnij(TObiektOgolny* obiekt);
+// The same for unwinding and smart pointers: an error goes to the user notice instead of the caller.
+ZTOK_API void ZwolnijCicho(TObiektOgolny* obiekt) noexcept;
+
+// Owner of an object made by Utworz.
+template <class T> class TWlasny {
+  public:
+    constexpr TWlasny() noexcept = default;
+    constexpr TWlasny(std::nullptr_t) noexcept {}
+    explicit TWlasny(T* obiekt) noexcept : obiekt_(obiekt) {}
+    TWlasny(TWlasny&& inny) noexcept : obiekt_(inny.Oddaj()) {}
+    template <class U>
+        requires requires(U* u) { static_cast<T*>(u); }
+    TWlasny(TWlasny<U>&& inny) noexcept : obiekt_(inny.Oddaj()) {}
+    TWlasny(const TWlasny&) = delete;
+    TWlasny& operator=(const TWlasny&) = delete;
+    TWlasny& operator=(TWlasny&& inny) noexcept {
+        Ustaw(inny.Oddaj());
+        return *this;
+    }
+    ~TWlasny() { ZwolnijCicho(obiekt_); }
+
+    [[nodiscard]] T* get() const noexcept { return obiekt_; }
+    T* operator->() const noexcept { return obiekt_; }
+    T& operator*() const noexcept { return *obiekt_; }
+    explicit operator bool() const noexcept { return obiekt_ != nullptr; }
+    // Hands the object over to the caller.
+    [[nodiscard]] T* Oddaj() noexcept { return std::exchange(obiekt_, nullptr); }
+    // Frees the object held and takes the given one.
+    void Ustaw(T* obiekt = nullptr) noexcept {
+        if (obiekt != obiekt_)
+            ZwolnijCicho(std::exchange(obiekt_, obiekt));
+    }
+
+  private:
+    T* obiekt_ = nullptr;
+};
+
+} // namespace ztok

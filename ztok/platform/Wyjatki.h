@@ -1,0 +1,50 @@
+// Exceptions: the root class and those of the platform layer.
+#pragma once
+
+#include <exception>
+#include <string_view>
+
+#include "ztok/platform/Eksport.h"
+
+namespace ztok {
+
+// Root of every exception of the library. The message is UTF-16; what() gives it in UTF-8. Copies share the message,
+// so copying cannot throw.
+class ZTOK_API EWyjatek : public std::exception {
+  public:
+    explicit EWyjatek(std::u16string_view komunikat);
+    EWyjatek(const EWyjatek& inny) noexcept;
+    EWyjatek& operator=(const EWyjatek& inny) noexcept;
+    ~EWyjatek() override;
+
+    [[nodiscard]] std::u16string_view Komunikat() const noexcept;
+    [[nodiscard]] const char* what() const noexcept override;
+    // Replaces the message, to add context before the exception is raised again with `throw;`.
+    void ZmienKomunikat(std::u16string_view komunikat);
+
+  private:
+    struct TTresc;
+    TTresc* tresc_;
+};
+
+// Declares an exception class with a key function, so that it is one class in all modules.
+#define ZTOK_WYJATEK(Nazwa, Baza)                                                                                      \
+    class ZTOK_API Nazwa : public Baza {                                                                               \
+      public:                                                                                                          \
+        using Baza::Baza;                                                                                              \
+        Nazwa(const Nazwa&) noexcept;                                                                                  \
+        Nazwa& operator=(const Nazwa&) noexcept;                                                                       \
+        ~Nazwa() override;                                                                                             \
+    }
+
+ZTOK_WYJATEK(EBladKonwersji, EWyjatek);        // text or variant that does not convert
+ZTOK_WYJATEK(EBladWariantu, EBladKonwersji);   // variant conversion: wrong type or out of range
+ZTOK_WYJATEK(EBladOdczytu, EWyjatek);          // stream: fewer bytes than asked
+ZTOK_WYJATEK(EBladZapisu, EWyjatek);           // stream: fewer bytes written than asked
+ZTOK_WYJATEK(EBladRzutowania, EWyjatek);       // an object is not of the class that it must be
+ZTOK_WYJATEK(EBladAbstrakcyjny, EWyjatek);     // call of an operation that the class does not supply
+ZTOK_WYJATEK(EBladSystemu, EWyjatek);          // the operating system refused
+ZTOK_WYJATEK(EBladAsercji, EWyjatek);          // a condition of the library's own does not hold
+ZTOK_WYJATEK(EBladFormatu, EBladKonwersji);    // format string and its arguments do not fit
+
+} // namespace ztok
