@@ -32,8 +32,38 @@ enum ECechyKlasy : std::uint32_t {
     ckListaRef = 1U << 8U,          // TListaRefObiektow
     ckPoleWsk = 1U << 9U,           // TPoleWskObiektu
     ckPoleRef = 1U << 10U,          // TPoleRefObiektu
-    ckZwyklaDestrukcja = 1U << 11U, // nothing happens at the end of life but the C++ destructor
-    ckParametr = 1U << 12U,         // parameter object: counted
+    ckParametr = 1U << 11U,         // parameter object: counted
+    ckPoleTekstowe = 1U << 12U,     // a field whose value is text
+
+    // Which hooks a class of its own replaces; found by the compiler for each class (DeklaracjaKlasy.h), so that
+    // classes that replace none pay for none.
+    ckWlasnaDestrukcja = 1U << 16U,  // WykonajDestrukcje: otherwise nothing happens but the C++ destructor
+    ckWlasnaBlokada = 1U << 17U,     // ZablokujObiekt, OdblokujObiekt
+    ckWlasneZapisywane = 1U << 18U,  // PoleZapisywane
+    ckWlasneTypyPol = 1U << 19U,     // TypPolaNr
+    ckWlasneUtworzono = 1U << 20U,   // UtworzonoPole
+    ckWlasneNiepuste = 1U << 21U,    // PoleNiepuste of an object with fields
+};
+
+// Codes of the field classes whose value the typed accessors reach without a virtual call. A class derived from one of
+// them keeps its code.
+enum EKodPola : std::uint8_t {
+    kpInne = 0,
+    kpBoolean,
+    kpByte,
+    kpSmallint,
+    kpWord,
+    kpInteger,
+    kpCardinal,
+    kpInt64,
+    kpDouble,
+    kpDateTime,
+    kpDate,
+    kpTime,
+    kpString,
+    kpRawByteString,
+    kpWideString,
+    kpWskObiektu,
 };
 
 // One module (program, DLL, shared object) that declares classes. Its destructor, which runs when the module is
@@ -54,8 +84,7 @@ ZTOK_LOKALNE inline TModul& ModulBiezacy() noexcept {
 
 // The mutable part of a class reference.
 struct TStanKlasy {
-    TModul* modul = nullptr;                          // the module that declares the class
-    std::atomic<std::uint32_t> numer{0};              // class number, 0 until the library meets the class
+    std::atomic<std::uint32_t> numer{0};                // class number, 0 until the library meets the class
     std::atomic<const TMigawkaOpisu*> migawka{nullptr}; // descriptor found last, with the kernel it belongs to
 };
 
@@ -73,9 +102,11 @@ struct TKlasa {
     const TKlasa* (*przodek)() noexcept;                // null for the root
     TObiektOgolny* (*utworz)(TObiektBazowy* wlasciciel); // virtual constructor; null for an abstract class
     std::uint32_t cechy;                                // ECechyKlasy
+    std::uint8_t kodPola;                               // EKodPola
     std::span<const TWierszPola> (*pola)() noexcept;    // the class's own rows, without its ancestors'; may be null
     std::span<const TWierszInterfejsu> (*interfejsy)() noexcept; // own rows; may be null
     const TKlasa* (*typObiektow)();                     // item class of a list of one item class; null elsewhere
+    TModul& (*modul)() noexcept;                        // the module that declares the class
     TStanKlasy* stan;
 
     [[nodiscard]] const TKlasa* Przodek() const noexcept { return przodek == nullptr ? nullptr : przodek(); }

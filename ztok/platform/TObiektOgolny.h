@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstddef>
+#include <type_traits>
 #include <utility>
 
 #include "ztok/platform/TKlasa.h"
 
 namespace ztok {
+
+class TObiekt;
 
 // The class reference of a type, as a function whose address is a constant in every module.
 template <class T> const TKlasa* KlasaTypu() noexcept { return T::KlasaStatyczna(); }
@@ -14,6 +17,7 @@ template <class T> const TKlasa* KlasaTypu() noexcept { return T::KlasaStatyczna
 class ZTOK_API TObiektOgolny {
   public:
     static constexpr std::uint32_t CechyKlasy = 0;
+    static constexpr std::uint8_t KodPola = kpInne;
 
     TObiektOgolny(const TObiektOgolny&) = delete;
     TObiektOgolny& operator=(const TObiektOgolny&) = delete;
@@ -25,7 +29,11 @@ class ZTOK_API TObiektOgolny {
     // Name of that class.
     [[nodiscard]] std::u16string_view NazwaKlasy() const noexcept { return Klasa()->nazwa; }
     // Whether the object is of the class or of one derived from it (by name, see KlasaADziedziczyPoB).
-    [[nodiscard]] bool JestKlasy(const TKlasa* klasa) const noexcept;
+    [[nodiscard]] bool JestKlasy(const TKlasa* klasa) const noexcept { return KlasaADziedziczyPoB(Klasa(), klasa); }
+
+    // Which hooks class T replaces (ck...Wlasn...): the type of a member that T inherits names the class it comes from.
+    // A hook that cannot be seen from here counts as replaced.
+    template <class T> [[nodiscard]] static constexpr std::uint32_t CechyWlasne() noexcept;
 
   protected:
     TObiektOgolny() noexcept = default;
@@ -37,6 +45,8 @@ class ZTOK_API TObiektOgolny {
     // Runs the documented steps at the end of life while the object still has its full type: every one of them, even
     // when one fails. Raises the first error, after all steps. Calls of Zwolnij only; a second call does nothing.
     virtual void WykonajDestrukcje();
+    // The owner dies before this object does: forgets it.
+    virtual void Odlacz() noexcept;
 
   private:
     friend struct TPrzydzial;
@@ -47,7 +57,41 @@ struct TPrzydzial {
     template <class T, class... A> static T* Nowy(A&&... argumenty) { return new T(std::forward<A>(argumenty)...); }
     static void Usun(TObiektOgolny* obiekt) noexcept { delete obiekt; }
     static void Zakoncz(TObiektOgolny& obiekt) { obiekt.WykonajDestrukcje(); }
+    static void Odlacz(TObiektOgolny& obiekt) noexcept { obiekt.Odlacz(); }
+    template <class T> static void PoUtworzeniu(T& obiekt, std::uint32_t cechy) { obiekt.PoUtworzeniu(cechy); }
 };
+
+template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept {
+    std::uint32_t cechy = 0;
+    if constexpr (!requires { requires std::is_same_v<decltype(&T::WykonajDestrukcje), void (TObiektOgolny::*)()>; })
+        cechy |= ckWlasnaDestrukcja;
+    if constexpr ((T::CechyKlasy & ckObiektBazowy) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::ZablokujObiekt), void (TObiektBazowy::*)() const>;
+                          requires std::is_same_v<decltype(&T::OdblokujObiekt), void (TObiektBazowy::*)() const>;
+                      })
+            cechy |= ckWlasnaBlokada;
+    }
+    if constexpr ((T::CechyKlasy & ckObiekt) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::PoleZapisywane), bool (TObiekt::*)(int) const>;
+                      })
+            cechy |= ckWlasneZapisywane;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::TypPolaNr), const TKlasa* (TObiekt::*)(int) const>;
+                      })
+            cechy |= ckWlasneTypyPol;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::UtworzonoPole), void (TObiekt::*)(int)>;
+                      })
+            cechy |= ckWlasneUtworzono;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>;
+                      })
+            cechy |= ckWlasneNiepuste;
+    }
+    return cechy;
+}
 
 // Ends the life of an object made by Utworz: its steps run, its memory is freed, and only then the first error that a
 // step raised is raised. Null is nothing. Deep trees are freed without deep recursion.

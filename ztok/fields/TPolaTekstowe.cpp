@@ -1,0 +1,164 @@
+#include "ztok/fields/TPolaTekstowe.h"
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/TWariant.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TPoleString, TPole)
+ZTOK_KLASA_DEF(TPoleCDATA, TPoleString)
+ZTOK_KLASA_DEF(TPoleFileName, TPoleString)
+ZTOK_KLASA_DEF(TPoleRawByteString, TPole)
+ZTOK_KLASA_DEF(TPoleWideString, TPole)
+
+namespace {
+
+std::u16string WgMaskiTekstu(std::u16string_view maska, std::u16string tekst, const TUstawieniaFormatu* ustawienia) {
+    return maska.empty() ? tekst : Formatuj(maska, {std::move(tekst)}, ustawienia);
+}
+
+} // namespace
+
+TPoleString::~TPoleString() = default;
+
+TWariant TPoleString::GetJakoVariant() const { return TWariant(tekst_); }
+
+void TPoleString::SetJakoVariant(const TWariant& wartosc) { tekst_ = wartosc.JakoTekst16(); }
+
+std::u16string TPoleString::GetJakoString() const { return tekst_; }
+
+void TPoleString::SetJakoString(std::u16string_view tekst) { tekst_ = tekst; }
+
+void TPoleString::ZerujDane() { tekst_.clear(); }
+
+std::u16string TPoleString::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
+    return WgMaskiTekstu(maska, tekst_, ustawienia);
+}
+
+void TPoleString::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
+    SprawdzKlase(zrodlo, KlasaStatyczna());
+    TPole::KopiujDane(zrodlo, kopier);
+    tekst_ = static_cast<const TPoleString&>(zrodlo).tekst_;
+}
+
+std::int32_t TPoleString::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
+    SprawdzKlase(inne, KlasaStatyczna());
+    const std::u16string& drugi = static_cast<const TPoleString&>(inne).tekst_;
+    if (porownywacz == nullptr)
+        return PorownajTeksty(tekst_, drugi, rlRozmLiterNiewazny, DefZTOKLocaleID);
+    return PorownajTeksty(tekst_, drugi, porownywacz->RozmLiter, porownywacz->LocaleID);
+}
+
+std::int32_t TPoleString::PorownajZCecha(const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                         std::uint32_t localeID) const {
+    if (cecha.Tag() == TTag::UnicodeString)
+        return PorownajTeksty(cecha.Tekst(), tekst_, rozmLiter, localeID);
+    if (cecha.JestTekst8() || cecha.JestTekst16())
+        return PorownajTeksty(cecha.JakoTekst(), tekst_, rozmLiter, localeID);
+    return TPole::PorownajZCecha(cecha, rozmLiter, localeID);
+}
+
+void TPoleString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {
+    TZapisywaczDanych::ZapiszWideString(strumien, tekst_, zapisywacz);
+}
+
+void TPoleString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    TOdczytywaczDanych::WczytajWideString(strumien, tekst_, odczytywacz);
+}
+
+TPoleRawByteString::~TPoleRawByteString() = default;
+
+TWariant TPoleRawByteString::GetJakoVariant() const { return TWariant::AnsiString(bajty_); }
+
+void TPoleRawByteString::SetJakoVariant(const TWariant& wartosc) { bajty_ = wartosc.JakoTekst8(); }
+
+std::u16string TPoleRawByteString::GetJakoString() const { return ZeStronyKodowej(bajty_, DefStronaKodowa); }
+
+void TPoleRawByteString::SetJakoString(std::u16string_view tekst) { bajty_ = NaStroneKodowa(tekst, DefStronaKodowa); }
+
+std::string TPoleRawByteString::GetJakoZTAnsiString() const { return bajty_; }
+
+void TPoleRawByteString::SetJakoZTAnsiString(std::string_view bajty) { bajty_ = bajty; }
+
+void TPoleRawByteString::ZerujDane() { bajty_.clear(); }
+
+std::u16string TPoleRawByteString::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
+    return WgMaskiTekstu(maska, GetJakoString(), ustawienia);
+}
+
+void TPoleRawByteString::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
+    SprawdzKlase(zrodlo, KlasaStatyczna());
+    TPole::KopiujDane(zrodlo, kopier);
+    bajty_ = static_cast<const TPoleRawByteString&>(zrodlo).bajty_;
+}
+
+std::int32_t TPoleRawByteString::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
+    SprawdzKlase(inne, KlasaStatyczna());
+    const std::string& drugie = static_cast<const TPoleRawByteString&>(inne).bajty_;
+    if (porownywacz != nullptr && porownywacz->RozmLiter == rlRozmLiterWazny)
+        return CompareStrSgn(bajty_, drugie);
+    return CompareTxtSgn(bajty_, drugie);
+}
+
+void TPoleRawByteString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* /*zapisywacz*/) const {
+    TZapisywaczDanych::ZapiszAnsiString(strumien, bajty_);
+}
+
+void TPoleRawByteString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    TOdczytywaczDanych::WczytajAnsiString(strumien, bajty_, odczytywacz);
+}
+
+TPoleWideString::~TPoleWideString() = default;
+
+TWariant TPoleWideString::GetJakoVariant() const { return TWariant::WideString(tekst_); }
+
+void TPoleWideString::SetJakoVariant(const TWariant& wartosc) { tekst_ = wartosc.JakoTekst16(); }
+
+std::u16string TPoleWideString::GetJakoString() const { return PolskiWide(Utf8ZUtf16(tekst_)); }
+
+void TPoleWideString::SetJakoString(std::u16string_view tekst) { tekst_ = Utf16ZUtf8(PolskiAnsi(tekst)); }
+
+void TPoleWideString::ZerujDane() { tekst_.clear(); }
+
+std::u16string TPoleWideString::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
+    return WgMaskiTekstu(maska, GetJakoString(), ustawienia);
+}
+
+void TPoleWideString::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
+    SprawdzKlase(zrodlo, KlasaStatyczna());
+    TPole::KopiujDane(zrodlo, kopier);
+    tekst_ = static_cast<const TPoleWideString&>(zrodlo).tekst_;
+}
+
+std::int32_t TPoleWideString::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
+    SprawdzKlase(inne, KlasaStatyczna());
+    const std::u16string& drugi = static_cast<const TPoleWideString&>(inne).tekst_;
+    if (porownywacz == nullptr)
+        return CompareTxtSgn(tekst_, drugi);
+    return PorownajTekstySzerokie(tekst_, drugi, porownywacz->RozmLiter, porownywacz->LocaleID);
+}
+
+std::int32_t TPoleWideString::PorownajZCecha(const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                             std::uint32_t localeID) const {
+    if (cecha.JestTekst8() || cecha.JestTekst16())
+        return PorownajTekstySzerokie(cecha.JakoTekst(), tekst_, rozmLiter, localeID);
+    return TPole::PorownajZCecha(cecha, rozmLiter, localeID);
+}
+
+void TPoleWideString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* /*zapisywacz*/) const {
+    TZapisywaczDanych::ZapiszWideString(strumien, tekst_, nullptr);
+}
+
+void TPoleWideString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    TOdczytywaczDanych::WczytajUtf8(strumien, tekst_, odczytywacz);
+}
+
+} // namespace ztok

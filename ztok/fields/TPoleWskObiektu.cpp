@@ -1,0 +1,118 @@
+#include "ztok/fields/TPoleWskObiektu.h"
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/TObiektBazowy.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/LiczbyTekst.h"
+#include "ztok/platform/TStrumien.h"
+#include "ztok/platform/TWariant.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TPoleWskObiektu, TPole)
+ZTOK_KLASA_DEF(TPoleRefObiektu, TPoleWskObiektu)
+ZTOK_KLASA_DEF(TPoleRefZeZdarz, TPoleRefObiektu)
+
+TPoleWskObiektu::~TPoleWskObiektu() = default;
+
+void TPoleWskObiektu::WykonajDestrukcje() {
+    TOdczytywaczDanych::Zapomnij(*this);
+    ZerujDane();
+}
+
+void TPoleWskObiektu::UstawObiekt(TObiektBazowy* obiekt) { obiekt_ = obiekt; }
+
+TWariant TPoleWskObiektu::GetJakoVariant() const {
+    const auto adres = reinterpret_cast<std::intptr_t>(obiekt_);
+    if constexpr (sizeof(void*) == 4)
+        return TWariant(static_cast<std::int32_t>(adres));
+    else
+        return TWariant(static_cast<std::int64_t>(adres));
+}
+
+void TPoleWskObiektu::SetJakoVariant(const TWariant& wartosc) {
+    obiekt_ = reinterpret_cast<TObiektBazowy*>(static_cast<std::intptr_t>(wartosc.JakoInt64()));
+}
+
+std::u16string TPoleWskObiektu::GetJakoString() const {
+    return Int64NaTekst(static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(obiekt_)));
+}
+
+void TPoleWskObiektu::SetJakoString(std::u16string_view tekst) {
+    obiekt_ = reinterpret_cast<TObiektBazowy*>(static_cast<std::intptr_t>(TekstNaInt64(tekst)));
+}
+
+void TPoleWskObiektu::ZerujDane() { obiekt_ = nullptr; }
+
+std::u16string TPoleWskObiektu::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
+    return obiekt_ == nullptr ? std::u16string() : obiekt_->WartWgMaski(maska, ustawienia);
+}
+
+void TPoleWskObiektu::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
+    SprawdzKlase(zrodlo, TPoleWskObiektu::KlasaStatyczna());
+    TPole::KopiujDane(zrodlo, kopier);
+    UstawObiekt(static_cast<const TPoleWskObiektu&>(zrodlo).obiekt_);
+}
+
+std::int32_t TPoleWskObiektu::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
+    if (&inne == this)
+        return 0;
+    SprawdzKlase(inne, TPoleWskObiektu::KlasaStatyczna());
+    const TObiektBazowy* drugi = static_cast<const TPoleWskObiektu&>(inne).obiekt_;
+    if (obiekt_ == nullptr || drugi == nullptr)
+        return static_cast<int>(obiekt_ != nullptr) - static_cast<int>(drugi != nullptr);
+    if (porownywacz != nullptr && porownywacz->RefJakoSciezki)
+        return CompareStrSgn(obiekt_->DajSciezkeDoSiebie(porownywacz->ObiektCo),
+                             drugi->DajSciezkeDoSiebie(porownywacz->ObiektZCzym));
+    return obiekt_ == drugi ? 0 : obiekt_->Porownaj(*drugi, porownywacz);
+}
+
+void TPoleWskObiektu::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {
+    std::int32_t gdzie = -1;
+    if (zapisywacz != nullptr && zapisywacz->JestObiekt(obiekt_, gdzie))
+        TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(gdzie) + 1);
+}
+
+void TPoleWskObiektu::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
+    UstawObiekt(nullptr);
+    if (odczytywacz != nullptr)
+        odczytywacz->OdczytywanoPole(*this);
+    const std::uint32_t numer = TOdczytywaczDanych::WczytajLicznik31(strumien);
+    if (odczytywacz != nullptr)
+        odczytywacz->NumerPola(*this, numer);
+}
+
+TPoleRefObiektu::~TPoleRefObiektu() = default;
+
+void TPoleRefObiektu::UstawObiekt(TObiektBazowy* obiekt) {
+    if (obiekt == obiekt_)
+        return;
+    if (obiekt != nullptr)
+        obiekt->DodajRefOd(this); // the only step that can fail comes first
+    if (obiekt_ != nullptr)
+        obiekt_->ZwolnijRefOd(this);
+    obiekt_ = obiekt;
+}
+
+void TPoleRefObiektu::ZerujRefDo(TObiektBazowy* cel) {
+    if (obiekt_ == cel)
+        obiekt_ = nullptr;
+}
+
+void TPoleRefObiektu::ZerujDane() { TPoleRefObiektu::UstawObiekt(nullptr); }
+
+void TPoleRefObiektu::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
+    TPoleWskObiektu::KopiujDane(zrodlo, kopier);
+}
+
+TPoleRefZeZdarz::~TPoleRefZeZdarz() = default;
+
+void TPoleRefZeZdarz::ZerujRefDo(TObiektBazowy* cel) {
+    if (obiekt_ == cel && OnZerujRefDo)
+        OnZerujRefDo.funkcja(OnZerujRefDo.dane, *this);
+    TPoleRefObiektu::ZerujRefDo(cel);
+}
+
+} // namespace ztok

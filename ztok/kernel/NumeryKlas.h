@@ -1,0 +1,24 @@
+// Class numbers: one 32-bit number a class name, by which data refer to a class whatever module holds it.
+#pragma once
+
+#include <cstdint>
+
+#include "ztok/platform/TKlasa.h"
+
+namespace ztok {
+
+struct TMigawkaOpisu;
+
+// The number of the class's name; 0 for null. The library remembers the class until its module is unloaded. Thread-safe.
+[[nodiscard]] ZTOK_API std::uint32_t NumerKlasy(const TKlasa* klasa);
+// The loaded class of that number; null when no module holds one. Thread-safe.
+[[nodiscard]] ZTOK_API const TKlasa* KlasaONumerze(std::uint32_t numer) noexcept;
+// The loaded class of that exact name; null when the library has met none. Thread-safe.
+[[nodiscard]] const TKlasa* KlasaONazwie(std::u16string_view nazwa) noexcept;
+
+// Keeps a snapshot for as long as the library is loaded and makes it the class's current one.
+void ZachowajMigawke(const TKlasa* klasa, const TMigawkaOpisu* migawka);
+// Forgets every snapshot and frees them; no other thread may use the model then.
+void ZwolnijMigawki() noexcept;
+
+} // namespace ztok

@@ -1,0 +1,408 @@
+#include "ztok/kernel/TObiekt.h"
+
+#include <cstring>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/Pula.h"
+#include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/platform/TWariant.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TObiekt, TObiektBazowy)
+
+TObiekt::~TObiekt() { DokonczZycie(); }
+
+// --- metadata
+
+const TMigawkaOpisu& TObiekt::Migawka() const {
+    const TKlasa* klasa = Klasa();
+    TJadroKlas* jadro = JadroKlas();
+    const TMigawkaOpisu* migawka = klasa->stan->migawka.load(std::memory_order_acquire);
+    if (migawka != nullptr && migawka->numerJadra == jadro->Numer()) [[likely]]
+        return *migawka;
+    return jadro->UtworzMigawke(klasa);
+}
+
+const TKlasa* TObiekt::TypPolaNr(int nrPola) const {
+    const TMigawkaOpisu& migawka = Migawka();
+    return nrPola >= 0 && nrPola < migawka.ilePol ? migawka.pola[nrPola].klasa : nullptr;
+}
+
+int TObiekt::RozmPolaNr(int nrPola) const { return nrPola == CalyObiekt ? Migawka().ilePol : 0; }
+
+std::u16string TObiekt::NazwaPolaNr(int nrPola) const {
+    if (nrPola == CalyObiekt)
+        return std::u16string(NazwaKlasy().substr(1));
+    const TMigawkaOpisu& migawka = Migawka();
+    if (nrPola < 0 || nrPola >= migawka.ilePol)
+        return {};
+    const TWlasciwosc* wlasciwosc = migawka.opis->GetListaWlasciwosci()->GetWlasciwosc(nrPola);
+    return wlasciwosc == nullptr ? std::u16string() : wlasciwosc->GetNazwa();
+}
+
+int TObiekt::NrPolaONazwie(std::u16string_view nazwa) const {
+    int nr = -1;
+    if (const TListaWlasciwosci* lista = Migawka().opis->GetListaWlasciwosci(); lista != nullptr)
+        lista->JestPoleONazwie(nazwa, nr);
+    return nr;
+}
+
+std::u16string TObiekt::AliasXMLPolaNr(int nrPola) const { return NazwaPolaNr(nrPola); }
+
+bool TObiekt::PoleZapisywane(int nrPola) const {
+    const TMigawkaOpisu& migawka = Migawka();
+    if (!migawka.saPredykaty || nrPola < 0 || nrPola >= migawka.ilePol)
+        return true;
+    const TWierszPola* wiersz = migawka.pola[nrPola].wiersz;
+    return wiersz == nullptr || wiersz->zapisywane == nullptr || wiersz->zapisywane(*this);
+}
+
+bool TObiekt::PoleByloTekstowe(int /*nrPola*/) const { return false; }
+void TObiekt::UtworzonoPole(int /*nrPola*/) {}
+void TObiekt::SetBylyZmiany(int /*nrPola*/) {}
+
+std::u16string TObiekt::NazwaEdycjiPolaNr(int nrPola) const {
+    return JadroKlas()->NazwaPolaNaEkran(NazwaPolaNr(nrPola));
+}
+
+int TObiekt::OstPoleWspolPrzodka(const TKlasa* inna) const {
+    // The deepest ancestor of this class that the other class has too, as far as the chains agree from the root.
+    const TKlasa* wspolna = Klasa();
+    while (wspolna != nullptr && !KlasaADziedziczyPoB(inna, wspolna))
+        wspolna = wspolna->Przodek();
+    if (wspolna == nullptr || !wspolna->Ma(ckObiekt))
+        return -1;
+    if (wspolna == Klasa())
+        return RozmPolaNr(CalyObiekt);
+    const TListaWlasciwosci* lista = JadroKlas()->OpisKlasy(wspolna)->GetListaWlasciwosci();
+    return lista == nullptr ? 0 : lista->IleObiektow();
+}
+
+// --- storage
+
+std::uint8_t TObiekt::StanKlasy(const TKlasa& klasa) noexcept {
+    auto stan = static_cast<std::uint8_t>(klasa.kodPola << 4U);
+    if (klasa.Ma(ckObiektBazowy))
+        stan |= spObiekt;
+    if (klasa.Ma(ckWlasnaDestrukcja))
+        stan |= spDestrukcja;
+    return stan;
+}
+
+void TObiekt::ZrobMiejsceDlaPola(int nrPola) {
+    if (nrPola < ilePol_)
+        return;
+    if (nrPola >= pojPol_) {
+        int nowa = nrPola + 1;
+        // Room for all declared fields at once, if the descriptor is there already; asking for it here would build it
+        // while descriptors themselves are being built.
+        const TMigawkaOpisu* migawka = Klasa()->stan->migawka.load(std::memory_order_acquire);
+        if (migawka != nullptr && migawka->numerJadra == JadroKlas()->Numer() && migawka->ilePol > nowa)
+            nowa = migawka->ilePol;
+        const auto pola = static_cast<std::size_t>(nowa);
+        auto* blok = static_cast<TPole**>(PulaPrzydziel(pola * (sizeof(TPole*) + 1)));
+        auto* stany = reinterpret_cast<std::uint8_t*>(blok + nowa);
+        std::memset(static_cast<void*>(blok), 0, pola * (sizeof(TPole*) + 1));
+        if (FPola != nullptr) {
+            const auto stare = static_cast<std::size_t>(ilePol_);
+            std::memcpy(static_cast<void*>(blok), static_cast<const void*>(FPola), stare * sizeof(TPole*));
+            std::memcpy(stany, Stany(), stare);
+            PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
+        }
+        FPola = blok;
+        pojPol_ = nowa;
+    }
+    ilePol_ = nrPola + 1; // the positions up to here are null since the block was made
+}
+
+TPole& TObiekt::UtworzPole(int nrPola, const TKlasa* klasa) {
+    if (klasa->utworz == nullptr || !klasa->Ma(ckPole))
+        ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa->nazwa});
+    ZrobMiejsceDlaPola(nrPola);
+    auto* pole = static_cast<TPole*>(klasa->utworz(this));
+    FPola[nrPola] = pole;
+    std::uint8_t& stan = Stany()[nrPola];
+    stan = static_cast<std::uint8_t>((stan & spWartosc) | StanKlasy(*klasa));
+    UtworzonoPole(nrPola);
+    return *pole;
+}
+
+bool TObiekt::JestPole(int nrPola, const TKlasa* klasa, bool tworz) {
+    if (Pole(nrPola) != nullptr)
+        return true;
+    if (!tworz || nrPola < 0 || nrPola > 32767)
+        return false;
+    if (klasa == nullptr)
+        klasa = TypPolaNr(nrPola);
+    if (klasa == nullptr)
+        return false;
+    UtworzPole(nrPola, klasa);
+    return true;
+}
+
+TPole* TObiekt::DajPole(int nrPola) { return JestPole(nrPola, nullptr, true) ? FPola[nrPola] : nullptr; }
+
+void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
+    TWlasny<TPole> straznik(pole);
+    if (nrPola < 0 || nrPola > 32767)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    ZrobMiejsceDlaPola(nrPola);
+    TPole* poprzednie = FPola[nrPola];
+    FPola[nrPola] = straznik.Oddaj();
+    std::uint8_t& stan = Stany()[nrPola];
+    if (pole == nullptr) {
+        stan = 0;
+    } else {
+        const std::uint8_t stanKlasy = StanKlasy(*pole->Klasa());
+        if ((stanKlasy & spObiekt) != 0) {
+            static_cast<TObiektBazowy*>(pole)->PoWstawieniu(*this);
+            stan = static_cast<std::uint8_t>((stan & spWartosc) | stanKlasy);
+        } else {
+            stan = static_cast<std::uint8_t>(spWartosc | stanKlasy);
+        }
+    }
+    if (zwolnijPoprzednie && poprzednie != pole)
+        Zwolnij(poprzednie);
+}
+
+void TObiekt::ZwolnijPola(bool zachowajTablice) {
+    TPierwszyBlad blad;
+    for (int nr = ilePol_ - 1; nr >= 0; --nr) {
+        TPole* pole = FPola[nr];
+        FPola[nr] = nullptr;
+        if (!zachowajTablice)
+            ilePol_ = nr; // a field that looks at its owner meanwhile finds no freed neighbour
+        if (pole == nullptr)
+            continue;
+        if ((Stany()[nr] & spDestrukcja) == 0)
+            TPrzydzial::Usun(pole);
+        else
+            blad.Wykonaj([pole] { Zwolnij(pole); });
+    }
+    if (!zachowajTablice && FPola != nullptr && ilePol_ == 0) {
+        PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
+        FPola = nullptr;
+        pojPol_ = 0;
+    }
+    blad.Rzuc();
+}
+
+void TObiekt::ZerujDane() {
+    if (FPola == nullptr)
+        return;
+    const TBlokadaObiektu blokada(*this);
+    ZwolnijPola(false);
+}
+
+// --- whether fields hold values
+
+bool TObiekt::PoleNiepuste(int nrPola) const {
+    if (nrPola != CalyObiekt) {
+        const TPole* pole = Pole(nrPola);
+        if (pole == nullptr)
+            return false;
+        const std::uint8_t stan = Stany()[nrPola];
+        return (stan & spObiekt) != 0 ? static_cast<const TObiektBazowy*>(pole)->PoleNiepuste(CalyObiekt)
+                                      : (stan & spWartosc) != 0;
+    }
+    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if ((stany[nr] & (spWartosc | spObiekt)) == spWartosc && FPola[nr] != nullptr)
+            return true;
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr) {
+            // Only a chain of objects without any value of their own recurses further.
+            static thread_local TLicznikZagniezdzenia zagniezdzenie;
+            const TPoziom poziom(zagniezdzenie, *this);
+            if (static_cast<const TObiektBazowy*>(FPola[nr])->PoleNiepuste(CalyObiekt))
+                return true;
+        }
+    return false;
+}
+
+bool TObiekt::PoleDoZapisu(int nrPola) const {
+    if (nrPola != CalyObiekt)
+        return PoleNiepuste(nrPola) && PoleZapisywane(nrPola);
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if (FPola[nr] != nullptr && PoleDoZapisu(nr))
+            return true;
+    return false;
+}
+
+void TObiekt::UstawNiepuste(int nrPola, bool niepuste) {
+    if (nrPola == CalyObiekt) {
+        if (!niepuste)
+            ZerujDane();
+        return;
+    }
+    if (nrPola < 0 || nrPola >= ilePol_)
+        return;
+    std::uint8_t& stan = Stany()[nrPola];
+    if (niepuste) {
+        if ((stan & spObiekt) == 0)
+            stan |= spWartosc;
+    } else {
+        stan &= static_cast<std::uint8_t>(~spWartosc);
+        if (FPola[nrPola] != nullptr)
+            FPola[nrPola]->ZerujDane();
+    }
+}
+
+bool TObiekt::MaDefWartosc(int nrPola) const {
+    const TPole* pole = Pole(nrPola);
+    return pole == nullptr || pole->MaDefWartosc();
+}
+
+// --- typed access
+
+namespace {
+
+template <class P> bool JestPolem(const TPole& pole, std::uint8_t kod) {
+    if constexpr (P::KodPola != kpInne && P::CechyKlasy == (P::CechyKlasy & ~ckPoleRef))
+        return kod == P::KodPola;
+    else
+        return pole.JestKlasy(P::KlasaStatyczna());
+}
+
+} // namespace
+
+template <class P> P* TObiekt::PoleKlasy(int nrPola) const {
+    TPole* pole = Pole(nrPola);
+    if (pole == nullptr)
+        return nullptr;
+    if (!JestPolem<P>(*pole, static_cast<std::uint8_t>(Stany()[nrPola] >> 4U))) [[unlikely]]
+        ZglosZlyTyp(nrPola, *pole, P::KlasaStatyczna());
+    return static_cast<P*>(pole);
+}
+
+template <class P> P& TObiekt::PoleDoZapisuKlasy(int nrPola) {
+    if (P* pole = PoleKlasy<P>(nrPola); pole != nullptr) [[likely]]
+        return *pole;
+    if (!JestPole(nrPola, nullptr, true))
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    return *PoleKlasy<P>(nrPola);
+}
+
+void TObiekt::ZglosZlyTyp(int nrPola, const TPole& pole, const TKlasa* spodziewana) const {
+    throw EBladRzutowania(Formatuj(Komunikat(kmNiezgodnyTypPola),
+                                   {NazwaKlasy(), NazwaPolaNr(nrPola), pole.NazwaKlasy(), spodziewana->nazwa}));
+}
+
+template <class P> auto TObiekt::Czytaj(int nrPola) const {
+    using W = std::remove_cvref_t<decltype(std::declval<const P&>().Wartosc())>;
+    const TBlokadaObiektu blokada(*this);
+    const P* pole = PoleKlasy<P>(nrPola);
+    return pole == nullptr ? W{} : W(pole->Wartosc());
+}
+
+template <class P, class W> void TObiekt::Pisz(int nrPola, W wartosc) {
+    const TBlokadaObiektu blokada(*this);
+    PoleDoZapisuKlasy<P>(nrPola).UstawWartosc(wartosc);
+    UstawNiepuste(nrPola, true);
+    SetBylyZmiany(nrPola);
+}
+
+std::uint8_t TObiekt::GetPoleByte(int nrPola) const { return Czytaj<TPoleByte>(nrPola); }
+std::int16_t TObiekt::GetPoleSmallint(int nrPola) const { return Czytaj<TPoleSmallint>(nrPola); }
+std::uint16_t TObiekt::GetPoleWord(int nrPola) const { return Czytaj<TPoleWord>(nrPola); }
+std::int32_t TObiekt::GetPoleInteger(int nrPola) const { return Czytaj<TPoleInteger>(nrPola); }
+std::uint32_t TObiekt::GetPoleCardinal(int nrPola) const { return Czytaj<TPoleCardinal>(nrPola); }
+std::int64_t TObiekt::GetPoleInt64(int nrPola) const { return Czytaj<TPoleInt64>(nrPola); }
+double TObiekt::GetPoleDouble(int nrPola) const { return Czytaj<TPoleDouble>(nrPola); }
+bool TObiekt::GetPoleBoolean(int nrPola) const { return Czytaj<TPoleBoolean>(nrPola); }
+std::u16string TObiekt::GetPoleString(int nrPola) const { return Czytaj<TPoleString>(nrPola); }
+std::u16string TObiekt::GetPoleCDATA(int nrPola) const { return Czytaj<TPoleString>(nrPola); }
+std::string TObiekt::GetPoleRawByteString(int nrPola) const { return Czytaj<TPoleRawByteString>(nrPola); }
+std::u16string TObiekt::GetPoleWideString(int nrPola) const { return Czytaj<TPoleWideString>(nrPola); }
+
+void TObiekt::SetPoleByte(int nrPola, std::uint8_t wartosc) { Pisz<TPoleByte>(nrPola, wartosc); }
+void TObiekt::SetPoleSmallint(int nrPola, std::int16_t wartosc) { Pisz<TPoleSmallint>(nrPola, wartosc); }
+void TObiekt::SetPoleWord(int nrPola, std::uint16_t wartosc) { Pisz<TPoleWord>(nrPola, wartosc); }
+void TObiekt::SetPoleInteger(int nrPola, std::int32_t wartosc) { Pisz<TPoleInteger>(nrPola, wartosc); }
+void TObiekt::SetPoleCardinal(int nrPola, std::uint32_t wartosc) { Pisz<TPoleCardinal>(nrPola, wartosc); }
+void TObiekt::SetPoleInt64(int nrPola, std::int64_t wartosc) { Pisz<TPoleInt64>(nrPola, wartosc); }
+void TObiekt::SetPoleDouble(int nrPola, double wartosc) { Pisz<TPoleDouble>(nrPola, wartosc); }
+
+void TObiekt::SetPoleBoolean(int nrPola, TBajtLogiczny wartosc) {
+    if (wartosc.Bajt() > 1)
+        ZTErrorFmt(Komunikat(kmBlednaWartoscBoolean), {wartosc.Bajt()});
+    Pisz<TPoleBoolean>(nrPola, wartosc.Bajt());
+}
+
+void TObiekt::SetPoleString(int nrPola, std::u16string_view wartosc) {
+    if (!wartosc.empty()) {
+        Pisz<TPoleString>(nrPola, wartosc);
+        return;
+    }
+    const TBlokadaObiektu blokada(*this);
+    static_cast<void>(PoleKlasy<TPoleString>(nrPola));
+    UstawNiepuste(nrPola, false);
+    SetBylyZmiany(nrPola);
+}
+
+void TObiekt::SetPoleCDATA(int nrPola, std::u16string_view wartosc) { Pisz<TPoleString>(nrPola, wartosc); }
+void TObiekt::SetPoleRawByteString(int nrPola, std::string_view wartosc) {
+    Pisz<TPoleRawByteString>(nrPola, wartosc);
+}
+void TObiekt::SetPoleWideString(int nrPola, std::u16string_view wartosc) { Pisz<TPoleWideString>(nrPola, wartosc); }
+
+TObiektBazowy* TObiekt::GetPoleRefObiektu(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    const TPoleRefObiektu* pole = PoleKlasy<TPoleRefObiektu>(nrPola);
+    return pole == nullptr ? nullptr : pole->Obiekt();
+}
+
+TObiektBazowy* TObiekt::GetPoleWskObiektu(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    const TPoleWskObiektu* pole = PoleKlasy<TPoleWskObiektu>(nrPola);
+    return pole == nullptr ? nullptr : pole->Obiekt();
+}
+
+void TObiekt::SetPoleRefObiektu(int nrPola, TObiektBazowy* wartosc) {
+    const TBlokadaObiektu blokada(*this);
+    PoleDoZapisuKlasy<TPoleRefObiektu>(nrPola).UstawObiekt(wartosc);
+    UstawNiepuste(nrPola, true);
+    SetBylyZmiany(nrPola);
+}
+
+void TObiekt::SetPoleWskObiektu(int nrPola, TObiektBazowy* wartosc) {
+    const TBlokadaObiektu blokada(*this);
+    PoleDoZapisuKlasy<TPoleWskObiektu>(nrPola).UstawObiekt(wartosc);
+    UstawNiepuste(nrPola, true);
+    SetBylyZmiany(nrPola);
+}
+
+TWariant TObiekt::GetVariantowo(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    const TPole* pole = Pole(nrPola);
+    return pole == nullptr ? TWariant() : pole->GetJakoVariant();
+}
+
+void TObiekt::SetVariantowo(int nrPola, const TWariant& wartosc) {
+    const TBlokadaObiektu blokada(*this);
+    TPole* pole = DajPole(nrPola);
+    if (pole == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    pole->SetJakoVariant(wartosc);
+    UstawNiepuste(nrPola, true);
+    SetBylyZmiany(nrPola);
+}
+
+// Fields that a later part of the library brings.
+TPoleStrList* TObiekt::GetPoleStrList(int /*nrPola*/) const { BladAbstrakcyjny(u"GetPoleStrList"); }
+TPoleWideStrList* TObiekt::GetPoleWideStrList(int /*nrPola*/) const { BladAbstrakcyjny(u"GetPoleWideStrList"); }
+void TObiekt::SetPoleStrList(int /*nrPola*/, const TPoleStrList& /*wartosc*/) { BladAbstrakcyjny(u"SetPoleStrList"); }
+void TObiekt::SetPoleWideStrList(int /*nrPola*/, const TPoleWideStrList& /*wartosc*/) {
+    BladAbstrakcyjny(u"SetPoleWideStrList");
+}
+
+} // namespace ztok

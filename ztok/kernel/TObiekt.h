@@ -1,0 +1,172 @@
+// Object with numbered fields: what application classes derive from.
+#pragma once
+
+#include "ztok/fields/TPoleBoolean.h"
+#include "ztok/kernel/TObiektBazowy.h"
+#include "ztok/kernel/TWierszPola.h"
+
+namespace ztok {
+
+class TOpisKlasy;
+class TPoleStrList;
+class TPoleWideStrList;
+
+// Data stand in field objects, one a field number, made on first write and owned by the object. Field numbers are 0 to
+// 32767; -1 means the whole object. Readers give the kind's empty value for a field that was never written and create
+// nothing. A typed accessor raises EBladRzutowania when the field is of another class. Every typed accessor holds the
+// object's lock.
+class ZTOK_API TObiekt : public TObiektBazowy {
+    ZTOK_KLASA_DEKL(TObiekt)
+    static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckObiekt;
+
+    explicit TObiekt(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiektBazowy(wlasciciel) {}
+    ~TObiekt() override;
+
+    // Metadata, from the class's descriptor.
+    [[nodiscard]] virtual const TKlasa* TypPolaNr(int nrPola) const;   // null: not declared
+    [[nodiscard]] virtual int RozmPolaNr(int nrPola) const;            // -1: field count; else 0 = no size limit
+    [[nodiscard]] virtual std::u16string NazwaPolaNr(int nrPola) const; // -1: class name without its first character
+    [[nodiscard]] virtual int NrPolaONazwie(std::u16string_view nazwa) const; // -1: none; letter case is ignored
+    [[nodiscard]] virtual std::u16string AliasXMLPolaNr(int nrPola) const;
+    // Whether the class wants the field stored at all; a field that it refuses is transient.
+    [[nodiscard]] virtual bool PoleZapisywane(int nrPola) const;
+    [[nodiscard]] virtual bool PoleByloTekstowe(int nrPola) const;
+    // Hooks: after a field object was created; after every typed write.
+    virtual void UtworzonoPole(int nrPola);
+    virtual void SetBylyZmiany(int nrPola);
+    [[nodiscard]] std::u16string NazwaEdycjiPolaNr(int nrPola) const override;
+
+    // The highest position of the field array; -1 when it is empty.
+    [[nodiscard]] int OstUzywanePole() const noexcept { return ilePol_ - 1; }
+    // How many field numbers this class shares with the other; -1 when they have no common ancestor with fields.
+    [[nodiscard]] int OstPoleWspolPrzodka(const TKlasa* inna) const;
+
+    // Whether the field exists. With `tworz` a missing one is made, of the class given or else of the declared one;
+    // false for a number that is negative or that the class does not declare.
+    bool JestPole(int nrPola, const TKlasa* klasa, bool tworz);
+    [[nodiscard]] bool JestPole(int nrPola) const noexcept { return Pole(nrPola) != nullptr; }
+    // The field object, made if missing; null for a number that is negative or that the class does not declare.
+    TPole* DajPole(int nrPola);
+    // The field object, or null.
+    [[nodiscard]] TPole* Pole(int nrPola) const noexcept {
+        return nrPola >= 0 && nrPola < ilePol_ ? FPola[nrPola] : nullptr;
+    }
+    void ZrobMiejsceDlaPola(int nrPola);
+    // Installs a field object under a number; the object owns it from then on, also when the call raises.
+    void UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie);
+    [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
+    [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
+    void UstawNiepuste(int nrPola, bool niepuste) override;
+    [[nodiscard]] bool MaDefWartosc(int nrPola) const;
+    using TPole::MaDefWartosc;
+
+    [[nodiscard]] std::uint8_t GetPoleByte(int nrPola) const;
+    [[nodiscard]] std::int16_t GetPoleSmallint(int nrPola) const;
+    [[nodiscard]] std::uint16_t GetPoleWord(int nrPola) const;
+    [[nodiscard]] std::int32_t GetPoleInteger(int nrPola) const;
+    [[nodiscard]] std::uint32_t GetPoleCardinal(int nrPola) const;
+    [[nodiscard]] std::int64_t GetPoleInt64(int nrPola) const;
+    [[nodiscard]] double GetPoleDouble(int nrPola) const;
+    [[nodiscard]] double GetPoleDateTime(int nrPola) const;
+    [[nodiscard]] double GetPoleDate(int nrPola) const;
+    [[nodiscard]] double GetPoleTime(int nrPola) const;
+    [[nodiscard]] bool GetPoleBoolean(int nrPola) const;
+    [[nodiscard]] std::u16string GetPoleString(int nrPola) const;
+    [[nodiscard]] std::u16string GetPoleCDATA(int nrPola) const;
+    [[nodiscard]] std::string GetPoleRawByteString(int nrPola) const;
+    [[nodiscard]] std::u16string GetPoleWideString(int nrPola) const;
+    [[nodiscard]] TPoleStrList* GetPoleStrList(int nrPola) const;
+    [[nodiscard]] TPoleWideStrList* GetPoleWideStrList(int nrPola) const;
+    [[nodiscard]] TObiektBazowy* GetPoleRefObiektu(int nrPola) const;
+    [[nodiscard]] TObiektBazowy* GetPoleWskObiektu(int nrPola) const;
+    void SetPoleByte(int nrPola, std::uint8_t wartosc);
+    void SetPoleSmallint(int nrPola, std::int16_t wartosc);
+    void SetPoleWord(int nrPola, std::uint16_t wartosc);
+    void SetPoleInteger(int nrPola, std::int32_t wartosc);
+    void SetPoleCardinal(int nrPola, std::uint32_t wartosc);
+    void SetPoleInt64(int nrPola, std::int64_t wartosc);
+    void SetPoleDouble(int nrPola, double wartosc);
+    void SetPoleDateTime(int nrPola, double wartosc);
+    void SetPoleDate(int nrPola, double wartosc);
+    void SetPoleTime(int nrPola, double wartosc);
+    // ZTException for a byte other than 0 and 1, before anything is locked.
+    void SetPoleBoolean(int nrPola, TBajtLogiczny wartosc);
+    // An empty text clears the field and creates none.
+    void SetPoleString(int nrPola, std::u16string_view wartosc);
+    void SetPoleCDATA(int nrPola, std::u16string_view wartosc);
+    void SetPoleRawByteString(int nrPola, std::string_view wartosc);
+    void SetPoleWideString(int nrPola, std::u16string_view wartosc);
+    void SetPoleStrList(int nrPola, const TPoleStrList& wartosc);
+    void SetPoleWideStrList(int nrPola, const TPoleWideStrList& wartosc);
+    void SetPoleRefObiektu(int nrPola, TObiektBazowy* wartosc);
+    void SetPoleWskObiektu(int nrPola, TObiektBazowy* wartosc);
+    // Any field as a variant; empty for a field that was never written.
+    [[nodiscard]] TWariant GetVariantowo(int nrPola) const;
+    void SetVariantowo(int nrPola, const TWariant& wartosc);
+
+    // Writes values into the fields that the selectors name, by number or by path; both arrays are of one length. Stops
+    // at the first pair that fails (ZTException); the pairs before it stay written.
+    void WpiszDane(TArgumenty pola, TArgumenty wartosci);
+    void WpiszDane(std::initializer_list<TArgument> pola, std::initializer_list<TArgument> wartosci) {
+        WpiszDane(TArgumenty(pola.begin(), pola.size()), TArgumenty(wartosci.begin(), wartosci.size()));
+    }
+    // Frees every field object, then writes.
+    void Inicjuj(TArgumenty pola, TArgumenty wartosci);
+    void Inicjuj(std::initializer_list<TArgument> pola, std::initializer_list<TArgument> wartosci) {
+        Inicjuj(TArgumenty(pola.begin(), pola.size()), TArgumenty(wartosci.begin(), wartosci.size()));
+    }
+    void ZerujDane() override;
+    // Copies the value of the source's field (-1: the whole source) into a field of this object.
+    void PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola);
+
+    [[nodiscard]] bool PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const override;
+    [[nodiscard]] std::int32_t PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                               std::uint32_t localeID) const override;
+    [[nodiscard]] bool MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const override;
+    [[nodiscard]] std::int32_t PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                             std::uint32_t localeID) const override;
+    bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) override;
+    [[nodiscard]] bool MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const override;
+    [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
+    void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
+    void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
+    void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
+
+    // Compares one field of this object with the same field of the other: a missing one counts as its default value.
+    [[nodiscard]] std::int32_t PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const;
+
+  protected:
+    TPole** FPola = nullptr; // pola_; then, in the same block, one byte of state a field
+
+  private:
+    // State of one field number: whether it holds a value, and what is known of the field object.
+    enum TStanPola : std::uint8_t {
+        spWartosc = 0x01,    // value flag
+        spObiekt = 0x02,     // the field object is an object of the model; its state is its own
+        spDestrukcja = 0x04, // its end of life is more than the C++ destructor
+        spKod = 0xF0,        // EKodPola in the high bits
+    };
+
+    [[nodiscard]] std::uint8_t* Stany() const noexcept { return reinterpret_cast<std::uint8_t*>(FPola + pojPol_); }
+    [[nodiscard]] static std::uint8_t StanKlasy(const TKlasa& klasa) noexcept;
+    [[nodiscard]] const TMigawkaOpisu& Migawka() const;
+    TPole& UtworzPole(int nrPola, const TKlasa* klasa);
+    void ZwolnijPola(bool zachowajTablice);
+    [[noreturn]] void ZglosZlyTyp(int nrPola, const TPole& pole, const TKlasa* spodziewana) const;
+    template <class P> [[nodiscard]] P* PoleKlasy(int nrPola) const;
+    template <class P> P& PoleDoZapisuKlasy(int nrPola);
+    template <class P> [[nodiscard]] auto Czytaj(int nrPola) const;
+    template <class P, class W> void Pisz(int nrPola, W wartosc);
+    [[nodiscard]] std::int32_t PorownajNieobecne(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                                 std::uint32_t localeID) const;
+    void WpiszPare(const TArgument& pole, const TArgument& wartosc);
+    void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
+    void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    [[nodiscard]] bool PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const;
+
+    std::int32_t ilePol_ = 0;
+    std::int32_t pojPol_ = 0;
+};
+
+} // namespace ztok

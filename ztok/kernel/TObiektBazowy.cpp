@@ -1,0 +1,527 @@
+#include "ztok/kernel/TObiektBazowy.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <new>
+#include <vector>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/Kontekst.h"
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TListaBazowa.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TBuforZapisu.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/Powiadomienie.h"
+#include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/platform/TStrumien.h"
+#include "ztok/platform/TWariant.h"
+#include "ztok/util/Prostehaszowanie.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TObiektBazowy, TPole)
+
+TObiektBazowy::TObiektBazowy(TObiektBazowy* wlasciciel) noexcept : FRodzic(wlasciciel) {}
+
+TObiektBazowy::~TObiektBazowy() {
+    DokonczZycie();
+    std::free(odwolania_);
+}
+
+void TObiektBazowy::PoUtworzeniu(std::uint32_t cechy) {
+    bezBlokady_ = (cechy & ckWlasnaBlokada) == 0;
+    TworzSekcjeKrytyczna();
+}
+
+// --- end of life
+
+void TObiektBazowy::WykonajDestrukcje() {
+    if (zakonczony_)
+        return;
+    zakonczony_ = true;
+    TOdczytywaczDanych::Zapomnij(*this);
+    TPierwszyBlad blad;
+    const auto kontekst = [this](EKomunikat numer) {
+        return [this, numer](std::u16string_view komunikat) {
+            return FormatujBezWyjatku(Komunikat(numer), {NazwaKlasy(), DajSciezkeDoSiebie(), komunikat});
+        };
+    };
+    if (MaJakiesRef())
+        blad.Wykonaj([&] { ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje)); });
+    blad.Wykonaj([&] { ZKontekstem([this] { ZerujDane(); }, kontekst(kmWyjatekZerujDane)); });
+    blad.Wykonaj([this] { UsunSekcjeKrytyczna(); });
+    blad.Rzuc();
+}
+
+void TObiektBazowy::DokonczZycieCicho() noexcept {
+    try {
+        WykonajDestrukcje();
+    } catch (const EWyjatek& e) {
+        Powiadom(e.Komunikat());
+    } catch (...) {
+        Powiadom(Komunikat(kmObcyWyjatek));
+    }
+}
+
+void TObiektBazowy::Odlacz() noexcept { FRodzic = nullptr; }
+
+void TObiektBazowy::TworzSekcjeKrytyczna() {}
+void TObiektBazowy::UsunSekcjeKrytyczna() {}
+void TObiektBazowy::ZablokujObiekt() const {}
+void TObiektBazowy::OdblokujObiekt() const {}
+
+// --- parents and paths
+
+namespace {
+
+// Follows the parents upwards, at most around a cycle that code has made: the second walker moves half as fast, and the
+// first meets it there.
+template <class O, class F> O* WGore(O* od, const F& koniec) {
+    O* wolny = od;
+    bool krok = false;
+    for (O* o = od; o != nullptr; o = o->Rodzic()) {
+        if (koniec(*o))
+            return o;
+        if (krok)
+            wolny = wolny->Rodzic();
+        krok = !krok;
+        if (o->Rodzic() == wolny)
+            return nullptr;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
+    TObiektBazowy* korzen = WGore(this, [](const TObiektBazowy& o) { return o.Rodzic() == nullptr; });
+    return korzen != nullptr ? korzen : this;
+}
+
+const TObiektBazowy* TObiektBazowy::DajKorzen() const noexcept {
+    return const_cast<TObiektBazowy*>(this)->DajKorzen();
+}
+
+TObiektBazowy* TObiektBazowy::DajRodzica(const TKlasa* klasa) const noexcept {
+    return FRodzic == nullptr
+               ? nullptr
+               : WGore(FRodzic, [klasa](const TObiektBazowy& o) { return o.JestKlasy(klasa); });
+}
+
+bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {
+    const std::uint32_t cechy = FRodzic->Klasa()->cechy;
+    if ((cechy & ckLista) != 0) {
+        nazwa = Formatuj(u"[%d]", {static_cast<const TListaBazowa*>(FRodzic)->ZnajdzObiekt(this)});
+        return true;
+    }
+    if ((cechy & ckObiekt) == 0)
+        return false;
+    const auto& rodzic = static_cast<const TObiekt&>(*FRodzic);
+    int nr = rodzic.OstUzywanePole();
+    while (nr >= 0 && rodzic.Pole(nr) != this)
+        --nr;
+    if (nr < 0)
+        return false; // a parent that does not hold this object
+    nazwa = rodzic.NazwaPolaNr(nr);
+    if (nazwa.empty())
+        nazwa = Formatuj(u"#%d", {nr});
+    return true;
+}
+
+std::u16string TObiektBazowy::DajSciezkeDoSiebie(const TObiektBazowy* korzen) const noexcept {
+    try {
+        std::vector<std::u16string> odKonca;
+        std::u16string nazwa;
+        const TObiektBazowy* poczatek = WGore(this, [&](const TObiektBazowy& o) {
+            if (&o == korzen || o.FRodzic == nullptr || !o.NazwaWRodzicu(nazwa))
+                return true;
+            odKonca.push_back(std::move(nazwa));
+            return false;
+        });
+        std::u16string sciezka;
+        if (poczatek == nullptr)
+            sciezka = u"?"; // parents that go round
+        for (std::size_t i = odKonca.size(); i-- > 0;) {
+            if (!sciezka.empty() && odKonca[i].front() != u'[')
+                sciezka += u'.';
+            sciezka += odKonca[i];
+        }
+        return sciezka;
+    } catch (...) {
+        return {};
+    }
+}
+
+// --- incoming references
+
+bool TObiektBazowy::JestRefOd(const TPole* pole, int& gdzie) const noexcept {
+    if (odwolania_ == nullptr) {
+        gdzie = 0;
+        return false;
+    }
+    TPole** koniec = odwolania_->pola + odwolania_->ile;
+    TPole** miejsce = std::lower_bound(odwolania_->pola, koniec, pole, std::less<>());
+    gdzie = static_cast<int>(miejsce - odwolania_->pola);
+    return miejsce != koniec && *miejsce == pole;
+}
+
+bool TObiektBazowy::MaRefOd(const TPole* pole) const noexcept {
+    int gdzie = 0;
+    return JestRefOd(pole, gdzie);
+}
+
+void TObiektBazowy::DodajRefOd(TPole* pole) {
+    int gdzie = 0;
+    if (pole == nullptr || JestRefOd(pole, gdzie))
+        return;
+    const int ile = odwolania_ == nullptr ? 0 : odwolania_->ile;
+    if (odwolania_ == nullptr || ile == odwolania_->pojemnosc) {
+        const int nowa = ile == 0 ? 1 : 2 * ile;
+        const std::size_t rozmiar = offsetof(TOdwolania, pola) + static_cast<std::size_t>(nowa) * sizeof(TPole*);
+        auto* blok = static_cast<TOdwolania*>(std::realloc(odwolania_, rozmiar));
+        if (blok == nullptr)
+            throw std::bad_alloc();
+        odwolania_ = blok;
+        odwolania_->ile = ile;
+        odwolania_->pojemnosc = nowa;
+    }
+    std::memmove(odwolania_->pola + gdzie + 1, odwolania_->pola + gdzie,
+                 static_cast<std::size_t>(ile - gdzie) * sizeof(TPole*));
+    odwolania_->pola[gdzie] = pole;
+    ++odwolania_->ile;
+}
+
+void TObiektBazowy::ZwolnijRefOd(TPole* pole) {
+    int gdzie = 0;
+    if (!JestRefOd(pole, gdzie))
+        return;
+    --odwolania_->ile;
+    std::memmove(odwolania_->pola + gdzie, odwolania_->pola + gdzie + 1,
+                 static_cast<std::size_t>(odwolania_->ile - gdzie) * sizeof(TPole*));
+}
+
+void TObiektBazowy::ZwolnijReferencje() {
+    TPierwszyBlad blad;
+    while (MaJakiesRef()) {
+        TPole* pole = odwolania_->pola[--odwolania_->ile];
+        blad.Wykonaj([&] { pole->ZerujRefDo(this); });
+    }
+    blad.Rzuc();
+}
+
+void TObiektBazowy::ZerujRefDo(TObiektBazowy* /*cel*/) {}
+
+// --- state under the lock
+
+bool TObiektBazowy::GetMaWartosc(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    return PoleNiepuste(nrPola);
+}
+
+void TObiektBazowy::SetMaWartosc(int nrPola, bool maWartosc) {
+    const TBlokadaObiektu blokada(*this);
+    UstawNiepuste(nrPola, maWartosc);
+}
+
+bool TObiektBazowy::SaJakiesDane(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    return PoleDoZapisu(nrPola);
+}
+
+// --- comparison and copy
+
+std::int32_t TObiektBazowy::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
+    if (&inne == this)
+        return 0;
+    if (porownywacz != nullptr) {
+        const TPoziom poziom(porownywacz->Zagniezdzenie, *this);
+        return WykonajPorownanie(inne, *porownywacz);
+    }
+    SprawdzKlase(inne, KlasaStatyczna());
+    TPorownywaczDanych wlasny(this, static_cast<const TObiektBazowy*>(&inne), rpWszystkiePola, rlRozmLiterNiewazny,
+                              LocaleWin1250, tprRefJakoWskazn);
+    const TBlokadaObiektu blokada(*this);
+    const TPoziom poziom(wlasny.Zagniezdzenie, *this);
+    return WykonajPorownanie(inne, wlasny);
+}
+
+std::int32_t TObiektBazowy::PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
+                                          std::uint32_t localeID, TPorownywaczDanych* porownywacz) const {
+    if (porownywacz != nullptr)
+        return WykonajPorownWgPol(inny, pola, *porownywacz);
+    TPorownywaczDanych wlasny(this, &inny, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
+    const TBlokadaObiektu blokada(*this);
+    return WykonajPorownWgPol(inny, pola, wlasny);
+}
+
+std::int32_t TObiektBazowy::PorownajOproczPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
+                                              std::uint32_t localeID, TPorownywaczDanych* porownywacz) const {
+    if (porownywacz != nullptr)
+        return WykonajPorownOproczPol(inny, pola, *porownywacz);
+    TPorownywaczDanych wlasny(this, &inny, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
+    const TBlokadaObiektu blokada(*this);
+    return WykonajPorownOproczPol(inny, pola, wlasny);
+}
+
+namespace {
+
+// The top of a copy: whatever happens, no pointer of the copy stays half registered.
+template <class F> void KopiujJakoKorzen(TKopierDanych& kopier, const F& kopiuj) {
+    try {
+        kopiuj();
+        kopier.PrzepnijReferencje();
+    } catch (...) {
+        kopier.ZarejestrujPoBledzie();
+        throw;
+    }
+}
+
+} // namespace
+
+void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
+    if (&zrodlo == this)
+        return;
+    const auto kopiuj = [&](TKopierDanych& k) {
+        TPole::KopiujDane(zrodlo, &k);
+        const TPoziom poziom(k.Zagniezdzenie, *this);
+        WykonajKopiowanie(zrodlo, k);
+    };
+    if (kopier != nullptr) {
+        kopiuj(*kopier);
+        return;
+    }
+    SprawdzKlase(zrodlo, KlasaStatyczna());
+    TKopierDanych wlasny;
+    const TBlokadaObiektu blokada(*this);
+    const TBlokadaObiektu blokadaZrodla(static_cast<const TObiektBazowy&>(zrodlo));
+    KopiujJakoKorzen(wlasny, [&] { kopiuj(wlasny); });
+}
+
+void TObiektBazowy::KopiujDanePrzodkow(const TObiektBazowy& zrodlo, TKopierDanych* kopier) {
+    if (&zrodlo == this)
+        return;
+    const auto kopiuj = [&](TKopierDanych& k) {
+        TPole::KopiujDane(zrodlo, &k);
+        const TPoziom poziom(k.Zagniezdzenie, *this);
+        WykonajKopiowanie(zrodlo, k);
+    };
+    if (kopier != nullptr) {
+        kopiuj(*kopier);
+        return;
+    }
+    TKopierDanych wlasny;
+    wlasny.TrybKopiowania = tkdPolaPrzodka;
+    KopiujJakoKorzen(wlasny, [&] { kopiuj(wlasny); });
+}
+
+TWlasny<TObiektBazowy> TObiektBazowy::TworzInstancje(TObiektBazowy* wlasciciel) const {
+    const TKlasa* klasa = Klasa();
+    if (klasa->utworz == nullptr)
+        ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa->nazwa});
+    return TWlasny<TObiektBazowy>(static_cast<TObiektBazowy*>(klasa->utworz(wlasciciel)));
+}
+
+TWlasny<TObiektBazowy> TObiektBazowy::KlonujObiekt(bool zachowajRodzica) const {
+    TWlasny<TObiektBazowy> kopia = TworzInstancje(zachowajRodzica ? FRodzic : nullptr);
+    kopia->KopiujDane(*this);
+    return kopia;
+}
+
+bool TObiektBazowy::MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const {
+    const TKlasa* klasa = Klasa();
+    if (CompareTxtSgn(nazwaTypu, klasa->nazwa) == 0)
+        return true;
+    while (nazwaTypu.size() >= 2 && nazwaTypu.front() == u'_')
+        nazwaTypu.remove_prefix(1);
+    if (CompareTxtSgn(nazwaTypu, klasa->nazwa) == 0)
+        return true;
+    const TKlasa* znana = nullptr;
+    if (JadroKlas()->JestKlasaONazwie(nazwaTypu, znana))
+        return KlasaADziedziczyPoB(klasa, znana) || KlasaADziedziczyPoB(znana, klasa);
+    // A name that the kernel does not know may still be an ancestor's.
+    for (const TKlasa* k = klasa->Przodek(); k != nullptr && k->Ma(ckObiektBazowy); k = k->Przodek())
+        if (CompareTxtSgn(nazwaTypu, k->nazwa) == 0)
+            return true;
+    return false;
+}
+
+// --- binary form
+
+void TObiektBazowy::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const { zapisywacz.DodajObiekt(*this); }
+
+void TObiektBazowy::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {
+    if (zapisywacz != nullptr) {
+        const TPoziom poziom(zapisywacz->Zagniezdzenie, *this);
+        WykonajZapis(strumien, *zapisywacz);
+        return;
+    }
+    TZapisywaczDanych wlasny;
+    const TBlokadaObiektu blokada(*this);
+    const TPoziom poziom(wlasny.Zagniezdzenie, *this);
+    DajObiektyDoZapisu(wlasny); // refuses a tree that nests too deep before the first byte
+    TBuforZapisu bufor(strumien, 0x4000);
+    WykonajZapis(bufor, wlasny);
+    bufor.Flush();
+}
+
+void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
+    if (odczytywacz == nullptr) {
+        WczytajZeStrumienia(strumien, false);
+        return;
+    }
+    const TPoziom poziom(odczytywacz->Zagniezdzenie, *this);
+    odczytywacz->OdczytywanoPole(*this);
+    WykonajOdczyt(strumien, *odczytywacz);
+}
+
+void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, bool odczytANSI) {
+    TOdczytywaczDanych wlasny(odczytANSI);
+    wlasny.kazdePole_ = false;
+    const TBlokadaObiektu blokada(*this);
+    ZerujDane();
+    try {
+        WczytajZeStrumienia(strumien, &wlasny);
+        wlasny.KorygujReferencje();
+    } catch (...) {
+        wlasny.ZerujReferencje();
+        throw;
+    }
+}
+
+std::uint32_t TObiektBazowy::DajWyroznikObiektu(const TObiektBazowy* wzor) const {
+    TZTCRCStream suma;
+    if (wzor != nullptr) {
+        TZapisywaczDanych zapisywacz;
+        wzor->DajObiektyDoZapisu(zapisywacz);
+        zapisywacz.SortujListe();
+        TBuforZapisu bufor(suma, 0x4000);
+        WykonajZapis(bufor, zapisywacz);
+        bufor.Flush();
+    } else {
+        ZapiszWStrumieniu(suma);
+    }
+    return suma.CRC();
+}
+
+// --- operations that a class supplies
+
+bool TObiektBazowy::PoleNiepuste(int /*nrPola*/) const { BladAbstrakcyjny(u"PoleNiepuste"); }
+bool TObiektBazowy::PoleDoZapisu(int nrPola) const { return PoleNiepuste(nrPola); }
+void TObiektBazowy::UstawNiepuste(int /*nrPola*/, bool /*niepuste*/) { BladAbstrakcyjny(u"UstawNiepuste"); }
+std::int32_t TObiektBazowy::WykonajPorownanie(const TPole& /*inne*/, TPorownywaczDanych& /*porownywacz*/) const {
+    BladAbstrakcyjny(u"WykonajPorownanie");
+}
+void TObiektBazowy::WykonajKopiowanie(const TPole& /*zrodlo*/, TKopierDanych& /*kopier*/) {
+    BladAbstrakcyjny(u"WykonajKopiowanie");
+}
+void TObiektBazowy::WykonajZapis(TStrumien& /*strumien*/, TZapisywaczDanych& /*zapisywacz*/) const {
+    BladAbstrakcyjny(u"WykonajZapis");
+}
+void TObiektBazowy::WykonajOdczyt(TStrumien& /*strumien*/, TOdczytywaczDanych& /*odczytywacz*/) {
+    BladAbstrakcyjny(u"WykonajOdczyt");
+}
+void TObiektBazowy::WykonajZapisTekstowy(TZapisywaczTekstu& /*zapisywacz*/) const {
+    BladAbstrakcyjny(u"WykonajZapisTekstowy");
+}
+void TObiektBazowy::WykonajOdczytTekstowy(TOdczytywaczTekstu& /*odczytywacz*/) {
+    BladAbstrakcyjny(u"WykonajOdczytTekstowy");
+}
+void TObiektBazowy::WykonajZapisXML(TZapisywaczXML& /*zapisywacz*/) const { BladAbstrakcyjny(u"WykonajZapisXML"); }
+void TObiektBazowy::WykonajOdczytXML(TOdczytywaczXML& /*odczytywacz*/) { BladAbstrakcyjny(u"WykonajOdczytXML"); }
+void TObiektBazowy::WczytajZPlikuXMLWewn(TOdczytywaczXML& /*odczytywacz*/) {
+    BladAbstrakcyjny(u"WczytajZPlikuXMLWewn");
+}
+void TObiektBazowy::WczytajZPlikuXML(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPlikuXML"); }
+void TObiektBazowy::WczytajStalaRES(std::u16string_view /*nazwa*/) { BladAbstrakcyjny(u"WczytajStalaRES"); }
+
+TWariant TObiektBazowy::GetVariantowoWgSciezki(std::u16string_view /*sciezka*/) const {
+    BladAbstrakcyjny(u"GetVariantowoWgSciezki");
+}
+void TObiektBazowy::SetVariantowoWgSciezki(std::u16string_view /*sciezka*/, const TWariant& /*wartosc*/) {
+    BladAbstrakcyjny(u"SetVariantowoWgSciezki");
+}
+bool TObiektBazowy::PoleNrMaCeche(int /*nrPola*/, const TArgument& /*cecha*/, TRozmiarLiter /*rozmLiter*/) const {
+    BladAbstrakcyjny(u"PoleNrMaCeche");
+}
+std::int32_t TObiektBazowy::PorPoleNrZCecha(int /*nrPola*/, const TArgument& /*cecha*/, TRozmiarLiter /*rozmLiter*/,
+                                            std::uint32_t /*localeID*/) const {
+    BladAbstrakcyjny(u"PorPoleNrZCecha");
+}
+bool TObiektBazowy::MaCechy(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/) const {
+    BladAbstrakcyjny(u"MaCechy");
+}
+std::int32_t TObiektBazowy::PorownajCechy(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/,
+                                          std::uint32_t /*localeID*/) const {
+    BladAbstrakcyjny(u"PorownajCechy");
+}
+void TObiektBazowy::ZerujPole(std::u16string_view /*sciezka*/) { BladAbstrakcyjny(u"ZerujPole"); }
+std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
+                                               TPorownywaczDanych& /*porownywacz*/) const {
+    BladAbstrakcyjny(u"WykonajPorownWgPol");
+}
+std::int32_t TObiektBazowy::WykonajPorownOproczPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
+                                                   TPorownywaczDanych& /*porownywacz*/) const {
+    BladAbstrakcyjny(u"WykonajPorownOproczPol");
+}
+void TObiektBazowy::ZerujDanePol(TArgumenty /*pola*/) { BladAbstrakcyjny(u"ZerujDanePol"); }
+void TObiektBazowy::ZerujDaneOprocz(TArgumenty /*pola*/) { BladAbstrakcyjny(u"ZerujDaneOprocz"); }
+void TObiektBazowy::PrzytnijPolaWgRozm(bool /*trymuj*/) { BladAbstrakcyjny(u"PrzytnijPolaWgRozm"); }
+void TObiektBazowy::TrymujPolaTekstowe(bool /*podobiektyTez*/) { BladAbstrakcyjny(u"TrymujPolaTekstowe"); }
+bool TObiektBazowy::SaDaneUnicode(int /*nrPola*/) const { BladAbstrakcyjny(u"SaDaneUnicode"); }
+
+// --- one name
+
+bool TObiektBazowy::ObiektIPole(std::u16string_view sciezka, bool /*tworz*/, TObiektBazowy*& obiekt, int& nrPola) {
+    obiekt = sciezka.empty() ? this : nullptr;
+    nrPola = CalyObiekt;
+    return sciezka.empty();
+}
+
+bool TObiektBazowy::KlasaIPole(std::u16string_view /*sciezka*/, const TKlasa*& /*klasa*/, int& /*nrPola*/) const {
+    BladAbstrakcyjny(u"KlasaIPole");
+}
+
+bool TObiektBazowy::SciezkaIstnieje(std::u16string_view sciezka) const {
+    TObiektBazowy* obiekt = nullptr;
+    int nrPola = CalyObiekt;
+    return const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola);
+}
+
+TPole* TObiektBazowy::PoleONazwie(std::u16string_view sciezka) {
+    TObiektBazowy* obiekt = nullptr;
+    int nrPola = CalyObiekt;
+    if (!ObiektIPole(sciezka, false, obiekt, nrPola))
+        return nullptr;
+    if (nrPola == CalyObiekt)
+        return obiekt;
+    const std::uint32_t cechy = obiekt->Klasa()->cechy;
+    if ((cechy & ckObiekt) != 0)
+        return static_cast<TObiekt*>(obiekt)->Pole(nrPola);
+    return (cechy & ckLista) != 0 ? static_cast<TListaBazowa*>(obiekt)->Obiekty(nrPola) : nullptr;
+}
+
+bool TObiektBazowy::PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
+    return PorPoleONazwieZCecha(sciezka, cecha, rozmLiter, LocaleWin1250) == 0;
+}
+
+std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
+                                                 TRozmiarLiter rozmLiter, std::uint32_t localeID) const {
+    TObiektBazowy* obiekt = nullptr;
+    int nrPola = CalyObiekt;
+    if (!const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola))
+        ZTErrorFmt(Komunikat(kmBlednaSciezka), {NazwaKlasy(), sciezka});
+    return obiekt->PorPoleNrZCecha(nrPola, cecha, rozmLiter, localeID);
+}
+
+std::u16string TObiektBazowy::OpisTekstowy() const { return u"?"; }
+std::u16string TObiektBazowy::OpisTekstowyWide() const { return OpisTekstowy(); }
+std::u16string TObiektBazowy::NazwaEdycjiPolaNr(int /*nrPola*/) const { return {}; }
+
+} // namespace ztok

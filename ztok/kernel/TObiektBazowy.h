@@ -1,0 +1,209 @@
+// Root object of the model: parent, incoming references, lock, comparison, copy and persistence.
+#pragma once
+
+#include "ztok/fields/TPole.h"
+
+namespace ztok {
+
+class TBlokadaObiektu;
+
+// An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
+// operations is part of the interface.
+//
+// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself. At the end of life every field that
+// refers to the object is cleared, then its content, then its lock, while the object still has its full type.
+// Nesting of objects and lists beyond TLimity::zaglebienie is refused by reading, writing, comparing and copying.
+class ZTOK_API TObiektBazowy : public TPole {
+    ZTOK_KLASA_DEKL(TObiektBazowy)
+    static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy;
+
+    // The owner becomes the parent; it does not hold the object. May be null.
+    explicit TObiektBazowy(TObiektBazowy* wlasciciel = nullptr) noexcept;
+    ~TObiektBazowy() override;
+
+    // Creates and destroys the object's lock; empty here. TworzSekcjeKrytyczna runs once the object has its full type.
+    virtual void TworzSekcjeKrytyczna();
+    virtual void UsunSekcjeKrytyczna();
+    // Forgets one incoming reference, if it is recorded.
+    virtual void ZwolnijRefOd(TPole* pole);
+    // Values by path.
+    [[nodiscard]] virtual TWariant GetVariantowoWgSciezki(std::u16string_view sciezka) const;
+    virtual void SetVariantowoWgSciezki(std::u16string_view sciezka, const TWariant& wartosc);
+    // Whether a field has the feature's value, and where the feature lies (its sign minus the field's value).
+    [[nodiscard]] virtual bool PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const;
+    [[nodiscard]] virtual bool PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha,
+                                           TRozmiarLiter rozmLiter) const;
+    [[nodiscard]] virtual std::int32_t PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                                       std::uint32_t localeID) const;
+    [[nodiscard]] virtual std::int32_t PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
+                                                            TRozmiarLiter rozmLiter, std::uint32_t localeID) const;
+    virtual void ZerujPole(std::u16string_view sciezka);
+    // Whether field N holds a value; -1: whether the object does.
+    [[nodiscard]] virtual bool PoleNiepuste(int nrPola) const;
+    // Whether field N is to be written.
+    [[nodiscard]] virtual bool PoleDoZapisu(int nrPola) const;
+    // Marks field N as holding a value, or clears it.
+    virtual void UstawNiepuste(int nrPola, bool niepuste);
+    virtual void WczytajZPlikuXMLWewn(TOdczytywaczXML& odczytywacz);
+    [[nodiscard]] virtual std::int32_t WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                          TPorownywaczDanych& porownywacz) const;
+    [[nodiscard]] virtual std::int32_t WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                              TPorownywaczDanych& porownywacz) const;
+    // Takes and releases the object's lock; empty here. Use TBlokadaObiektu.
+    virtual void ZablokujObiekt() const;
+    virtual void OdblokujObiekt() const;
+    virtual void ZerujDanePol(TArgumenty pola);
+    virtual void ZerujDaneOprocz(TArgumenty pola);
+    // Resolves a path to an object and a field number (-1: the whole object), on request creating what is missing. False
+    // for a path that leads nowhere. Never raises for a path.
+    virtual bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola);
+    // The same on classes alone, without an instance.
+    virtual bool KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const;
+    [[nodiscard]] virtual bool SciezkaIstnieje(std::u16string_view sciezka) const;
+    // The field object at a path, or null.
+    [[nodiscard]] virtual TPole* PoleONazwie(std::u16string_view sciezka);
+    virtual void PrzytnijPolaWgRozm(bool trymuj);
+    virtual void TrymujPolaTekstowe(bool podobiektyTez);
+    // Whether the named fields equal the values, and the first non-zero sign of the values minus the fields. A field is
+    // named by number or by name; a field without an object has the value zero.
+    [[nodiscard]] virtual bool MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const;
+    [[nodiscard]] virtual std::int32_t PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                                     std::uint32_t localeID) const;
+    // Copies the fields up to the nearest common ancestor class; takes no lock.
+    virtual void KopiujDanePrzodkow(const TObiektBazowy& zrodlo, TKopierDanych* kopier = nullptr);
+    // A copy of the object, with the same parent when asked; the parent does not hold it.
+    [[nodiscard]] virtual TWlasny<TObiektBazowy> KlonujObiekt(bool zachowajRodzica) const;
+    // An empty object of exactly this object's class.
+    [[nodiscard]] virtual TWlasny<TObiektBazowy> TworzInstancje(TObiektBazowy* wlasciciel) const;
+    // Whether data stored under the type name may be read into this object.
+    [[nodiscard]] virtual bool MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const;
+    // The class's own part of comparing, copying, writing and reading, called by the operations below.
+    [[nodiscard]] virtual std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const;
+    virtual void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier);
+    // Hands the writer every object that takes part in the write with this one, in pre-order; here the object itself.
+    virtual void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const;
+    virtual void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const;
+    virtual void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz);
+    virtual void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const;
+    virtual void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz);
+    virtual void WykonajZapisXML(TZapisywaczXML& zapisywacz) const;
+    virtual void WykonajOdczytXML(TOdczytywaczXML& odczytywacz);
+    // One line that describes the object; "?" here.
+    [[nodiscard]] virtual std::u16string OpisTekstowy() const;
+    [[nodiscard]] virtual std::u16string OpisTekstowyWide() const;
+    [[nodiscard]] virtual bool SaDaneUnicode(int nrPola) const;
+    // Display label of field N.
+    [[nodiscard]] virtual std::u16string NazwaEdycjiPolaNr(int nrPola) const;
+    virtual void WczytajZPlikuXML(std::u16string_view plik);
+    virtual void WczytajStalaRES(std::u16string_view nazwa);
+
+    [[nodiscard]] TObiektBazowy* Rodzic() const noexcept { return FRodzic; }
+    // The topmost object: this one when it has no parent.
+    [[nodiscard]] TObiektBazowy* DajKorzen() noexcept;
+    [[nodiscard]] const TObiektBazowy* DajKorzen() const noexcept;
+    // The nearest ancestor of the class, not the object itself; null when there is none.
+    [[nodiscard]] TObiektBazowy* DajRodzica(const TKlasa* klasa) const noexcept;
+
+    // Incoming references: the fields and lists that point here, a set in address order.
+    void DodajRefOd(TPole* pole);
+    [[nodiscard]] bool MaRefOd(const TPole* pole) const noexcept;
+    // Whether the field is recorded; the position, or the one to insert at.
+    [[nodiscard]] bool JestRefOd(const TPole* pole, int& gdzie) const noexcept;
+    [[nodiscard]] bool MaJakiesRef() const noexcept { return odwolania_ != nullptr && odwolania_->ile > 0; }
+    // Clears every field that refers to this object, from the highest address to the lowest. All of them, even when one
+    // raises; the first error is raised at the end.
+    void ZwolnijReferencje();
+
+    // PoleNiepuste, UstawNiepuste and PoleDoZapisu under the object's lock.
+    [[nodiscard]] bool GetMaWartosc(int nrPola) const;
+    void SetMaWartosc(int nrPola, bool maWartosc);
+    [[nodiscard]] bool SaJakiesDane(int nrPola) const;
+
+    // Fingerprint of the content: equal binary content, equal fingerprint. With a pattern, pointers are numbered by the
+    // pattern's objects.
+    [[nodiscard]] std::uint32_t DajWyroznikObiektu(const TObiektBazowy* wzor = nullptr) const;
+
+    // Path from the root (or from the given ancestor) to this object: a field name or [index] a level. Never raises.
+    [[nodiscard]] std::u16string DajSciezkeDoSiebie(const TObiektBazowy* korzen = nullptr) const noexcept;
+    // The field object of one path, or null.
+    [[nodiscard]] TPole* DajPoleONazwie(std::u16string_view sciezka) { return PoleONazwie(sciezka); }
+
+    // Copies everything from an object that fits; the root of the copy locks itself and the source.
+    void KopiujDane(const TPole& zrodlo, TKopierDanych* kopier = nullptr) override;
+    // Full comparison; without a comparer letter case does not matter.
+    [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
+    // Compares the listed fields (or all but them).
+    [[nodiscard]] std::int32_t PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
+                                             std::uint32_t localeID = LocaleWin1250,
+                                             TPorownywaczDanych* porownywacz = nullptr) const;
+    [[nodiscard]] std::int32_t PorownajOproczPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
+                                                 std::uint32_t localeID = LocaleWin1250,
+                                                 TPorownywaczDanych* porownywacz = nullptr) const;
+
+    // Binary form. Without a writer this is the root of the write: it locks itself, numbers the objects of the tree and
+    // writes; nothing is written when the tree nests too deep. EBladZapisu when the stream takes too few bytes.
+    void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz = nullptr) const override;
+    // Without a reader this is the root of the read: the old content is cleared, and after an error every pointer is
+    // resolved or null. The stream then stands behind the record.
+    void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void WczytajZeStrumienia(TStrumien& strumien) { WczytajZeStrumienia(strumien, false); }
+    // The flag says that strings were written in Windows-1250.
+    void WczytajZeStrumienia(TStrumien& strumien, bool odczytANSI);
+
+    void ZerujRefDo(TObiektBazowy* cel) override;
+
+  protected:
+    void WykonajDestrukcje() override;
+    // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user notice.
+    // For destructors of derived classes (the declaring macros write them).
+    void DokonczZycie() noexcept {
+        if (!zakonczony_)
+            DokonczZycieCicho();
+    }
+
+    TObiektBazowy* FRodzic = nullptr;
+
+  private:
+    friend class TBlokadaObiektu;
+    friend class TJadroKlas;
+    friend class TObiekt;
+    friend struct TPrzydzial;
+
+    struct TOdwolania { // growable array behind one pointer: most objects have no incoming reference
+        int ile;
+        int pojemnosc;
+        TPole* pola[1];
+    };
+
+    // Told once by Utworz and the virtual constructors, with the class's ECechyKlasy.
+    void PoUtworzeniu(std::uint32_t cechy);
+    // The object now stands in a field of its parent.
+    void PoWstawieniu(TObiektBazowy& rodzic) noexcept { FRodzic = &rodzic; }
+    void DokonczZycieCicho() noexcept;
+    void Odlacz() noexcept override;
+    [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
+
+    TOdwolania* odwolania_ = nullptr;
+    bool bezBlokady_ = false; // known to lock nothing: no virtual call
+    bool zakonczony_ = false; // the end of life has run
+};
+
+// Holds an object's lock for a scope.
+class TBlokadaObiektu {
+  public:
+    explicit TBlokadaObiektu(const TObiektBazowy& obiekt) : obiekt_(obiekt.bezBlokady_ ? nullptr : &obiekt) {
+        if (obiekt_ != nullptr)
+            obiekt_->ZablokujObiekt();
+    }
+    TBlokadaObiektu(const TBlokadaObiektu&) = delete;
+    TBlokadaObiektu& operator=(const TBlokadaObiektu&) = delete;
+    ~TBlokadaObiektu() {
+        if (obiekt_ != nullptr)
+            obiekt_->OdblokujObiekt();
+    }
+
+  private:
+    const TObiektBazowy* obiekt_;
+};
+
+} // namespace ztok

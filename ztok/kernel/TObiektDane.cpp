@@ -1,0 +1,396 @@
+// Whole-object operations: initialisation from arrays, features, comparison, copy, binary form.
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <vector>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TObiekt.h"
+#include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/TStrumien.h"
+#include "ztok/platform/TWariant.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+// --- initialisation from parallel arrays
+
+void TObiekt::WpiszDane(TArgumenty pola, TArgumenty wartosci) {
+    if (pola.size() != wartosci.size())
+        ZTErrorFmt(Komunikat(kmZlaLiczbaElementow), {u"WD", static_cast<std::int64_t>(wartosci.size())});
+    const TBlokadaObiektu blokada(*this);
+    for (std::size_t i = 0; i < pola.size(); ++i)
+        WpiszPare(pola[i], wartosci[i]);
+}
+
+void TObiekt::Inicjuj(TArgumenty pola, TArgumenty wartosci) {
+    const TBlokadaObiektu blokada(*this);
+    ZwolnijPola(true);
+    WpiszDane(pola, wartosci);
+}
+
+void TObiekt::WpiszPare(const TArgument& pole, const TArgument& wartosc) {
+    if (pole.Tag() == TTag::Integer) {
+        WpiszWartosc(static_cast<std::int16_t>(pole.Calkowita()), wartosc, NazwaKlasy());
+        return;
+    }
+    if (!pole.JestNazwa())
+        ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"WD"});
+    const std::u16string sciezka = pole.JakoTekst();
+    TObiektBazowy* obiekt = nullptr;
+    int nrPola = CalyObiekt;
+    if (!ObiektIPole(sciezka, true, obiekt, nrPola) || obiekt == nullptr || !obiekt->Klasa()->Ma(ckObiekt))
+        ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", sciezka});
+    static_cast<TObiekt*>(obiekt)->WpiszWartosc(nrPola, wartosc, NazwaKlasy());
+}
+
+void TObiekt::WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu) {
+    switch (wartosc.Tag()) {
+    case TTag::Integer:
+        SetVariantowo(nrPola, TWariant(static_cast<std::int32_t>(wartosc.Calkowita())));
+        return;
+    case TTag::Int64:
+        SetVariantowo(nrPola, TWariant(wartosc.Calkowita()));
+        return;
+    case TTag::Boolean:
+        SetVariantowo(nrPola, TWariant(wartosc.Logiczna()));
+        return;
+    case TTag::Extended:
+        SetVariantowo(nrPola, TWariant(static_cast<double>(wartosc.Rzeczywista())));
+        return;
+    case TTag::Char:
+        SetVariantowo(nrPola, TWariant::AnsiString(std::string(1, static_cast<char>(wartosc.Calkowita()))));
+        return;
+    case TTag::ShortString:
+    case TTag::PChar:
+    case TTag::AnsiString:
+        SetVariantowo(nrPola, TWariant::AnsiString(wartosc.Bajty()));
+        return;
+    case TTag::WideChar:
+    case TTag::WideString:
+    case TTag::UnicodeString:
+        SetVariantowo(nrPola, TWariant(wartosc.JakoTekst()));
+        return;
+    case TTag::PWideChar: // its first character only, by intent
+        SetVariantowo(nrPola, TWariant(wartosc.Tekst().substr(0, 1)));
+        return;
+    case TTag::Variant:
+        SetVariantowo(nrPola, wartosc.Wariant());
+        return;
+    case TTag::Pointer:
+        if (wartosc.Wskaznik() != nullptr)
+            ZTErrorFmt(Komunikat(kmBladInicjalizacjiZrodlo), {NazwaKlasy(), u"Pointer"});
+        SetMaWartosc(nrPola, false);
+        return;
+    case TTag::Object: {
+        TObiektOgolny* ogolny = wartosc.Obiekt();
+        if (ogolny != nullptr && !ogolny->Klasa()->Ma(ckObiektBazowy))
+            ZTErrorFmt(Komunikat(kmBladInicjalizacjiTyp), {klasaKomunikatu, ogolny->NazwaKlasy(), NazwaPolaNr(nrPola)});
+        auto* obiekt = static_cast<TObiektBazowy*>(ogolny);
+        const TKlasa* typ = TypPolaNr(nrPola);
+        if (typ != nullptr && typ->Ma(ckPoleRef))
+            SetPoleRefObiektu(nrPola, obiekt);
+        else if (typ != nullptr && typ->Ma(ckPoleWsk))
+            SetPoleWskObiektu(nrPola, obiekt);
+        else if (obiekt == nullptr)
+            SetMaWartosc(nrPola, false);
+        else
+            PrzepiszDane(*obiekt, CalyObiekt, nrPola);
+        return;
+    }
+    case TTag::Class:
+    case TTag::Currency:
+    case TTag::Interface:
+        break;
+    }
+    ZTErrorFmt(Komunikat(kmBlednyTypWartosci), {u"WD", static_cast<int>(wartosc.Tag())});
+}
+
+void TObiekt::PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola) {
+    const TPole* skad = &zrodlo;
+    if (nrZrodla != CalyObiekt) {
+        if (!zrodlo.Klasa()->Ma(ckObiekt))
+            BladKlasy(zrodlo, TObiekt::KlasaStatyczna());
+        skad = static_cast<const TObiekt&>(zrodlo).Pole(nrZrodla);
+    }
+    if (nrPola == CalyObiekt) {
+        if (skad == nullptr)
+            ZerujDane();
+        else
+            KopiujDane(*skad);
+        return;
+    }
+    const TBlokadaObiektu blokada(*this);
+    if (skad == nullptr) {
+        UstawNiepuste(nrPola, false);
+    } else {
+        TPole* dokad = DajPole(nrPola);
+        if (dokad == nullptr)
+            ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+        dokad->KopiujDane(*skad);
+        UstawNiepuste(nrPola, true);
+    }
+    SetBylyZmiany(nrPola);
+}
+
+// --- paths
+
+bool TObiekt::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) {
+    if (sciezka.empty())
+        return TObiektBazowy::ObiektIPole(sciezka, tworz, obiekt, nrPola);
+    obiekt = nullptr;
+    nrPola = CalyObiekt;
+    std::u16string_view reszta;
+    WydzielNazwePola(sciezka, reszta);
+    const int nr = NrPolaONazwie(sciezka);
+    if (nr < 0 || (tworz && !JestPole(nr, nullptr, true)))
+        return false;
+    if (reszta.empty()) {
+        obiekt = this;
+        nrPola = nr;
+        return true;
+    }
+    TPole* pole = Pole(nr);
+    if (pole == nullptr)
+        return false;
+    const std::uint32_t cechy = pole->Klasa()->cechy;
+    if ((cechy & ckPoleWsk) != 0)
+        pole = static_cast<TPoleWskObiektu*>(pole)->Obiekt();
+    else if ((cechy & ckObiektBazowy) == 0)
+        pole = nullptr;
+    return pole != nullptr && static_cast<TObiektBazowy*>(pole)->ObiektIPole(reszta, tworz, obiekt, nrPola);
+}
+
+// --- features
+
+std::int32_t TObiekt::PorownajNieobecne(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                        std::uint32_t localeID) const {
+    const TKlasa* typ = TypPolaNr(nrPola);
+    if (typ == nullptr || typ->utworz == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    const TWlasny<TPole> domyslne(static_cast<TPole*>(typ->utworz(nullptr)));
+    return domyslne->PorownajZCecha(cecha, rozmLiter, localeID);
+}
+
+std::int32_t TObiekt::PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                      std::uint32_t localeID) const {
+    const TPole* pole = nrPola == CalyObiekt ? this : Pole(nrPola);
+    return pole != nullptr ? pole->PorownajZCecha(cecha, rozmLiter, localeID)
+                           : PorownajNieobecne(nrPola, cecha, rozmLiter, localeID);
+}
+
+bool TObiekt::PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
+    return PorPoleNrZCecha(nrPola, cecha, rozmLiter, LocaleWin1250) == 0;
+}
+
+bool TObiekt::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const {
+    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
+        if (pola[i].Tag() == TTag::Integer) {
+            if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
+                return false;
+        } else if (pola[i].JestNazwa()) {
+            TObiektBazowy* obiekt = nullptr;
+            int nrPola = CalyObiekt;
+            if (!const_cast<TObiekt*>(this)->ObiektIPole(pola[i].JakoTekst(), false, obiekt, nrPola) ||
+                !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
+                return false;
+        } else {
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});
+        }
+    }
+    return true;
+}
+
+std::int32_t TObiekt::PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                    std::uint32_t localeID) const {
+    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
+        std::int32_t wynik = 0;
+        if (pola[i].Tag() == TTag::Integer)
+            wynik = PorPoleNrZCecha(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter, localeID);
+        else if (pola[i].JestNazwa())
+            wynik = PorPoleONazwieZCecha(pola[i].JakoTekst(), wartosci[i], rozmLiter, localeID);
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PC"});
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+// --- comparison
+
+std::int32_t TObiekt::PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const {
+    const bool tu = PoleNiepuste(nrPola);
+    const bool tam = inny.PoleNiepuste(nrPola);
+    if (tu && tam)
+        return FPola[nrPola]->Porownaj(*inny.FPola[nrPola], &porownywacz);
+    if (tu)
+        return FPola[nrPola]->MaDefWartosc() ? 0 : 1;
+    if (tam)
+        return inny.FPola[nrPola]->MaDefWartosc() ? 0 : -1;
+    return 0;
+}
+
+std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inne, TObiekt::KlasaStatyczna());
+    const auto& inny = static_cast<const TObiekt&>(inne);
+    const int ile = std::max(ilePol_, inny.ilePol_);
+    for (int nr = 0; nr < ile; ++nr) {
+        if (porownywacz.PominChwilowe && !PoleZapisywane(nr))
+            continue;
+        if (const std::int32_t wynik = PorownajPole(nr, inny, porownywacz); wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+// --- copy
+
+void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    SprawdzKlase(zrodlo, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(zrodlo);
+    int ile = std::max(ilePol_, obiekt.ilePol_);
+    if (kopier.TrybKopiowania == tkdPolaPrzodka)
+        ile = std::min(ile, OstPoleWspolPrzodka(obiekt.Klasa()));
+    for (int nr = 0; nr < ile; ++nr)
+        KopiujPole(nr, obiekt, kopier);
+}
+
+void TObiekt::KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier) {
+    const TPole* skad = zrodlo.Pole(nrPola);
+    const std::uint8_t stan = skad == nullptr ? 0 : zrodlo.Stany()[nrPola];
+    if ((stan & (spWartosc | spObiekt)) == 0) {
+        UstawNiepuste(nrPola, false);
+        return;
+    }
+    const TKlasa* klasa = skad->Klasa();
+    if (const TPole* stare = Pole(nrPola); stare == nullptr || stare->Klasa() != klasa) {
+        // A field of another class gives way; the class must be one that this object declares under the number.
+        const TKlasa* typ = TypPolaNr(nrPola);
+        if (typ == nullptr)
+            ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+        if (!KlasaADziedziczyPoB(klasa, typ))
+            ZglosZlyTyp(nrPola, *skad, typ);
+        if (stare != nullptr)
+            UstawPole(nrPola, nullptr, true);
+        UtworzPole(nrPola, klasa);
+    }
+    FPola[nrPola]->KopiujDane(*skad, &kopier);
+    UstawNiepuste(nrPola, true);
+}
+
+// --- binary form
+
+void TObiekt::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
+    zapisywacz.DodajObiekt(*this);
+    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    for (int nr = 0; nr < ilePol_; ++nr) {
+        if ((stany[nr] & spObiekt) == 0 || FPola[nr] == nullptr || !PoleNiepuste(nr) ||
+            (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nr)))
+            continue;
+        const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
+        static_cast<const TObiektBazowy*>(FPola[nr])->DajObiektyDoZapisu(zapisywacz);
+    }
+}
+
+bool TObiekt::PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const {
+    const std::uint8_t stan = Stany()[nrPola];
+    if ((stan & spObiekt) != 0 || (cechy & ckWlasneNiepuste) != 0) {
+        if (!PoleNiepuste(nrPola))
+            return false;
+    } else if ((stan & spWartosc) == 0) {
+        return false;
+    }
+    if (zapisywacz.CzyZapisacPole) {
+        if (!zapisywacz.CzyZapisacPole(*this, nrPola))
+            return false;
+    } else if (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nrPola)) {
+        return false;
+    }
+    if ((stan >> 4U) == kpWskObiektu) {
+        std::int32_t gdzie = -1;
+        return zapisywacz.JestObiekt(static_cast<const TPoleWskObiektu*>(FPola[nrPola])->Obiekt(), gdzie);
+    }
+    return true;
+}
+
+namespace {
+
+// Bitmap of field numbers: small ones on the stack.
+class TMapaPol {
+  public:
+    explicit TMapaPol(std::size_t bajtow) : bajtow_(bajtow) {
+        if (bajtow > male_.size())
+            duze_.resize(bajtow);
+    }
+    [[nodiscard]] std::uint8_t* Bajty() noexcept { return duze_.empty() ? male_.data() : duze_.data(); }
+    [[nodiscard]] std::size_t Ile() const noexcept { return bajtow_; }
+
+  private:
+    std::array<std::uint8_t, 24> male_{};
+    std::vector<std::uint8_t> duze_;
+    std::size_t bajtow_;
+};
+
+} // namespace
+
+void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    TMapaPol mapa((static_cast<std::size_t>(ilePol_) + 7) / 8);
+    const std::uint32_t cechy = Klasa()->cechy;
+    int ostatnie = -1;
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if (FPola[nr] != nullptr && PoleWZapisie(nr, cechy, zapisywacz)) {
+            mapa.Bajty()[nr / 8] |= static_cast<std::uint8_t>(1U << (static_cast<unsigned>(nr) % 8U));
+            ostatnie = nr;
+        }
+    const auto bajtow = static_cast<std::uint32_t>(ostatnie + 8) / 8;
+    TZapisywaczDanych::ZapiszLicznik15(strumien, bajtow);
+    strumien.WriteBuffer(mapa.Bajty(), bajtow);
+    for (std::uint32_t j = 0; j < bajtow; ++j)
+        for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1)
+            FPola[8 * j + static_cast<unsigned>(std::countr_zero(bity))]->ZapiszWStrumieniu(strumien, &zapisywacz);
+}
+
+void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
+    ZerujDane();
+    const std::uint32_t bajtow = TOdczytywaczDanych::WczytajLicznik15(strumien);
+    if (bajtow == 0)
+        return;
+    TMapaPol mapa(bajtow);
+    strumien.ReadBuffer(mapa.Bajty(), bajtow);
+    const bool wlasneTypy = (Klasa()->cechy & ckWlasneTypyPol) != 0;
+    const TMigawkaOpisu& migawka = Migawka();
+    for (std::uint32_t j = 0; j < bajtow; ++j)
+        for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
+            const int nr = static_cast<int>(8 * j + static_cast<unsigned>(std::countr_zero(bity)));
+            const TKlasa* typ = nullptr;
+            if (wlasneTypy)
+                typ = TypPolaNr(nr);
+            else if (nr < migawka.ilePol)
+                typ = migawka.pola[nr].klasa;
+            // A number that the class does not declare takes no bytes: the format relies on one layout at both ends.
+            if (typ == nullptr || nr > 32767)
+                continue;
+            TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
+            odczytywacz.ZuzyjPamiec(48);
+            pole.WczytajZeStrumienia(strumien, &odczytywacz);
+            if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
+                migawka.pola[nr].wiersz->klasa != nullptr)
+                odczytywacz.OgraniczOstatni(migawka.pola[nr].wiersz->klasa());
+            UstawNiepuste(nr, true);
+        }
+}
+
+bool TObiekt::MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const {
+    return CompareTxtSgn(nazwaTypu, AliasXMLPolaNr(CalyObiekt)) == 0 || TObiektBazowy::MoznaCzytacDaneTypu(nazwaTypu);
+}
+
+} // namespace ztok

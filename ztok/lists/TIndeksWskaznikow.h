@@ -1,0 +1,30 @@
+// First positions of pointers in a record that only grows.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "ztok/platform/Eksport.h"
+
+namespace ztok {
+
+// Finds the first position of a pointer in a list of pointers. Short lists are scanned; a longer one gets a hash table,
+// so that a walk over n objects stays near linear. The answers are those of a scan from the start.
+class ZTOK_API TIndeksWskaznikow {
+  public:
+    [[nodiscard]] std::size_t Ile() const noexcept { return lista_.size(); }
+    [[nodiscard]] const void* operator[](std::size_t i) const noexcept { return lista_[i]; }
+    void Dopisz(const void* wskaznik);
+    // The first position of the pointer, or Ile() when it is not there.
+    [[nodiscard]] std::size_t Znajdz(const void* wskaznik) const noexcept;
+    void Zeruj() noexcept;
+
+  private:
+    void Wstaw(std::size_t pozycja) noexcept;
+
+    std::vector<const void*> lista_;
+    std::vector<std::uint32_t> tablica_; // position + 1, open addressing; empty while the list is short
+};
+
+} // namespace ztok

@@ -1,0 +1,26 @@
+// Owning collection: elements of any classes that the kernel knows by name.
+#pragma once
+
+#include "ztok/lists/TListaZObiektami.h"
+
+namespace ztok {
+
+// Its stream holds the class name of each element. A null element is no element: it can be added only to be removed.
+class ZTOK_API TKolekcjaObiektow : public TListaZObiektami {
+    ZTOK_KLASA_DEKL(TKolekcjaObiektow)
+    static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaZObiektami | ckKolekcja;
+
+    explicit TKolekcjaObiektow(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaZObiektami(wlasciciel) {}
+    ~TKolekcjaObiektow() override;
+
+    // Adds a copy of the object's own class; the object stays with the caller.
+    TObiektBazowy* DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;
+    [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
+    void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
+    // An entry whose class the kernel does not know is passed over without reading its record; see
+    // TOdczytywaczDanych::BladNieznanejKlasy.
+    void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
+};
+
+} // namespace ztok

@@ -1,0 +1,237 @@
+// Base list: an ordered array of objects, itself an object of the model.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "ztok/kernel/TObiektBazowy.h"
+
+namespace ztok {
+
+class TListaBazowa;
+class TListaWskObiektow;
+
+using TListaObiektowBazowych = TObiektBazowy*;            // element slot
+using PListaObiektowBazowych = TListaObiektowBazowych*;   // growable array of slots
+
+// Comparison of two elements: negative, zero or positive.
+using TFunPorownania = std::int16_t (*)(const TObiektBazowy& ObiektA, const TObiektBazowy& ObiektB);
+
+// Walks a list forwards. Does not own or lock the list.
+class TEnumListaBazowa {
+  public:
+    explicit TEnumListaBazowa(const TListaBazowa& lista) noexcept : FLista(&lista) {}
+    bool MoveNext() noexcept;
+    [[nodiscard]] TObiektBazowy* GetCurrent() const noexcept;
+
+  protected:
+    const TListaBazowa* FLista;
+    std::int32_t FKtory = -1;
+};
+
+// Walks a list backwards. The current element, or any at the end, may be removed meanwhile: no element is met twice and
+// none is read past the end.
+class TEnumListaBazowaOdKonca {
+  public:
+    explicit TEnumListaBazowaOdKonca(const TListaBazowa& lista) noexcept;
+    ZTOK_API bool MoveNext() noexcept;
+    [[nodiscard]] TObiektBazowy* GetCurrent() const noexcept;
+
+  private:
+    const TListaBazowa* FLista;
+    std::int32_t FKtory;
+};
+
+// Makes an enumerator usable in a range loop.
+template <class TEnum> class TIteratorListy {
+  public:
+    struct TKoniec {};
+    explicit TIteratorListy(TEnum enumerator) noexcept : enum_(enumerator) { ++*this; }
+    TIteratorListy& operator++() noexcept {
+        jest_ = enum_.MoveNext();
+        return *this;
+    }
+    [[nodiscard]] auto* operator*() const noexcept { return enum_.GetCurrent(); }
+    friend bool operator!=(const TIteratorListy& it, TKoniec /*koniec*/) noexcept { return it.jest_; }
+
+  private:
+    TEnum enum_;
+    bool jest_ = false;
+};
+
+// The list seen from its end: `for (TObiektBazowy* o : lista.ListaOdKonca())`.
+class IListaBazowaOdKonca {
+  public:
+    [[nodiscard]] virtual TEnumListaBazowaOdKonca GetEnumerator() const noexcept = 0;
+
+  protected:
+    ~IListaBazowaOdKonca() = default;
+};
+class TListaBazowaOdKonca final : public IListaBazowaOdKonca {
+  public:
+    explicit TListaBazowaOdKonca(const TListaBazowa& lista) noexcept : FLista(&lista) {}
+    [[nodiscard]] TEnumListaBazowaOdKonca GetEnumerator() const noexcept override {
+        return TEnumListaBazowaOdKonca(*FLista);
+    }
+    [[nodiscard]] auto begin() const noexcept { return TIteratorListy<TEnumListaBazowaOdKonca>(GetEnumerator()); }
+    [[nodiscard]] auto end() const noexcept { return TIteratorListy<TEnumListaBazowaOdKonca>::TKoniec{}; }
+
+  private:
+    const TListaBazowa* FLista;
+};
+
+// The list does not own its elements unless a derived one says so. Indices count from 0; an index out of range gives null
+// or false. As a field of its owner, its field number N is the element N and -1 the whole list. Not locked by its own
+// operations. The order of the virtual operations is part of the interface.
+class ZTOK_API TListaBazowa : public TObiektBazowy {
+    ZTOK_KLASA_DEKL(TListaBazowa)
+    static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista;
+
+    explicit TListaBazowa(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiektBazowy(wlasciciel) {}
+    ~TListaBazowa() override;
+
+    // As a field of its owner.
+    void ZerujDane() override; // empties the list and gives its array back; frees no element
+    [[nodiscard]] std::u16string WartWgMaski(std::u16string_view maska,
+                                             const TUstawieniaFormatu* ustawienia = nullptr) const override;
+    [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
+    [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
+    // False removes and frees element N; for -1 it empties the list. True does nothing.
+    void UstawNiepuste(int nrPola, bool niepuste) override;
+    void ZerujDanePol(TArgumenty pola) override;
+    void ZerujDaneOprocz(TArgumenty pola) override;
+    bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) override;
+    void PrzytnijPolaWgRozm(bool trymuj) override;
+    void TrymujPolaTekstowe(bool podobiektyTez) override;
+    [[nodiscard]] std::u16string OpisTekstowy() const override;
+    [[nodiscard]] bool SaDaneUnicode(int nrPola) const override;
+
+    // Appends the object; an owning list takes it over.
+    virtual void PrzypnijObiekt(TObiektBazowy* obiekt);
+    // Called after `ile` elements were moved here from another list, to index `od`.
+    virtual void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile);
+    virtual bool PrzeniesObiektyWgCech(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                       bool majace);
+    // Inserts the object at the index, which is clamped into the list (MaxInt appends); returns it.
+    virtual TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
+    // Adds the object as the kind of list does: itself, or a copy of it.
+    virtual TObiektBazowy* DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
+    // Takes an element out of the other list and inserts it here; null, with nothing done, for a bad index.
+    virtual TObiektBazowy* PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie);
+    virtual bool PrzeniesObiektyGdyBrak(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter);
+    virtual bool PrzeniesDane(TListaBazowa& dane);
+    // Removes the element; freed, or returned (null when it was freed or the index is out of range). The array shrinks by
+    // fixed steps unless its capacity is to be kept.
+    virtual TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc);
+    // Removes the elements that have the values (or that do not); true when any was removed.
+    virtual bool UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    virtual bool UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    // Removes the elements that the pointer list holds.
+    virtual bool UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc);
+    // Of each group of elements equal on the fields (on everything when there are none) keeps the first.
+    virtual bool UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter);
+    // Cuts the list to the size; then, unless the capacity is to be kept, sets the capacity to that size, also upwards.
+    virtual void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc);
+    // Makes the elements correspond one to one to those of the other list.
+    virtual void WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc);
+    [[nodiscard]] virtual std::int16_t PorownajObiekty(const TObiektBazowy& obiektA, const TObiektBazowy& obiektB) const;
+
+    [[nodiscard]] std::int32_t IleObiektow() const noexcept { return FIleObiektow; }
+    [[nodiscard]] bool ListaPusta() const noexcept { return FIleObiektow == 0; }
+    // The element, or null for an index out of range.
+    [[nodiscard]] TObiektBazowy* Obiekty(std::int32_t nrObiektu) const noexcept {
+        return nrObiektu >= 0 && nrObiektu < FIleObiektow ? FObiekty[nrObiektu] : nullptr;
+    }
+    [[nodiscard]] std::int32_t Pojemnosc() const noexcept { return FPojemnosc; }
+    // Reallocates the array to exactly that many slots; the caller must not go below the count.
+    void UstawPojemnosc(std::int32_t pojemnosc);
+    [[nodiscard]] TEnumListaBazowa GetEnumerator() const noexcept { return TEnumListaBazowa(*this); }
+    [[nodiscard]] auto begin() const noexcept { return TIteratorListy<TEnumListaBazowa>(GetEnumerator()); }
+    [[nodiscard]] auto end() const noexcept { return TIteratorListy<TEnumListaBazowa>::TKoniec{}; }
+    [[nodiscard]] TListaBazowaOdKonca ListaOdKonca() const noexcept { return TListaBazowaOdKonca(*this); }
+
+    // Adds the object unless an element equals it on the fields; returns the element. The caller keeps an object that was
+    // not added.
+    TObiektBazowy* DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter);
+    TObiektBazowy* UsunTenObiekt(const TObiektBazowy* obiekt, bool zwolnij);
+    TObiektBazowy* UsunTakiObiekt(const TObiektBazowy& obiekt, bool zwolnij);
+    // Removes every null slot, keeping the order.
+    void UsunObiektyNil(bool zachowajPojemnosc);
+    bool PrzeniesObiekt(std::int32_t nrObiektu, std::int32_t gdzie);
+    // Swaps two elements; the caller passes valid indices.
+    void ZamienObiekty(std::int32_t p_Poz1, std::int32_t p_Poz2) noexcept {
+        TObiektBazowy* obiekt = FObiekty[p_Poz1];
+        FObiekty[p_Poz1] = FObiekty[p_Poz2];
+        FObiekty[p_Poz2] = obiekt;
+    }
+    // Writes the values into every element. EBladRzutowania for an element that has no numbered fields.
+    void WpiszDaneDoPol(TArgumenty p_KtorePola, TArgumenty p_JakieWartosci);
+
+    // Splits "[number]" off a path, and a "." after it; false, and nothing done, when the path does not begin so.
+    static bool WydzielNumerElem(std::u16string_view& sciezka, std::u16string_view& numer) noexcept;
+    // The element that the text names: "Max", an index, or conditions name=value joined by ";".
+    TObiektBazowy* DajElemListy(std::u16string_view opis, bool tworz);
+    TObiektBazowy* DajElemListyWCech(std::u16string_view opis, bool tworz);
+
+    // Linear searches from an index (MaxInt: from the natural end). On a miss `gdzie` is -1 from the end and the count
+    // from the start.
+    bool JestObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
+                    TRodzajWyszukiwania jakSzukac = rwOdKonca, std::int32_t zacznijOd = MaxInt) const;
+    [[nodiscard]] bool JestObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
+                                  TRodzajWyszukiwania jakSzukac = rwOdKonca, std::int32_t zacznijOd = MaxInt) const;
+    bool JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie,
+                        TRozmiarLiter rozmLiter = rlRozmLiterWazny, TRodzajWyszukiwania jakSzukac = rwOdKonca,
+                        std::int32_t zacznijOd = MaxInt) const;
+    [[nodiscard]] bool JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
+                                      TRodzajWyszukiwania jakSzukac = rwOdKonca, std::int32_t zacznijOd = MaxInt) const;
+    bool JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, std::int32_t& gdzie,
+                           TRozmiarLiter rozmLiter = rlRozmLiterWazny, TRodzajWyszukiwania jakSzukac = rwOdKonca,
+                           std::int32_t zacznijOd = MaxInt) const;
+    [[nodiscard]] bool JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola,
+                                         TRozmiarLiter rozmLiter = rlRozmLiterWazny,
+                                         TRodzajWyszukiwania jakSzukac = rwOdKonca,
+                                         std::int32_t zacznijOd = MaxInt) const;
+    bool JestTakiObiekt(const TObiektBazowy& obiekt, std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac = rwOdKonca,
+                        std::int32_t zacznijOd = MaxInt, TPorownywaczDanych* porownywacz = nullptr) const;
+    [[nodiscard]] bool JestTakiObiekt(const TObiektBazowy& obiekt, TRodzajWyszukiwania jakSzukac = rwOdKonca,
+                                      std::int32_t zacznijOd = MaxInt, TPorownywaczDanych* porownywacz = nullptr) const;
+    // By identity, from the last element to the first; -1 when absent.
+    [[nodiscard]] std::int32_t ZnajdzObiekt(const TObiektBazowy* obiekt) const noexcept;
+    // Bisection of a list sorted on the fields: the first element that has the values, or where they belong.
+    bool WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, std::int32_t& p_Gdzie,
+                       TRozmiarLiter p_RozmLiter = rlRozmLiterWazny, TRodzajSortowania p_Sortowanie = rsRosnaco,
+                       std::uint32_t p_LocaleID = LocaleWin1250) const;
+    [[nodiscard]] bool WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci,
+                                     TRozmiarLiter p_RozmLiter = rlRozmLiterWazny,
+                                     TRodzajSortowania p_Sortowanie = rsRosnaco,
+                                     std::uint32_t p_LocaleID = LocaleWin1250) const;
+
+  protected:
+    void ZwiekszPojemnosc();
+    bool WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij);
+    // The element, which the caller's loop is about to use as an object with numbered fields.
+    [[nodiscard]] bool ElementMaCechy(std::int32_t nr, TArgumenty pola, TArgumenty wartosci,
+                                      TRozmiarLiter rozmLiter) const;
+
+    PListaObiektowBazowych FObiekty = nullptr; // slots at and beyond the count hold nothing
+    std::int32_t FIleObiektow = 0;
+    std::int32_t FPojemnosc = 0;
+
+  private:
+    friend class TJadroKlas;
+    template <class F>
+    bool Szukaj(std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd, F pasuje) const;
+};
+
+inline bool TEnumListaBazowa::MoveNext() noexcept {
+    const bool jest = FKtory < FLista->IleObiektow() - 1;
+    if (jest)
+        ++FKtory;
+    return jest;
+}
+inline TObiektBazowy* TEnumListaBazowa::GetCurrent() const noexcept { return FLista->Obiekty(FKtory); }
+inline TEnumListaBazowaOdKonca::TEnumListaBazowaOdKonca(const TListaBazowa& lista) noexcept
+    : FLista(&lista), FKtory(lista.IleObiektow()) {}
+inline TObiektBazowy* TEnumListaBazowaOdKonca::GetCurrent() const noexcept { return FLista->Obiekty(FKtory); }
+
+} // namespace ztok

@@ -1,0 +1,49 @@
+// Owning lists: elements have the list as parent and die with it.
+#pragma once
+
+#include "ztok/lists/TListaBazowa.h"
+
+namespace ztok {
+
+class ZTOK_API TListaZObiektami : public TListaBazowa {
+    ZTOK_KLASA_DEKL(TListaZObiektami)
+    static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaZObiektami;
+
+    explicit TListaZObiektami(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaBazowa(wlasciciel) {}
+    ~TListaZObiektami() override;
+
+    void ZerujDane() override;
+    void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
+    void PrzypnijObiekt(TObiektBazowy* obiekt) override;
+    void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
+    // Takes the object over also when the call raises.
+    TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;
+    // An element that is not freed goes back to the caller, without a parent.
+    TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
+    bool UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) override;
+    bool UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) override;
+    bool UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) override;
+    bool UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) override;
+    void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) override;
+
+    // Frees the elements from the last down to the index. Each one, even when one fails; the first error is raised then.
+    void ZwolnijObiekty(std::int32_t od);
+    // Ownership in the type: the list takes the object, or gives the element.
+    TObiektBazowy* Dodaj(TWlasny<TObiektBazowy> nowyObiekt, std::int32_t gdzie = MaxInt) {
+        return DodajObiekt(nowyObiekt.Oddaj(), gdzie);
+    }
+    [[nodiscard]] TWlasny<TObiektBazowy> Wyjmij(std::int32_t nrObiektu) {
+        return TWlasny<TObiektBazowy>(UsunObiekt(nrObiektu, false, false));
+    }
+
+  protected:
+    // Frees the elements that the condition picks, from the last to the first; true when any was.
+    template <class F> bool ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc);
+    // Compares the counts: 0 when they are equal, else the sign of this count minus the other.
+    [[nodiscard]] std::int32_t PorownajLiczby(const TListaBazowa& inna) const noexcept;
+    [[nodiscard]] const TListaBazowa& JakoLista(const TPole& inne) const;
+    // Appends an object made by the class's virtual constructor.
+    TObiektBazowy* DodajNowy(const TKlasa& klasa, std::int32_t gdzie);
+};
+
+} // namespace ztok

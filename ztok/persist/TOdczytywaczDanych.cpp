@@ -1,0 +1,246 @@
+#include "ztok/persist/TOdczytywaczDanych.h"
+
+#include <algorithm>
+#include <atomic>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/lists/TListaWskObiektow.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/TStrumien.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+namespace {
+
+// Readers that run: how many in the process, and the innermost of this thread.
+std::atomic<int> czynneOdczyty{0};
+constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
+
+// What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
+constexpr std::size_t kKrokTekstu = 1024UL * 1024UL;
+
+} // namespace
+
+void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica) {
+    ZTErrorFmt(Komunikat(kmZaGlebokieZagniezdzenie), {obiekt.NazwaKlasy(), granica});
+}
+
+TOdczytywaczDanych::TOdczytywaczDanych(bool odczytANSI, const TLimityOdczytu& limity)
+    : FOdczytANSI(odczytANSI), limity_(limity), poprzedni_(biezacyOdczyt) {
+    Zagniezdzenie.granica = limity.zaglebienie;
+    biezacyOdczyt = this;
+    czynneOdczyty.fetch_add(1, std::memory_order_relaxed);
+}
+
+TOdczytywaczDanych::~TOdczytywaczDanych() {
+    TOdczytywaczDanych** wskaznik = &biezacyOdczyt;
+    while (*wskaznik != this && *wskaznik != nullptr)
+        wskaznik = &(*wskaznik)->poprzedni_;
+    if (*wskaznik == this)
+        *wskaznik = poprzedni_;
+    czynneOdczyty.fetch_sub(1, std::memory_order_relaxed);
+}
+
+bool TOdczytywaczDanych::CzyKtosCzyta() noexcept { return czynneOdczyty.load(std::memory_order_relaxed) != 0; }
+
+void TOdczytywaczDanych::ZapomnijWCzynnych(const TPole& pole) noexcept {
+    for (TOdczytywaczDanych* o = biezacyOdczyt; o != nullptr; o = o->poprzedni_) {
+        // What dies during a read was read lately, if at all: the search goes from the end.
+        const auto obiekt = std::find(o->OdczObiekty.rbegin(), o->OdczObiekty.rend(), &pole);
+        if (obiekt != o->OdczObiekty.rend())
+            *obiekt = nullptr;
+        const auto wpis = std::find_if(o->OdczRef.rbegin(), o->OdczRef.rend(),
+                                       [&pole](const TWpisRef& w) { return w.pole == &pole; });
+        if (wpis != o->OdczRef.rend())
+            wpis->pole = nullptr;
+    }
+}
+
+void TOdczytywaczDanych::OdczytywanoPole(TPole& pole) {
+    const std::uint32_t cechy = pole.Klasa()->cechy;
+    if ((cechy & ckObiektBazowy) != 0)
+        OdczObiekty.push_back(static_cast<TObiektBazowy*>(&pole));
+    if ((cechy & (ckPoleWsk | ckListaWsk)) != 0)
+        OdczRef.push_back({&pole, (cechy & ckListaWsk) != 0, nullptr, Numery.size(), 0});
+}
+
+void TOdczytywaczDanych::NumerPola(TPoleWskObiektu& pole, std::uint32_t numer) {
+    if (OdczRef.empty() || OdczRef.back().pole != &pole)
+        OdczRef.push_back({&pole, false, nullptr, Numery.size(), 0});
+    Numery.push_back(numer);
+    OdczRef.back().ile = 1;
+}
+
+void TOdczytywaczDanych::NumerElementu(TListaWskObiektow& lista, std::uint32_t numer) {
+    if (OdczRef.empty() || OdczRef.back().pole != &lista)
+        OdczRef.push_back({&lista, true, nullptr, Numery.size(), 0});
+    Numery.push_back(numer);
+    ++OdczRef.back().ile;
+}
+
+TObiektBazowy* TOdczytywaczDanych::ObiektONumerze(std::uint32_t numer) const noexcept {
+    return numer >= 1 && numer <= OdczObiekty.size() ? OdczObiekty[numer - 1] : nullptr;
+}
+
+void TOdczytywaczDanych::KorygujReferencje() {
+    for (TWpisRef& wpis : OdczRef) {
+        TPole* pole = wpis.pole;
+        if (pole == nullptr)
+            continue;
+        if (wpis.lista) {
+            auto& lista = static_cast<TListaWskObiektow&>(*pole);
+            std::int32_t ile = 0;
+            for (std::size_t i = 0; i < wpis.ile; ++i)
+                ile += ObiektONumerze(Numery[wpis.od + i]) != nullptr ? 1 : 0;
+            lista.UstawPojemnosc(ile);
+            for (std::size_t i = 0; i < wpis.ile; ++i)
+                if (TObiektBazowy* obiekt = ObiektONumerze(Numery[wpis.od + i]); obiekt != nullptr)
+                    lista.DodajObiekt(obiekt, MaxInt);
+        } else if (wpis.ile != 0) {
+            TObiektBazowy* obiekt = ObiektONumerze(Numery[wpis.od]);
+            if (obiekt != nullptr && wpis.klasa != nullptr && !obiekt->JestKlasy(wpis.klasa))
+                obiekt = nullptr;
+            static_cast<TPoleWskObiektu&>(*pole).UstawObiekt(obiekt);
+        }
+        wpis.pole = nullptr; // resolved
+    }
+}
+
+void TOdczytywaczDanych::ZerujReferencje() noexcept {
+    for (TWpisRef& wpis : OdczRef)
+        if (TPole* pole = std::exchange(wpis.pole, nullptr); pole != nullptr) {
+            try {
+                pole->ZerujDane();
+            } catch (...) { // NOLINT(bugprone-empty-catch): the error that ended the read is the one to be told
+            }
+        }
+}
+
+// --- counts and texts
+
+std::uint32_t TOdczytywaczDanych::WczytajLicznik15(TStrumien& strumien) {
+    std::uint8_t bajty[2];
+    strumien.ReadBuffer(bajty, 1);
+    if (bajty[0] < 0x80)
+        return bajty[0];
+    strumien.ReadBuffer(bajty + 1, 1);
+    return ((bajty[0] & 0x7FU) << 8U) | bajty[1];
+}
+
+std::uint32_t TOdczytywaczDanych::WczytajLicznik30(TStrumien& strumien) {
+    std::uint8_t bajty[4];
+    strumien.ReadBuffer(bajty, 1);
+    if (bajty[0] < 0x80)
+        return bajty[0];
+    if (bajty[0] < 0xC0) {
+        strumien.ReadBuffer(bajty + 1, 1);
+        return ((bajty[0] & 0x7FU) << 8U) | bajty[1];
+    }
+    strumien.ReadBuffer(bajty + 1, 3);
+    return ((bajty[0] & 0x3FU) << 24U) | (static_cast<std::uint32_t>(bajty[1]) << 16U) |
+           (static_cast<std::uint32_t>(bajty[3]) << 8U) | bajty[2];
+}
+
+std::uint32_t TOdczytywaczDanych::WczytajLicznik31(TStrumien& strumien) {
+    std::uint8_t bajty[4];
+    strumien.ReadBuffer(bajty, 2);
+    const std::uint32_t pierwsze = static_cast<std::uint32_t>(bajty[1]) << 8U | bajty[0];
+    if (pierwsze < 0x8000)
+        return pierwsze;
+    strumien.ReadBuffer(bajty + 2, 2);
+    return ((pierwsze & 0x7FFFU) << 16U) | (static_cast<std::uint32_t>(bajty[3]) << 8U) | bajty[2];
+}
+
+void TOdczytywaczDanych::BladLimitu(std::u16string_view limit, std::int64_t wartosc) {
+    ZTErrorFmt(Komunikat(kmPrzekroczonoLimit), {limit, wartosc});
+}
+
+namespace {
+
+[[noreturn]] void BladLicznikaPonadDane(std::uint32_t licznik) {
+    ZTErrorFmt(Komunikat(kmLicznikPonadDane), {static_cast<std::int64_t>(licznik)});
+}
+
+// Reads the length of a text and checks it before anything is allocated.
+std::size_t WczytajDlugosc(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
+    const std::uint32_t dlugosc = TOdczytywaczDanych::WczytajLicznik30(strumien);
+    if (!strumien.MozeMiec(dlugosc))
+        BladLicznikaPonadDane(dlugosc);
+    if (odczytywacz != nullptr)
+        odczytywacz->SprawdzTekst(dlugosc);
+    else if (dlugosc > TLimityOdczytu{}.bajtyTekstu)
+        ZTErrorFmt(Komunikat(kmPrzekroczonoLimit), {u"bajtyTekstu", TLimityOdczytu{}.bajtyTekstu});
+    return dlugosc;
+}
+
+// Reads the bytes step by step, so that a false length costs no more than the data that are there.
+void WczytajBajty(TStrumien& strumien, std::string& bajty, std::size_t dlugosc) {
+    bajty.clear();
+    while (bajty.size() < dlugosc) {
+        const std::size_t mam = bajty.size();
+        const std::size_t krok = std::min(dlugosc - mam, std::max(kKrokTekstu, mam));
+        bajty.resize(mam + krok);
+        strumien.ReadBuffer(bajty.data() + mam, krok);
+    }
+}
+
+// Decodes UTF-8 from the stream's window when the text lies there whole, else through a copy.
+void WczytajTekstUtf8(TStrumien& strumien, std::u16string& tekst, std::size_t dlugosc) {
+    if (const auto okno = strumien.Okno(); okno.size() >= dlugosc) {
+        const char* bajty = reinterpret_cast<const char*>(okno.data());
+        constexpr std::size_t kKrotki = 256;
+        if (dlugosc <= kKrotki) {
+            char16_t znaki[kKrotki];
+            tekst.assign(znaki, DekodujUtf8(bajty, dlugosc, znaki));
+        } else {
+            tekst.resize(dlugosc);
+            tekst.resize(DekodujUtf8(bajty, dlugosc, tekst.data()));
+            tekst.shrink_to_fit();
+        }
+        strumien.Pomin(static_cast<std::int64_t>(dlugosc));
+        return;
+    }
+    std::string bajty;
+    WczytajBajty(strumien, bajty, dlugosc);
+    tekst = Utf16ZUtf8(bajty);
+}
+
+} // namespace
+
+void TOdczytywaczDanych::SprawdzTekst(std::uint32_t dlugosc) {
+    if (dlugosc > limity_.bajtyTekstu)
+        BladLimitu(u"bajtyTekstu", limity_.bajtyTekstu);
+    ZuzyjPamiec(2LL * dlugosc);
+}
+
+void TOdczytywaczDanych::WczytajAnsiString(TStrumien& strumien, std::string& bajty, TOdczytywaczDanych* odczytywacz) {
+    WczytajBajty(strumien, bajty, WczytajDlugosc(strumien, odczytywacz));
+}
+
+void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, std::u16string& tekst,
+                                           TOdczytywaczDanych* odczytywacz) {
+    if (odczytywacz != nullptr && odczytywacz->FOdczytANSI) {
+        std::string bajty;
+        WczytajAnsiString(strumien, bajty, odczytywacz);
+        tekst = PolskiWide(bajty);
+    } else {
+        WczytajUtf8(strumien, tekst, odczytywacz);
+    }
+}
+
+void TOdczytywaczDanych::WczytajUtf8(TStrumien& strumien, std::u16string& tekst, TOdczytywaczDanych* odczytywacz) {
+    WczytajTekstUtf8(strumien, tekst, WczytajDlugosc(strumien, odczytywacz));
+}
+
+std::uint32_t TOdczytywaczDanych::WczytajIleElementow(TStrumien& strumien, std::uint32_t bajtowNaElement) {
+    const std::uint32_t ile = WczytajLicznik31(strumien);
+    if (!strumien.MozeMiec(static_cast<std::int64_t>(ile) * bajtowNaElement))
+        BladLicznikaPonadDane(ile);
+    return ile;
+}
+
+} // namespace ztok
