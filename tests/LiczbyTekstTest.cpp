@@ -137,7 +137,8 @@ TEST(LiczbyTekst, RealNumbersAreReadAsTheTableSays) {
         {"inf", true, std::numeric_limits<double>::infinity()},
         {"infinity", false, 0},
         {"-nan", false, 0},
-        {"\t1.5\r\n", true, 1.5},
+        {"  1.5 ", true, 1.5},
+        {"\t1.5", false, 0},
         {"0x10", false, 0},
     };
     for (const auto& p : przypadki) {

@@ -184,8 +184,6 @@ void Zaokraglij(TCyfry& c, int ile) noexcept {
     return {bufor, p};
 }
 
-[[nodiscard]] bool JestOdstep(char16_t znak) noexcept { return znak == u' ' || (znak >= u'\t' && znak <= u'\r'); }
-
 // The word for a number that digits cannot tell.
 [[nodiscard]] bool WezSlowo(std::u16string_view tekst, double& liczba) noexcept {
     const bool ujemna = tekst.starts_with(u'-');
@@ -315,9 +313,9 @@ std::u16string FloatNaTekstDokladny(double liczba, const TUstawieniaFormatu& ust
 }
 
 bool SprobujTekstNaFloat(std::u16string_view tekst, double& liczba, const TUstawieniaFormatu& ustawienia) {
-    while (!tekst.empty() && JestOdstep(tekst.front()))
+    while (!tekst.empty() && tekst.front() == u' ')
         tekst.remove_prefix(1);
-    while (!tekst.empty() && JestOdstep(tekst.back()))
+    while (!tekst.empty() && tekst.back() == u' ')
         tekst.remove_suffix(1);
     char krotki[64];
     std::string dlugi;
