@@ -10,7 +10,7 @@
 namespace ztok {
 
 // A fresh value holds the library's own settings (UstawieniaPolskie).
-struct ZTOK_API TUstawieniaFormatu {
+struct TUstawieniaFormatu {
     std::u16string symbolWaluty = u"zł";
     std::uint8_t formatWaluty = 3;        // 0 `zł1`, 1 `1zł`, 2 `zł 1`, 3 `1 zł`
     std::uint8_t formatWalutyUjemnej = 8; // 8 `-1 zł`; 0 to 15, the usual numbering

@@ -14,6 +14,7 @@ namespace {
 // Accents as second weights, in their order. Weights of several accents on one letter add up.
 enum EAkcent : std::uint8_t {
     akBrak = 0,
+    akWariant = 3, // another shape of the same letter
     akOstry = 14,
     akTepy = 15,
     akKropka = 16,
@@ -51,12 +52,15 @@ constexpr auto Litery = std::to_array<TLitera>({
     {0x0101, 0x0100, u'a', akMakron},
     {0x0103, 0x0102, u'a', akBrewis},
     {0x0105, 0x0104, u'a', akOgonek},
-    {0x00AA, 0, u'a', akLigatura},
+    {0x00AA, 0, u'a', akWariant},
     {0x00E7, 0x00C7, u'c', akCedylla},
     {0x0107, 0x0106, u'c', akOstry},
     {0x0109, 0x0108, u'c', akDaszek},
     {0x010B, 0x010A, u'c', akKropka},
     {0x010D, 0x010C, u'c', akPtaszek},
+    {0x00F0, 0x00D0, u'd', akLigatura},
+    {0x0138, 0, u'k', akLigatura},
+    {0x014B, 0x014A, u'n', akLigatura},
     {0x010F, 0x010E, u'd', akPtaszek},
     {0x0111, 0x0110, u'd', akKreska},
     {0x00E8, 0x00C8, u'e', akTepy},
@@ -83,7 +87,7 @@ constexpr auto Litery = std::to_array<TLitera>({
     {0x012D, 0x012C, u'i', akBrewis},
     {0x012F, 0x012E, u'i', akOgonek},
     {0, 0x0130, u'i', akKropka},
-    {0x0131, 0, u'i', akLigatura},
+    {0x0131, 0, u'i', akWariant},
     {0x0135, 0x0134, u'j', akDaszek},
     {0x0137, 0x0136, u'k', akCedylla},
     {0x013A, 0x0139, u'l', akOstry},
@@ -104,7 +108,7 @@ constexpr auto Litery = std::to_array<TLitera>({
     {0x014D, 0x014C, u'o', akMakron},
     {0x014F, 0x014E, u'o', akBrewis},
     {0x0151, 0x0150, u'o', akOstryPodwojny},
-    {0x00BA, 0, u'o', akLigatura},
+    {0x00BA, 0, u'o', akWariant},
     {0x0155, 0x0154, u'r', akOstry},
     {0x0157, 0x0156, u'r', akCedylla},
     {0x0159, 0x0158, u'r', akPtaszek},
@@ -160,6 +164,7 @@ constexpr auto Pary = std::to_array<TPara>({
     {0x0153, 0x0152, u'o', u'e'},
     {0x00FE, 0x00DE, u't', u'h'},
     {0x0133, 0x0132, u'i', u'j'},
+    {0x2122, 0, u't', u'm'},
 });
 
 // Letters of the Polish alphabet beyond a to z, small forms; z-acute sorts before z-dot by their accents' order.
@@ -168,7 +173,11 @@ constexpr auto Pary = std::to_array<TPara>({
     return PolskieLitery.find(mala) != std::u16string_view::npos;
 }
 
-// Weights of one character. First weights: control characters and blanks < punctuation < signs < digits < letters; a
+// Blanks, punctuation and signs of the code page Windows-1250 and a few more, in their order; those not listed follow.
+constexpr std::u16string_view KolejnoscZnakow =
+    u" \u00A0\t\n\v\f\r!\"#$%&()*,./:;?@[\\]^_`{|}~¡¦¨¯´¸¿ˇ˘˙˛˝‘’‚“”„′″‹›¢£¤¥€+<=>±«»×÷§©¬®°µ¶·…†‡•‰";
+
+// Weights of one character. First weights: control characters < blanks, punctuation, signs < digits < letters; a
 // letter has its code there times 64, so that accents which make letters of their own fit in between.
 struct TWagi {
     std::uint32_t pierwsza = 0;
@@ -176,11 +185,10 @@ struct TWagi {
     std::uint8_t trzecia = 0; // 0 small or caseless, 1 capital
 };
 
-constexpr std::uint32_t KlasaBialy = 1U << 28U;
-constexpr std::uint32_t KlasaPrzestankowy = 2U << 28U;
-constexpr std::uint32_t KlasaZnak = 3U << 28U;
-constexpr std::uint32_t KlasaCyfra = 4U << 28U;
-constexpr std::uint32_t KlasaLitera = 5U << 28U;
+constexpr std::uint32_t KlasaSterujacy = 1U << 28U;
+constexpr std::uint32_t KlasaZnak = 2U << 28U;
+constexpr std::uint32_t KlasaCyfra = 3U << 28U;
+constexpr std::uint32_t KlasaLitera = 4U << 28U;
 
 [[nodiscard]] constexpr TWagi WagiLitery(std::uint32_t mala, bool duza, EAkcent akcent) {
     return {KlasaLitera | mala * 64U, akcent, static_cast<std::uint8_t>(duza ? 1 : 0)};
@@ -188,20 +196,23 @@ constexpr std::uint32_t KlasaLitera = 5U << 28U;
 
 // Weights of a code point outside the tables of accented and double letters.
 [[nodiscard]] constexpr TWagi WagiZwykle(std::uint32_t kod) {
-    if (kod <= 0x20 || (kod >= 0x7F && kod <= 0xA0) || (kod >= 0x2000 && kod <= 0x200A) || kod == 0x3000)
-        return {KlasaBialy | kod, 0, 0};
+    if (const std::size_t miejsce = KolejnoscZnakow.find(static_cast<char16_t>(kod));
+        kod < 0x10000 && miejsce != std::u16string_view::npos)
+        return {KlasaZnak | static_cast<std::uint32_t>(miejsce), 0, 0};
+    if (kod < 0x20 || kod == 0x7F)
+        return {KlasaSterujacy | kod, 0, 0};
     if (kod >= '0' && kod <= '9')
-        return {KlasaCyfra | kod, 0, 0};
+        return {KlasaCyfra | kod * 4U, 0, 0};
+    if (kod >= 0xBC && kod <= 0xBE) // fractions follow 0
+        return {KlasaCyfra | ('0' * 4U + kod - 0xBBU), 0, 0};
+    if (kod == 0xB9 || kod == 0xB2 || kod == 0xB3) // raised 1, 2, 3
+        return {KlasaCyfra | (kod == 0xB9 ? '1' : kod - 0x80U) * 4U, akWariant, 0};
     if (kod >= 'a' && kod <= 'z')
         return WagiLitery(kod, false, akBrak);
     if (kod >= 'A' && kod <= 'Z')
         return WagiLitery(kod + 0x20, true, akBrak);
-    if (kod == '+' || kod == '<' || kod == '=' || kod == '>' || kod == 0xAC || kod == 0xB1 || kod == 0xD7 ||
-        kod == 0xF7 || (kod >= 0x2190 && kod <= 0x2BFF))
-        return {KlasaZnak | kod, 0, 0};
-    if (kod < 0xC0 || (kod >= 0x2010 && kod <= 0x206F) || (kod >= 0x2070 && kod <= 0x218F) ||
-        (kod >= 0x3001 && kod <= 0x303F))
-        return {KlasaPrzestankowy | kod, 0, 0};
+    if (kod < 0xC0 || (kod >= 0x2000 && kod <= 0x2BFF) || (kod >= 0x3000 && kod <= 0x303F))
+        return {KlasaZnak | 0x1000U | kod << 4U, 0, 0};
     if (kod >= 0x0391 && kod <= 0x03A9) // Greek
         return WagiLitery(kod + 0x20, true, akBrak);
     if (kod >= 0x0410 && kod <= 0x042F) // Cyrillic
@@ -237,9 +248,10 @@ constexpr TTablicaWag ZbudujTablice() {
         }
     }
     for (const TPara& para : Pary) {
-        t.niezmienna[para.mala] = t.polska[para.mala] = {};
-        if (para.duza < TTablicaWag::Ile)
-            t.niezmienna[para.duza] = t.polska[para.duza] = {};
+        for (const char16_t kod : {para.mala, para.duza}) {
+            if (kod != 0 && kod < TTablicaWag::Ile)
+                t.niezmienna[kod] = t.polska[kod] = {};
+        }
     }
     return t;
 }
@@ -284,9 +296,11 @@ constexpr TTablicaWag TablicaWag = ZbudujTablice();
 }
 
 [[nodiscard]] constexpr bool JestLaczony(char16_t znak) noexcept { return znak >= 0x0300 && znak <= 0x036F; }
-// Hyphens and apostrophes.
-[[nodiscard]] constexpr bool JestPomijany(char16_t znak) noexcept {
-    return znak == u'-' || znak == u'\'' || znak == 0x00AD || znak == 0x2010 || znak == 0x2011;
+// Place of a hyphen, dash or apostrophe among its kind, 0 for other characters.
+[[nodiscard]] constexpr int Pomijany(char16_t znak) noexcept {
+    constexpr std::u16string_view Kolejnosc = u"\u00AD'-\u2010\u2011\u2012\u2013\u2014\u2015";
+    const std::size_t miejsce = Kolejnosc.find(znak);
+    return miejsce == std::u16string_view::npos ? 0 : static_cast<int>(miejsce) + 1;
 }
 
 // Walks a text weight by weight.
@@ -295,11 +309,13 @@ class TPrzeglad {
     TPrzeglad(std::u16string_view tekst, bool polska) noexcept
         : tekst_(tekst), wagi_((polska ? TablicaWag.polska : TablicaWag.niezmienna).data()) {}
 
-    // The next hyphen or apostrophe before the next letter, or 0.
-    [[nodiscard]] char16_t WezPomijany() noexcept {
-        if (druga_ != 0 || pozycja_ >= tekst_.size() || !JestPomijany(tekst_[pozycja_]))
+    // The next hyphen, dash or apostrophe before the next letter as its place among its kind, or 0.
+    [[nodiscard]] int WezPomijany() noexcept {
+        if (druga_ != 0 || pozycja_ >= tekst_.size())
             return 0;
-        return tekst_[pozycja_++];
+        const int pomijany = Pomijany(tekst_[pozycja_]);
+        pozycja_ += pomijany != 0 ? 1U : 0U;
+        return pomijany;
     }
 
     // The next weights; false at the end. WezPomijany has answered 0.
@@ -371,36 +387,19 @@ class TPrzeglad {
     bool duzaDruga_ = false;
 };
 
-// Compares the hyphens and apostrophes of two texts as lists of (place, character): none sorts before any, and an
-// earlier place before a later one.
-class TPorownaniePomijanych {
-  public:
-    // Takes those that stand before the next letter of both texts.
-    void Wez(TPrzeglad& a, TPrzeglad& b) noexcept {
-        while (true) {
-            const char16_t zA = a.WezPomijany();
-            const char16_t zB = b.WezPomijany();
-            if (zA == 0 && zB == 0)
-                return;
-            if (wynik_ != 0)
-                continue;
-            if (nadmiar_ != 0) { // one text had an extra one; the other's next stands later, so it sorts after
-                if ((nadmiar_ > 0 ? zB : zA) != 0)
-                    wynik_ = -nadmiar_;
-            } else if (zA == 0 || zB == 0) {
-                nadmiar_ = zA != 0 ? 1 : -1;
-            } else if (zA != zB) {
-                wynik_ = zA < zB ? -1 : 1;
-            }
-        }
+// Compares the hyphens and apostrophes that stand before the next letter of both texts, and takes them: where one text
+// has one and the other none, the one without sorts first.
+[[nodiscard]] int PorownajPomijane(TPrzeglad& a, TPrzeglad& b) noexcept {
+    int wynik = 0;
+    while (true) {
+        const int zA = a.WezPomijany();
+        const int zB = b.WezPomijany();
+        if (zA == 0 && zB == 0)
+            return wynik;
+        if (wynik == 0 && zA != zB)
+            wynik = zA < zB ? -1 : 1;
     }
-
-    [[nodiscard]] int Wynik() const noexcept { return wynik_ != 0 ? wynik_ : nadmiar_; }
-
-  private:
-    int wynik_ = 0;
-    int nadmiar_ = 0; // 1: the first text has one that the second lacks so far, -1 the reverse
-};
+}
 
 [[nodiscard]] bool JestPolski(std::uint32_t lcid) noexcept {
     constexpr std::uint32_t MaskaJezyka = 0x3FF;
@@ -415,11 +414,12 @@ int PorownajWgLokalizacji(std::u16string_view a, std::u16string_view b, std::uin
     const bool polska = JestPolski(lcid);
     TPrzeglad pA(a, polska);
     TPrzeglad pB(b, polska);
-    TPorownaniePomijanych pomijane;
+    int pomijane = 0;
     int druga = 0;
     int trzecia = 0;
     while (true) {
-        pomijane.Wez(pA, pB);
+        const int znaki = PorownajPomijane(pA, pB);
+        pomijane = pomijane != 0 ? pomijane : znaki;
         TWagi wA;
         TWagi wB;
         const bool jestA = pA.Wez(wA);
@@ -439,7 +439,7 @@ int PorownajWgLokalizacji(std::u16string_view a, std::u16string_view b, std::uin
         return druga;
     if (trzecia != 0 && !bezWielkosci)
         return trzecia;
-    return pomijane.Wynik();
+    return pomijane;
 }
 
 } // namespace ztok
