@@ -1,7 +1,6 @@
 #include "ztok/platform/PorownanieTekstow.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 #include "ztok/platform/Kodowania.h"
@@ -12,10 +11,10 @@ namespace {
 
 template <class T> [[nodiscard]] int Znak(T a, T b) noexcept { return a < b ? -1 : a > b ? 1 : 0; }
 
-// Position from `i` on of the first difference of two texts that are both at least `ile` long, or `ile`.
-template <class Z>
-[[nodiscard]] std::size_t PierwszaRoznica(const Z* a, const Z* b, std::size_t i, std::size_t ile) noexcept {
+// Length of the common beginning of two texts, each at least `ile` long, looked at word by word.
+template <class Z> [[nodiscard]] std::size_t WspolnyPoczatek(const Z* a, const Z* b, std::size_t ile) noexcept {
     constexpr std::size_t WSlowie = sizeof(std::uint64_t) / sizeof(Z);
+    std::size_t i = 0;
     for (; ile - i >= WSlowie; i += WSlowie) {
         std::uint64_t x = 0;
         std::uint64_t y = 0;
@@ -29,22 +28,29 @@ template <class Z>
     return i;
 }
 
-// Orders by the keys of the first characters whose keys differ, then by length.
-template <class Z, class Klucz>
-[[nodiscard]] int PorownajWgKlucza(std::basic_string_view<Z> a, std::basic_string_view<Z> b, Klucz klucz) noexcept {
+// Orders by the keys of the first characters whose folded forms and keys differ, then by length.
+template <class Z, class Zwin, class Klucz>
+[[nodiscard]] int PorownajWgKlucza(std::basic_string_view<Z> a, std::basic_string_view<Z> b, Zwin zwin,
+                                   Klucz klucz) noexcept {
     const std::size_t wspolne = std::min(a.size(), b.size());
-    for (std::size_t i = 0; (i = PierwszaRoznica(a.data(), b.data(), i, wspolne)) < wspolne; ++i) {
-        const int wynik = Znak(klucz(a[i]), klucz(b[i]));
-        if (wynik != 0)
+    for (std::size_t i = WspolnyPoczatek(a.data(), b.data(), wspolne); i < wspolne; ++i) {
+        const Z zA = zwin(a[i]);
+        const Z zB = zwin(b[i]);
+        if (zA == zB)
+            continue;
+        if (const int wynik = Znak(klucz(zA), klucz(zB)); wynik != 0)
             return wynik;
     }
     return Znak(a.size(), b.size());
 }
 
+constexpr auto BezZmiany = [](auto znak) noexcept { return znak; };
+constexpr auto NaDuza = [](auto znak) noexcept { return DuzaAscii(znak); };
+
 } // namespace
 
 int PorownajOrdynalnie(std::u16string_view a, std::u16string_view b) noexcept {
-    return PorownajWgKlucza(a, b, [](char16_t znak) { return znak; });
+    return PorownajWgKlucza(a, b, BezZmiany, BezZmiany);
 }
 
 int PorownajOrdynalnie(std::string_view a, std::string_view b) noexcept {
@@ -52,19 +58,19 @@ int PorownajOrdynalnie(std::string_view a, std::string_view b) noexcept {
 }
 
 int PorownajOrdynalnieBezWielkosci(std::u16string_view a, std::u16string_view b) noexcept {
-    return PorownajWgKlucza(a, b, [](char16_t znak) { return DuzaAscii(znak); });
+    return PorownajWgKlucza(a, b, NaDuza, BezZmiany);
 }
 
 int PorownajOrdynalnieBezWielkosci(std::string_view a, std::string_view b) noexcept {
-    return PorownajWgKlucza(a, b, [](char znak) { return static_cast<unsigned char>(DuzaAscii(znak)); });
+    return PorownajWgKlucza(a, b, NaDuza, [](char znak) noexcept { return static_cast<unsigned char>(znak); });
 }
 
 int PorownajWin1250(std::u16string_view a, std::u16string_view b) noexcept {
-    return PorownajWgKlucza(a, b, [](char16_t znak) { return KodWin1250(znak); });
+    return PorownajWgKlucza(a, b, BezZmiany, KodWin1250);
 }
 
 int PorownajWin1250BezWielkosci(std::u16string_view a, std::u16string_view b) noexcept {
-    return PorownajWgKlucza(a, b, [](char16_t znak) { return KodWin1250(DuzaAscii(znak)); });
+    return PorownajWgKlucza(a, b, NaDuza, KodWin1250);
 }
 
 } // namespace ztok

@@ -212,8 +212,8 @@ constexpr std::uint32_t KlasaLitera = 4U << 28U;
     if (kod >= 'A' && kod <= 'Z')
         return WagiLitery(kod + 0x20, true, akBrak);
     if (kod < 0xC0 || (kod >= 0x2000 && kod <= 0x2BFF) || (kod >= 0x3000 && kod <= 0x303F))
-        return {KlasaZnak | 0x1000U | kod << 4U, 0, 0};
-    if (kod >= 0x0391 && kod <= 0x03A9) // Greek
+        return {KlasaZnak | (0x100U + kod), 0, 0}; // after all that are listed
+    if (kod >= 0x0391 && kod <= 0x03A9)            // Greek
         return WagiLitery(kod + 0x20, true, akBrak);
     if (kod >= 0x0410 && kod <= 0x042F) // Cyrillic
         return WagiLitery(kod + 0x20, true, akBrak);
@@ -299,6 +299,8 @@ constexpr TTablicaWag TablicaWag = ZbudujTablice();
 // Place of a hyphen, dash or apostrophe among its kind, 0 for other characters.
 [[nodiscard]] constexpr int Pomijany(char16_t znak) noexcept {
     constexpr std::u16string_view Kolejnosc = u"\u00AD'-\u2010\u2011\u2012\u2013\u2014\u2015";
+    if (znak > u'-' && (znak < 0x00AD || (znak > 0x00AD && znak < 0x2010)))
+        return 0; // nearly every character
     const std::size_t miejsce = Kolejnosc.find(znak);
     return miejsce == std::u16string_view::npos ? 0 : static_cast<int>(miejsce) + 1;
 }
