@@ -1,0 +1,197 @@
+#include "ztok/platform/DatyTekst.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "TabeleTestow.h"
+#include "ztok/platform/Wyjatki.h"
+
+namespace ztok {
+namespace {
+
+using testy::TWierszTabeli;
+using testy::WczytajTabele;
+
+// The tables were made on this day.
+TData DzienTabel() noexcept { return {2026, 11, 21}; }
+
+class DatyTekst : public testing::Test {
+  protected:
+    void SetUp() override {
+        UstawFunkcjeDzisiaj(DzienTabel);
+        u.separatorDziesietny = u',';
+        u.separatorTysiecy = u'\u00A0';
+    }
+    void TearDown() override { UstawFunkcjeDzisiaj(nullptr); }
+
+    using TFunkcja = bool (*)(std::u16string_view, double&, const TUstawieniaFormatu&);
+    void SprawdzTabele(const std::string& nazwa, TFunkcja funkcja) const {
+        for (const TWierszTabeli& w : WczytajTabele(nazwa)) {
+            if (w.Utf8(5) == "?")
+                continue;
+            SCOPED_TRACE(nazwa + ' ' + std::to_string(w.numer) + ' ' + w.Utf8(1));
+            double wartosc = 77;
+            const bool dobra = w.Utf8(5) == "ok";
+            EXPECT_EQ(funkcja(w.Tekst(1), wartosc, u), dobra);
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(wartosc), dobra ? w.Bity(6) : std::bit_cast<std::uint64_t>(77.0));
+        }
+    }
+
+    TUstawieniaFormatu u;
+};
+
+TEST_F(DatyTekst, TextIsReadAsTheTablesSay) {
+    SprawdzTabele("str_to_date.tsv", SprobujTekstNaDate);
+    SprawdzTabele("str_to_time.tsv", SprobujTekstNaCzas);
+    SprawdzTabele("str_to_datetime.tsv", SprobujTekstNaDateICzas);
+}
+
+TEST_F(DatyTekst, MasksMatchTheTable) {
+    int sprawdzonych = 0;
+    for (const TWierszTabeli& w : WczytajTabele("format_datetime.tsv")) {
+        if (w.Utf8(5) == "?")
+            continue;
+        SCOPED_TRACE(std::to_string(w.numer) + ' ' + w.Utf8(1));
+        EXPECT_EQ(Utf8ZUtf16(FormatujDateCzas(w.Tekst(1), w.Rzeczywista(3), u)), w.Utf8(5));
+        ++sprawdzonych;
+    }
+    EXPECT_GT(sprawdzonych, 130);
+}
+
+TEST_F(DatyTekst, TextFormsMatchTheTable) {
+    for (const TWierszTabeli& w : WczytajTabele("date_to_str.tsv")) {
+        SCOPED_TRACE(w.numer);
+        const double wartosc = w.Rzeczywista(2);
+        if (w.Utf8(3) == "0000-00-00") { // before the first date: refused, not written as a date that is none
+            EXPECT_THROW((void)DataNaTekst(wartosc, u), EBladKonwersji);
+            continue;
+        }
+        EXPECT_EQ(Utf8ZUtf16(DataNaTekst(wartosc, u)), w.Utf8(3));
+        EXPECT_EQ(Utf8ZUtf16(CzasNaTekst(wartosc, u)), w.Utf8(4));
+        EXPECT_EQ(Utf8ZUtf16(DataICzasNaTekst(wartosc, u)), w.Utf8(5));
+    }
+}
+
+TEST_F(DatyTekst, ShortestTextNamesThePartsThatSaySomething) {
+    const struct {
+        double wartosc;
+        std::u16string_view tekst;
+    } przypadki[] = {
+        {0, u"1899-12-30"},
+        {0.25, u"06:00:00"},
+        {-0.25, u"06:00:00"},
+        {45356, u"2024-03-05"},
+        {-1, u"1899-12-29"},
+        {45356.75, u"2024-03-05 18:00:00"},
+        {-1.25, u"1899-12-29 06:00:00"},
+        {0.99999999999, u"1899-12-31"},
+    };
+    for (const auto& p : przypadki)
+        EXPECT_EQ(Utf8ZUtf16(DataLubCzasNaTekst(p.wartosc, u)), Utf8ZUtf16(p.tekst)) << p.wartosc;
+}
+
+TEST_F(DatyTekst, EveryDayAndEveryTimeComesBack) {
+    double poprzednia = -693594;
+    for (TData d{1, 1, 1}; d.rok <= 9999;) {
+        double wartosc = 0;
+        if (!SprobujZlozycDate(d, wartosc)) { // past the end of the month
+            d = d.miesiac == 12 ? TData{d.rok + 1, 1, 1} : TData{d.rok, d.miesiac + 1, 1};
+            continue;
+        }
+        ASSERT_EQ(wartosc, poprzednia + 1);
+        poprzednia = wartosc;
+        TData odczytana;
+        TCzas czas;
+        ASSERT_TRUE(SprobujRozlozycDateICzas(ZlaczDateICzas(wartosc, 0.75), odczytana, czas));
+        ASSERT_EQ(odczytana, d);
+        ASSERT_EQ(czas, (TCzas{18, 0, 0, 0}));
+        ++d.dzien;
+    }
+    EXPECT_EQ(poprzednia, 2958465);
+    std::mt19937 losowe(3);
+    for (int i = 0; i < 20000; ++i) {
+        const double dzien = static_cast<double>(losowe() % 3652058) - 693593.0;
+        const TCzas czas{static_cast<int>(losowe() % 24), static_cast<int>(losowe() % 60),
+                         static_cast<int>(losowe() % 60), static_cast<int>(losowe() % 1000)};
+        double ulamek = 0;
+        ASSERT_TRUE(SprobujZlozycCzas(czas, ulamek));
+        TData data;
+        TCzas odczytany;
+        ASSERT_TRUE(SprobujRozlozycDateICzas(ZlaczDateICzas(dzien, ulamek), data, odczytany));
+        ASSERT_EQ(odczytany, czas);
+        const std::u16string tekst = FormatujDateCzas(u"c,zzz", ZlaczDateICzas(dzien, ulamek), u);
+        double odczytana = 0;
+        if (czas.godzina + czas.minuta + czas.sekunda > 0) {
+            ASSERT_TRUE(SprobujTekstNaDateICzas(tekst, odczytana, u)) << Utf8ZUtf16(tekst);
+            ASSERT_EQ(odczytana, ZlaczDateICzas(dzien, ulamek));
+        }
+    }
+}
+
+TEST_F(DatyTekst, OutOfRangeIsRefused) {
+    for (const double wartosc : {2958466.0, -693594.0, 1e300, -1e300, std::numeric_limits<double>::infinity(),
+                                 std::numeric_limits<double>::quiet_NaN(), 2958465.9999999999}) {
+        EXPECT_THROW((void)FormatujDateCzas(u"yyyy", wartosc, u), EBladKonwersji);
+        TData data;
+        TCzas czas;
+        EXPECT_FALSE(SprobujRozlozycDateICzas(wartosc, data, czas));
+        EXPECT_EQ(data, TData{});
+    }
+    EXPECT_EQ(FormatujDateCzas(u"yyyy-mm-dd hh", -693593.75, u), u"0001-01-01 18");
+    const auto komunikat = [](auto dzialanie) {
+        try {
+            (void)dzialanie();
+        } catch (const EBladKonwersji& blad) {
+            return std::u16string(blad.Komunikat());
+        }
+        return std::u16string();
+    };
+    EXPECT_EQ(komunikat([&] { return TekstNaDate(u"2024-02-30", u); }), u"'2024-02-30' nie jest poprawną datą");
+    EXPECT_EQ(komunikat([&] { return TekstNaCzas(u"25:00", u); }), u"'25:00' nie jest poprawną godziną");
+    EXPECT_EQ(komunikat([&] { return TekstNaDateICzas(u"x", u); }), u"'x' nie jest poprawną datą i godziną");
+    EXPECT_EQ(komunikat([&] { return DataNaTekst(3e6, u); }), u"'3000000' nie jest poprawną datą");
+}
+
+TEST_F(DatyTekst, OtherSettings) {
+    u.krotkiFormatDaty = u"dd/mm/yyyy";
+    u.separatorDaty = u'.';
+    u.separatorCzasu = u'.';
+    u.dlugiFormatCzasu = u"h:mm:ss ampm";
+    u.napisAM = u"rano";
+    u.napisPM = u"po poł.";
+    u.oknoWieku = 0;
+    const double chwila = 45356.75;
+    EXPECT_EQ(DataICzasNaTekst(chwila, u), u"05.03.2024 6.00.00 po poł.");
+    EXPECT_EQ(TekstNaDateICzas(u"5.3.2024 6.00.00 PO poł.", u), chwila);
+    EXPECT_EQ(TekstNaDateICzas(u"5 . 3 . 24 6.0 pm", u), chwila);
+    EXPECT_EQ(TekstNaDate(u"1.2.99", u), TekstNaDate(u"1.2.2099", u)); // no window: the current century
+    EXPECT_EQ(TekstNaDate(u"5.3", u), TekstNaDate(u"5.3.2026", u));
+    u.krotkiFormatDaty = u"m d y";
+    u.separatorDaty = u' ';
+    EXPECT_EQ(TekstNaDateICzas(u"3 5 2024 18.0", u), chwila);
+    // Formats that name each other end.
+    u.krotkiFormatDaty = u"ddddd c";
+    EXPECT_LT(DataICzasNaTekst(chwila, u).size(), 100U);
+}
+
+TEST_F(DatyTekst, MaskCornersDecidedHere) {
+    const struct {
+        std::u16string_view maska, tekst;
+    } przypadki[] = {
+        {u"hh mm", u"18 00"}, {u"zz", u"05"},         {u"hhh:nnn", u"18:00"},      {u"q w e g", u"q w e g"},
+        {u"\"abc", u"abc"},   {u"am/pm h", u"pm 18"}, {u"h 'am/pm'", u"18 am/pm"}, {u"a", u"a"},
+    };
+    for (const auto& p : przypadki)
+        EXPECT_EQ(Utf8ZUtf16(FormatujDateCzas(p.maska, 45356.75 + 5.0 / 86400000, u)), Utf8ZUtf16(p.tekst));
+}
+
+TEST(Zegar, SystemTellsADate) {
+    double wartosc = 0;
+    EXPECT_TRUE(SprobujZlozycDate(DzisiajWgSystemu(), wartosc));
+    EXPECT_GT(wartosc, 45000);
+}
+
+} // namespace
+} // namespace ztok

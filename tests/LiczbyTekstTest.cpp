@@ -1,0 +1,216 @@
+#include "ztok/platform/LiczbyTekst.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "TabeleTestow.h"
+#include "ztok/platform/Wyjatki.h"
+
+namespace ztok {
+namespace {
+
+using testy::TWierszTabeli;
+using testy::WczytajTabele;
+
+TUstawieniaFormatu Separatory(const TWierszTabeli& w, std::size_t dziesietny) {
+    TUstawieniaFormatu u = UstawieniaProcesu();
+    u.separatorDziesietny = w.Tekst(dziesietny).at(0);
+    const std::u16string tysiace = w.Tekst(dziesietny + 1);
+    u.separatorTysiecy = tysiace.empty() ? char16_t(0) : tysiace[0];
+    return u;
+}
+
+TEST(LiczbyTekst, IntegersMatchTheTable) {
+    for (const auto& w : WczytajTabele("int_parse.tsv")) {
+        SCOPED_TRACE(w.numer);
+        std::int32_t krotka = 77;
+        const bool dobra = w.Utf8(4) != "error";
+        EXPECT_EQ(SprobujTekstNaInt(w.Tekst(1), krotka), dobra);
+        EXPECT_EQ(krotka, dobra ? w.Calkowita(4) : 77);
+        std::int64_t dluga = 77;
+        const bool dobra64 = w.Utf8(5) != "error";
+        EXPECT_EQ(SprobujTekstNaInt64(w.Tekst(1), dluga), dobra64);
+        EXPECT_EQ(dluga, dobra64 ? w.Calkowita(5) : 77);
+    }
+    for (const std::int64_t liczba : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-10}, std::int64_t{0},
+                                      std::numeric_limits<std::int64_t>::max()})
+        EXPECT_EQ(TekstNaInt64(IntNaTekst(liczba)), liczba);
+    EXPECT_EQ(UIntNaTekst(18446744073709551615U), u"18446744073709551615");
+    EXPECT_EQ(TekstNaInt(u"-42"), -42);
+}
+
+TEST(LiczbyTekst, ConversionErrorsQuoteTheText) {
+    const auto komunikat = [](auto dzialanie) {
+        try {
+            dzialanie();
+        } catch (const EBladKonwersji& blad) {
+            return std::u16string(blad.Komunikat());
+        }
+        return std::u16string();
+    };
+    EXPECT_EQ(komunikat([] { (void)TekstNaInt(u"1ą"); }), u"'1ą' nie jest poprawną liczbą całkowitą");
+    EXPECT_EQ(komunikat([] { (void)TekstNaInt64(u""); }), u"'' nie jest poprawną liczbą całkowitą");
+    EXPECT_EQ(komunikat([] { (void)TekstNaFloat(u" x", UstawieniaPolskie()); }),
+              u"' x' nie jest poprawną liczbą zmiennoprzecinkową");
+}
+
+TEST(LiczbyTekst, GeneralFormMatchesTheTable) {
+    for (const auto& w : WczytajTabele("float_to_str.tsv")) {
+        SCOPED_TRACE(w.numer);
+        TUstawieniaFormatu u;
+        u.separatorDziesietny = w.Tekst(3).at(0);
+        EXPECT_EQ(Utf8ZUtf16(FloatNaTekst(w.Rzeczywista(2), u)), w.Utf8(6));
+    }
+    EXPECT_EQ(FloatNaTekst(-0.0, UstawieniaPolskie()), u"0");
+}
+
+TEST(LiczbyTekst, StoredFormReadsBackToTheSameBits) {
+    const TUstawieniaFormatu u = UstawieniaPolskie();
+    const struct {
+        double liczba;
+        std::u16string_view tekst;
+    } przypadki[] = {
+        {0.1, u"0.1"},
+        {0.1 + 0.2, u"0.30000000000000004"},
+        {-0.0, u"-0"},
+        {1e15, u"1E15"},
+        {9007199254740993.0, u"9.007199254740992E15"},
+        {5e-324, u"4.94065645841247E-324"}, // 15 digits read back, so they stay
+        {-std::numeric_limits<double>::infinity(), u"-INF"},
+        {std::numeric_limits<double>::max(), u"1.7976931348623157E308"},
+    };
+    for (const auto& p : przypadki)
+        EXPECT_EQ(Utf8ZUtf16(FloatNaTekstDokladny(p.liczba, u)), Utf8ZUtf16(p.tekst));
+    std::mt19937_64 losowe(5);
+    for (int i = 0; i < 60000; ++i) {
+        const std::uint64_t bity = i % 3 == 0 ? losowe() & 0x800FFFFFFFFFFFFFU >> losowe() % 50 : losowe();
+        const double liczba =
+            i % 3 == 1 ? std::round(std::ldexp(double(bity), -44)) / 100 : std::bit_cast<double>(bity);
+        if (std::isnan(liczba))
+            continue;
+        const std::u16string tekst = FloatNaTekstDokladny(liczba, u);
+        double odczytana = 0;
+        ASSERT_TRUE(SprobujTekstNaFloat(tekst, odczytana, u)) << Utf8ZUtf16(tekst);
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(odczytana), std::bit_cast<std::uint64_t>(liczba)) << Utf8ZUtf16(tekst);
+        const std::u16string ogolny = FloatNaTekst(liczba, u);
+        if (liczba != 0 && SprobujTekstNaFloat(ogolny, odczytana, u) && odczytana == liczba) {
+            ASSERT_EQ(tekst, ogolny);
+        }
+    }
+}
+
+TEST(LiczbyTekst, RealNumbersAreReadAsTheTableSays) {
+    for (const auto& w : WczytajTabele("str_to_float.tsv")) {
+        if (w.Utf8(6) == "?")
+            continue;
+        SCOPED_TRACE(w.numer);
+        double liczba = 77;
+        const bool dobra = w.Utf8(6) == "ok";
+        EXPECT_EQ(SprobujTekstNaFloat(w.Tekst(1), liczba, Separatory(w, 2)), dobra);
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(liczba), dobra ? w.Bity(7) : std::bit_cast<std::uint64_t>(77.0));
+    }
+    const TUstawieniaFormatu u = UstawieniaPolskie();
+    const std::string zera(400, '0');
+    const struct {
+        std::string tekst;
+        bool dobra;
+        double liczba;
+    } przypadki[] = {
+        {"1e400", false, 0},
+        {"-1e5000", false, 0},
+        {"1e-5000", true, 0},
+        {"1e99999999999999999999", false, 0},
+        {"-1e-99999999999999999999", true, -0.0},
+        {"0e99999999999999999999", true, 0},
+        {"0." + zera + "1e400", true, 0.1},
+        {"1" + zera + "e-400", true, 1},
+        {"1" + zera, false, 0},
+        {"0." + zera + "1", true, 0},
+        {"123456789012345678901234567890123456789012345678901234567890.5", true, 1.2345678901234568e59},
+        {".", false, 0},
+        {"1e", false, 0},
+        {"e5", false, 0},
+        {"1e+", false, 0},
+        {"inf", true, std::numeric_limits<double>::infinity()},
+        {"infinity", false, 0},
+        {"-nan", false, 0},
+        {"  1.5 ", true, 1.5},
+        {"\t1.5", false, 0},
+        {"0x10", false, 0},
+    };
+    for (const auto& p : przypadki) {
+        double liczba = 77;
+        EXPECT_EQ(SprobujTekstNaFloat(Utf16ZUtf8(p.tekst), liczba, u), p.dobra) << p.tekst;
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(liczba), std::bit_cast<std::uint64_t>(p.dobra ? p.liczba : 77.0))
+            << p.tekst;
+    }
+    double liczba = 0;
+    EXPECT_TRUE(SprobujTekstNaFloat(u"NaN", liczba, u) && std::isnan(liczba));
+}
+
+TEST(LiczbyTekst, MasksMatchTheTable) {
+    int sprawdzonych = 0;
+    for (const auto& w : WczytajTabele("format_float.tsv")) {
+        if (w.Utf8(7) == "?")
+            continue;
+        SCOPED_TRACE(std::to_string(w.numer) + ' ' + w.Utf8(0));
+        EXPECT_EQ(Utf8ZUtf16(FormatujLiczbe(w.Tekst(1), w.Rzeczywista(3), Separatory(w, 4))), w.Utf8(7));
+        ++sprawdzonych;
+    }
+    EXPECT_GT(sprawdzonych, 180);
+}
+
+// What the tables leave open, decided here.
+TEST(LiczbyTekst, MasksBeyondTheTable) {
+    TUstawieniaFormatu u = UstawieniaPolskie();
+    const struct {
+        std::u16string_view maska;
+        double liczba;
+        std::u16string_view tekst;
+    } przypadki[] = {
+        {u"0", -0.4, u"0"},
+        {u"#.##", -0.004, u""},
+        {u"0;-0;\"zero\"", -0.4, u"zero"},
+        {u"0.00;(0.00);'nic'", 0.004, u"nic"},
+        {u"0.00;(0.00)", -0.004, u"0.00"},
+        {u"0.##################", 0.1, u"0.1"},
+        {u"0.##################", 3.141592653589793, u"3.14159265358979"},
+        {u"0.000000000000000000", 0.30000000000000004, u"0.300000000000000000"},
+        {u"0.##", 1234567890123456.0, u"1234567890123456"}, // integer digits stay exact
+        {u"#,##0.00", 123456789012345.67, u"123 456 789 012 346.00"},
+        {u"#,##0", 1e17, u"100 000 000 000 000 000"},
+        {u".00", 12.5, u"12.50"},
+        {u".00", -0.5, u"-.50"},
+        {u"'x'", -5, u"-x"},
+        {u"0.0'x'0", 1.25, u"1.2x5"},
+        {u"0;;", std::numeric_limits<double>::infinity(), u"INF"},
+        {u"00.00E+0", 99999, u"10.00E+4"},
+        {u"0.00E+0", 1e-310, u"1.00E-310"},
+        {u"##:##", 1234, u"12:34"},
+        {u"0;1;2;3", 0, u"2"},
+    };
+    for (const auto& p : przypadki)
+        EXPECT_EQ(Utf8ZUtf16(FormatujLiczbe(p.maska, p.liczba, u)), Utf8ZUtf16(p.tekst)) << Utf8ZUtf16(p.maska);
+    u.separatorTysiecy = 0;
+    EXPECT_EQ(FormatujLiczbe(u"#,##0", 1234567, u), u"1234567");
+}
+
+TEST(UstawieniaFormatu, ProcessAndStoredSettingsDifferInSeparatorsOnly) {
+    TUstawieniaFormatu u = UstawieniaProcesu();
+    EXPECT_EQ(FloatNaTekst(0.5, u), u"0,5");
+    EXPECT_EQ(u.separatorTysiecy, u'\u00A0');
+    u.separatorDziesietny = u'.';
+    u.separatorTysiecy = u' ';
+    EXPECT_EQ(u, UstawieniaPolskie());
+    UstawieniaProcesu().separatorDziesietny = u'!';
+    EXPECT_EQ(UstawieniaProcesu().separatorDziesietny, u'!');
+    ZwolnijUstawieniaProcesu();
+    EXPECT_EQ(UstawieniaProcesu().separatorDziesietny, u',');
+    ZwolnijUstawieniaProcesu();
+}
+
+} // namespace
+} // namespace ztok

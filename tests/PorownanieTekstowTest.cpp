@@ -1,0 +1,106 @@
+#include "ztok/platform/PorownanieTekstow.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+#include "TabeleTestow.h"
+
+namespace ztok {
+namespace {
+
+using testy::WczytajTabele;
+
+TEST(PorownanieTekstow, OrdinalMatchesTheTable) {
+    for (const auto& w : WczytajTabele("compare_text.tsv")) {
+        SCOPED_TRACE(w.numer);
+        EXPECT_EQ(PorownajOrdynalnieBezWielkosci(w.Utf8(1), w.Utf8(2)), w.Calkowita(3));
+        EXPECT_EQ(PorownajOrdynalnie(w.Utf8(1), w.Utf8(2)), w.Calkowita(4));
+        EXPECT_EQ(PorownajOrdynalnieBezWielkosci(Win1250(w.Tekst(1)), Win1250(w.Tekst(2))), w.Calkowita(5));
+        EXPECT_EQ(PorownajOrdynalnie(Win1250(w.Tekst(1)), Win1250(w.Tekst(2))), w.Calkowita(6));
+        // The order of the page's bytes is the Windows-1250 order of the characters.
+        EXPECT_EQ(PorownajWin1250BezWielkosci(w.Tekst(1), w.Tekst(2)), w.Calkowita(5));
+        EXPECT_EQ(PorownajWin1250(w.Tekst(1), w.Tekst(2)), w.Calkowita(6));
+    }
+}
+
+TEST(PorownanieTekstow, Win1250Order) {
+    const struct {
+        std::u16string_view a, b;
+        int zWielkoscia, bez;
+    } przypadki[] = {
+        {u"ab", u"abc", -1, -1},
+        {u"b", u"abc", 1, 1},
+        {u"łódź", u"ŁÓDŹ", 1, 1},
+        {u"abcŁ", u"ABCŁ", 1, 0},
+        {u"\u20AC", u"\u0104", -1, -1}, // 80 before A5, against the order of the codes
+        {u"\u0141", u"\u00A4", -1, -1}, // A3 before A4
+        {u"\u0416", u"\u02D9", 1, 1},   // not in the page: after its last byte
+        {u"zażółć gęślą jaźń\u0142", u"zażółć gęślą jaźń\u0141", 1, 1},
+        {std::u16string_view(u"a\0b", 3), u"a", 1, 1},
+    };
+    for (const auto& p : przypadki) {
+        EXPECT_EQ(PorownajWin1250(p.a, p.b), p.zWielkoscia);
+        EXPECT_EQ(PorownajWin1250(p.b, p.a), -p.zWielkoscia);
+        EXPECT_EQ(PorownajWin1250BezWielkosci(p.a, p.b), p.bez);
+        EXPECT_EQ(PorownajWin1250BezWielkosci(p.b, p.a), -p.bez);
+    }
+    EXPECT_EQ(PorownajOrdynalnie(u"\uFFFF", u"\U00010000"), 1); // by units, not by characters
+}
+
+TEST(PorownanieTekstow, LanguageOrderMatchesTheTable) {
+    for (const auto& w : WczytajTabele("compare_string.tsv")) {
+        SCOPED_TRACE(w.numer);
+        const std::u16string a = w.Tekst(1);
+        const std::u16string b = w.Tekst(2);
+        EXPECT_EQ(PorownajWgLokalizacji(a, b, LokalizacjaPolska, false), w.Calkowita(3));
+        EXPECT_EQ(PorownajWgLokalizacji(a, b, LokalizacjaPolska, true), w.Calkowita(4));
+        EXPECT_EQ(PorownajWgLokalizacji(a, b, LokalizacjaNiezmienna, false), w.Calkowita(5));
+        EXPECT_EQ(PorownajWgLokalizacji(a, b, LokalizacjaNiezmienna, true), w.Calkowita(6));
+        EXPECT_EQ(PorownajWgLokalizacji(b, a, LokalizacjaPolska, false), -w.Calkowita(3));
+    }
+}
+
+TEST(PorownanieTekstow, PolishAlphabetInOrder) {
+    const std::u16string_view alfabet = u"aąbcćdeęfghijklłmnńoópqrsśtuvwxyzźż";
+    for (std::size_t i = 0; i < alfabet.size(); ++i)
+        for (std::size_t k = 0; k < alfabet.size(); ++k) // the letter decides over all that follows
+            EXPECT_EQ(PorownajWgLokalizacji(std::u16string(1, alfabet[i]) + u"x", std::u16string(1, alfabet[k]) + u"x",
+                                            LokalizacjaPolska, false),
+                      (i > k) - (i < k));
+}
+
+// Every order is one: antisymmetric and transitive over texts made of few, awkward characters.
+TEST(PorownanieTekstow, OrdersAreOrders) {
+    using Funkcja = std::function<int(std::u16string_view, std::u16string_view)>;
+    const Funkcja funkcje[] = {
+        [](auto a, auto b) { return PorownajOrdynalnie(a, b); },
+        [](auto a, auto b) { return PorownajOrdynalnieBezWielkosci(a, b); },
+        [](auto a, auto b) { return PorownajWin1250(a, b); },
+        [](auto a, auto b) { return PorownajWin1250BezWielkosci(a, b); },
+        [](auto a, auto b) { return PorownajWgLokalizacji(a, b, LokalizacjaPolska, false); },
+        [](auto a, auto b) { return PorownajWgLokalizacji(a, b, LokalizacjaNiezmienna, true); },
+    };
+    const std::u16string_view znaki = u"aAąĄzŹż_-'1 bßsłŁ";
+    std::mt19937 losowe(7);
+    for (int proba = 0; proba < 30000; ++proba) {
+        std::u16string t[3];
+        for (auto& tekst : t)
+            for (auto ile = losowe() % 6; ile > 0; --ile)
+                tekst += znaki[losowe() % znaki.size()];
+        for (std::size_t f = 0; f < std::size(funkcje); ++f) {
+            const auto& porownaj = funkcje[f];
+            const int ab = porownaj(t[0], t[1]);
+            const int bc = porownaj(t[1], t[2]);
+            ASSERT_EQ(porownaj(t[1], t[0]), -ab) << f;
+            if (ab == bc || bc == 0) {
+                ASSERT_EQ(porownaj(t[0], t[2]), ab)
+                    << f << ' ' << Utf8ZUtf16(t[0]) << '|' << Utf8ZUtf16(t[1]) << '|' << Utf8ZUtf16(t[2]);
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace ztok
