@@ -30,8 +30,7 @@ namespace {
 
 // Shown when there is no memory for the message itself.
 constexpr char16_t TekstRezerwowy[] = u"Brak pamięci na treść komunikatu";
-constexpr char TekstRezerwowyUtf8[] = "Brak pami\xC4\x99"
-                                      "ci na tre\xC5\x9B\xC4\x87 komunikatu";
+constexpr char TekstRezerwowyUtf8[] = "Brak pamięci na treść komunikatu";
 
 } // namespace
 
