@@ -8,7 +8,7 @@
 
 namespace ztok {
 
-ZTOK_KLASA_DEF(TBuforZapisu, TStrumien, u"TBuforZapisu")
+ZTOK_KLASA_DEF(TBuforZapisu, TStrumien)
 
 TBuforZapisu::TBuforZapisu(TStrumien& strumien, std::size_t rozmiar)
     : cel_(strumien), bufor_(new std::uint8_t[rozmiar]), rozmiar_(rozmiar) {

@@ -9,7 +9,7 @@
 
 namespace ztok {
 
-ZTOK_KLASA_DEF(TStrumien, TObiektOgolny, u"TStrumien")
+ZTOK_KLASA_DEF(TStrumien, TObiektOgolny)
 
 TStrumien::~TStrumien() = default;
 

@@ -11,7 +11,7 @@
 
 namespace ztok {
 
-ZTOK_KLASA_DEF(TStrumienPlikowy, TStrumien, u"TStrumienPlikowy")
+ZTOK_KLASA_DEF(TStrumienPlikowy, TStrumien)
 
 TStrumienPlikowy::TStrumienPlikowy(std::u16string_view sciezka, ETrybPliku tryb)
     : sciezka_(sciezka), plik_(OtworzPlik(sciezka, tryb)), tylkoOdczyt_(tryb == ETrybPliku::Odczyt) {}

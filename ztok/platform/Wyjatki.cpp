@@ -67,11 +67,13 @@ EWyjatek::EWyjatek(std::u16string_view komunikat) : tresc_(TTresc::Nowa(komunika
         tresc_ = &TTresc::Rezerwa;
 }
 
-EWyjatek::EWyjatek(const EWyjatek& inny) noexcept : std::exception(inny), tresc_(inny.tresc_->Dolacz()) {}
+EWyjatek::EWyjatek(const EWyjatek& inny) noexcept
+    : std::exception(inny), tresc_(inny.tresc_->Dolacz()), kontekst_(inny.kontekst_) {}
 
 EWyjatek& EWyjatek::operator=(const EWyjatek& inny) noexcept {
     TTresc* tresc = inny.tresc_->Dolacz();
     std::exchange(tresc_, tresc)->Odlacz();
+    kontekst_ = inny.kontekst_;
     return *this;
 }
 

@@ -19,12 +19,21 @@ class ZTOK_API EWyjatek : public std::exception {
 
     [[nodiscard]] std::u16string_view Komunikat() const noexcept;
     [[nodiscard]] const char* what() const noexcept override;
-    // Replaces the message, to add context before the exception is raised again with `throw;`.
+    // Replaces the message.
     void ZmienKomunikat(std::u16string_view komunikat);
+    // Context (class, path, field) is added once, where the error happened: whoever catches an exception that has it
+    // already raises it as it is.
+    [[nodiscard]] bool MaKontekst() const noexcept { return kontekst_; }
+    // Replaces the message by one with context; the caller then raises the exception again with `throw;`.
+    void DodajKontekst(std::u16string_view komunikat) {
+        ZmienKomunikat(komunikat);
+        kontekst_ = true;
+    }
 
   private:
     struct TTresc;
     TTresc* tresc_;
+    bool kontekst_ = false;
 };
 
 // Declares an exception class with a key function, so that it is one class in all modules.

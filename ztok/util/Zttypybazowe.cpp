@@ -11,8 +11,8 @@
 
 namespace ztok {
 
-ZTOK_KLASA_DEF(TZTMemoryStream, TStrumien, u"TZTMemoryStream")
-ZTOK_KLASA_DEF(TZTReadOnlyRawByteStream, TZTMemoryStream, u"TZTReadOnlyRawByteStream")
+ZTOK_KLASA_DEF(TZTMemoryStream, TStrumien)
+ZTOK_KLASA_DEF(TZTReadOnlyRawByteStream, TZTMemoryStream)
 
 TZTMemoryStream::~TZTMemoryStream() { ZwolnijPamiec(); }
 
