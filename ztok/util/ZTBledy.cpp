@@ -1,0 +1,30 @@
+#include "ztok/util/ZTBledy.h"
+
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/TObiektOgolny.h"
+
+namespace ztok {
+
+ZTException::ZTException(const ZTException&) noexcept = default;
+ZTException& ZTException::operator=(const ZTException&) noexcept = default;
+ZTException::~ZTException() = default;
+
+void ZTError(std::u16string_view komunikat) { throw ZTException(komunikat); }
+
+void ZTError(EKomunikat komunikat) { throw ZTException(Komunikat(komunikat)); }
+
+void ZTErrorFmt(std::u16string_view format, TArgumenty argumenty) { ZTError(Formatuj(format, argumenty)); }
+
+void ZTErrorFmt(std::u16string_view format, std::initializer_list<TArgument> argumenty) {
+    ZTErrorFmt(format, TArgumenty(argumenty.begin(), argumenty.size()));
+}
+
+void ZTErrorFmt(EKomunikat format, std::initializer_list<TArgument> argumenty) {
+    ZTErrorFmt(Komunikat(format), argumenty);
+}
+
+void NiedozwoloneUzycie(std::u16string_view operacja, const TObiektOgolny& obiekt) {
+    ZTErrorFmt(kmNiedozwoloneUzycie, {operacja, obiekt.Klasa()});
+}
+
+} // namespace ztok
