@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ztok/platform/Eksport.h"
 
@@ -77,6 +78,8 @@ class ZTOK_API TArgument {
     TArgument(const TObiektOgolny* obiekt) noexcept : tag_(TTag::Object) { wskaznik_ = obiekt; }
     TArgument(const TKlasa* klasa) noexcept : tag_(TTag::Class) { wskaznik_ = klasa; }
     TArgument(IInterfejs* interfejs) noexcept : tag_(TTag::Interface) { wskaznik_ = interfejs; }
+    // Any other pointer would quietly become a boolean: say what it is, or use Pointer().
+    TArgument(const void* wskaznik) = delete;
     TArgument(const TWariant& wariant);
     TArgument(const TArgument& inny);
     TArgument(TArgument&& inny) noexcept;
@@ -125,6 +128,8 @@ class ZTOK_API TArgument {
 
   private:
     explicit TArgument(TTag tag) noexcept : tag_(tag) { calkowita_ = 0; }
+    void KopiujWartosc(const TArgument& inny) noexcept;
+    void Porzuc() noexcept;
 
     TTag tag_;
     union {
