@@ -277,9 +277,11 @@ void ZwolnijInaczej(TPulaWatku* pula, void* blok, std::size_t rozmiar) noexcept 
     }
     TRozmiar& r = pula->rozmiary[nr];
     if (r.ile.load(std::memory_order_relaxed) == r.magazynek) {
-        if (TWolny* zapas = r.zapas.load(std::memory_order_relaxed); zapas != nullptr) {
+        if (TWolny* zapas = r.zapas.load(std::memory_order_relaxed); zapas != nullptr || r.plyta != nullptr) {
             const TBlokadaPuli blokada;
             OdlozPaczke(nr, zapas, r.magazynek);
+            // The slab goes too: blocks in the cache come before fresh ones, and now there are enough.
+            OdlozPlyte(nr, r);
         }
         r.zapas.store(r.wolne, std::memory_order_relaxed);
         r.wolne = nullptr;

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <mutex>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include "ztok/platform/Pula.h"
+#include "ztok/platform/PulaWnetrze.h"
+
+namespace ztok {
+namespace {
+
+struct TBlok {
+    std::uint8_t* adres;
+    std::size_t rozmiar;
+    std::uint8_t wzor;
+};
+
+TBlok Nowy(std::mt19937& los) {
+    const std::size_t rozmiar = 1 + los() % (los() % 8 == 0 ? 700U : 80U);
+    TBlok blok{static_cast<std::uint8_t*>(PulaPrzydziel(rozmiar)), rozmiar, static_cast<std::uint8_t>(los())};
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(blok.adres) % (rozmiar <= NajwiekszyBlokPuli ? 16 : 8), 0U);
+    std::memset(blok.adres, blok.wzor, rozmiar);
+    return blok;
+}
+
+// Whoever else wrote into the block would have left a trace.
+void Zwolnij(const TBlok& blok) {
+    EXPECT_EQ(std::count(blok.adres, blok.adres + blok.rozmiar, blok.wzor), static_cast<std::ptrdiff_t>(blok.rozmiar));
+    PulaZwolnij(blok.adres, blok.rozmiar);
+}
+
+TEST(Pula, LosowoWieleWatkowZwalniaCudzeBloki) {
+    const std::int64_t przedtem = PulaZajete();
+    std::mutex blokada;
+    std::vector<TBlok> wspolne;
+    std::vector<std::thread> watki;
+    for (unsigned w = 0; w < 4; ++w) {
+        watki.emplace_back([&, w] {
+            std::mt19937 los(w);
+            std::vector<TBlok> wlasne;
+            for (int i = 0; i < 40000; ++i) {
+                if (los() % 20 < 11 || wlasne.empty()) {
+                    wlasne.push_back(Nowy(los));
+                } else {
+                    std::swap(wlasne[los() % wlasne.size()], wlasne.back());
+                    Zwolnij(wlasne.back());
+                    wlasne.pop_back();
+                }
+                if (i % 1000 == 0) {
+                    const std::lock_guard straznik(blokada);
+                    std::swap(wlasne, wspolne);
+                    if (w == 0 && i % 5000 == 0)
+                        OddajPamiecPuli();
+                }
+            }
+            const std::lock_guard straznik(blokada);
+            wspolne.insert(wspolne.end(), wlasne.begin(), wlasne.end());
+        });
+    }
+    for (std::thread& w : watki)
+        w.join();
+    EXPECT_EQ(PulaZajete(), przedtem + static_cast<std::int64_t>(wspolne.size()));
+    // Half of them go, then free memory, then the rest, which must have stayed.
+    for (std::size_t i = 0; i < wspolne.size(); i += 2)
+        Zwolnij(wspolne[i]);
+    OddajPamiecPuli();
+    for (std::size_t i = 1; i < wspolne.size(); i += 2)
+        Zwolnij(wspolne[i]);
+    EXPECT_EQ(PulaZajete(), przedtem);
+    OddajPamiecPuli();
+    EXPECT_EQ(PulaZajete(), przedtem);
+}
+
+// A thread that only makes and one that only frees: the blocks must come round.
+TEST(Pula, ZwolnioneGdzieIndziejWracaDoObiegu) {
+    if (ZTOK_BEZ_PULI)
+        GTEST_SKIP();
+    OddajPamiecPuli();
+    std::vector<void*> wszystkie;
+    for (int runda = 0; runda < 50; ++runda) {
+        std::vector<void*> bloki(5000);
+        for (void*& blok : bloki)
+            blok = PulaPrzydziel(40);
+        wszystkie.insert(wszystkie.end(), bloki.begin(), bloki.end());
+        std::thread([&bloki] {
+            for (void* blok : bloki)
+                PulaZwolnij(blok, 40);
+        }).join();
+    }
+    std::sort(wszystkie.begin(), wszystkie.end());
+    const auto rozne = std::unique(wszystkie.begin(), wszystkie.end()) - wszystkie.begin();
+    EXPECT_LT(rozne, 3 * 5000);
+}
+
+TEST(Pula, KolejneAdresyIZwrotWOdwrotnejKolejnosci) {
+    if (ZTOK_BEZ_PULI)
+        GTEST_SKIP();
+    OddajPamiecPuli();
+    // Several magazines and slabs.
+    std::vector<std::uint8_t*> bloki(20000);
+    for (auto& blok : bloki)
+        blok = static_cast<std::uint8_t*>(PulaPrzydziel(48));
+    const auto sasiednie = static_cast<std::size_t>(
+        std::count_if(bloki.begin() + 1, bloki.end(), [](std::uint8_t*& blok) { return blok == (&blok)[-1] + 48; }));
+    EXPECT_GT(sasiednie, bloki.size() * 99 / 100);
+    for (std::size_t i = bloki.size(); i-- > 0;)
+        PulaZwolnij(bloki[i], 48);
+    for (std::uint8_t* blok : bloki)
+        ASSERT_EQ(PulaPrzydziel(48), blok);
+    for (std::uint8_t* blok : bloki)
+        PulaZwolnij(blok, 48);
+}
+
+} // namespace
+} // namespace ztok
