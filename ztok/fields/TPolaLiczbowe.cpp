@@ -40,14 +40,14 @@ template <class W> W ZTekstu(std::u16string_view tekst) {
     else if constexpr (std::is_same_v<W, std::int64_t>)
         return TekstNaInt64(tekst);
     else
-        return static_cast<W>(TekstNaInt32(tekst)); // the unsigned 32-bit field parses as a signed number too
+        return static_cast<W>(TekstNaInt(tekst)); // the unsigned 32-bit field parses as a signed number too
 }
 
 template <class W> std::u16string NaTekst(W wartosc) {
     if constexpr (std::is_same_v<W, double>)
         return FloatNaTekst(wartosc, UstawieniaProcesu());
     else
-        return Int64NaTekst(static_cast<std::int64_t>(wartosc));
+        return IntNaTekst(static_cast<std::int64_t>(wartosc));
 }
 
 } // namespace

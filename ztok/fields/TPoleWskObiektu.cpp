@@ -37,7 +37,7 @@ void TPoleWskObiektu::SetJakoVariant(const TWariant& wartosc) {
 }
 
 std::u16string TPoleWskObiektu::GetJakoString() const {
-    return Int64NaTekst(static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(obiekt_)));
+    return IntNaTekst(static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(obiekt_)));
 }
 
 void TPoleWskObiektu::SetJakoString(std::u16string_view tekst) {

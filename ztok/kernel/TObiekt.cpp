@@ -151,6 +151,16 @@ bool TObiekt::JestPole(int nrPola, const TKlasa* klasa, bool tworz) {
 
 TPole* TObiekt::DajPole(int nrPola) { return JestPole(nrPola, nullptr, true) ? FPola[nrPola] : nullptr; }
 
+TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
+    const TBlokadaObiektu blokada(*this);
+    TPole* pole = DajPole(nrPola);
+    if (pole == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    if (!pole->JestKlasy(klasa))
+        ZglosZlyTyp(nrPola, *pole, klasa);
+    return *pole;
+}
+
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
     TWlasny<TPole> straznik(pole);
     if (nrPola < 0 || nrPola > 32767)

@@ -47,6 +47,9 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] bool JestPole(int nrPola) const noexcept { return Pole(nrPola) != nullptr; }
     // The field object, made if missing; null for a number that is negative or that the class does not declare.
     TPole* DajPole(int nrPola);
+    // The field object, made if missing, under the object's lock. ZTException for a number that is not declared,
+    // EBladRzutowania for a field of another class.
+    TPole& DajPoleKlasy(int nrPola, const TKlasa* klasa);
     // The field object, or null.
     [[nodiscard]] TPole* Pole(int nrPola) const noexcept {
         return nrPola >= 0 && nrPola < ilePol_ ? FPola[nrPola] : nullptr;

@@ -1,0 +1,113 @@
+#include "ztok/lists/TKolekcjaObiektow.h"
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/TStrumien.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TKolekcjaObiektow, TListaZObiektami)
+
+TKolekcjaObiektow::~TKolekcjaObiektow() { DokonczZycie(); }
+
+TObiektBazowy* TKolekcjaObiektow::DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    if (nowyObiekt == nullptr)
+        return DodajObiekt(nullptr, gdzie);
+    TObiektBazowy* kopia = DodajObiekt(nowyObiekt->TworzInstancje(nullptr).Oddaj(), gdzie);
+    kopia->KopiujDane(*nowyObiekt);
+    return kopia;
+}
+
+std::int32_t TKolekcjaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
+    const TListaBazowa& inna = JakoLista(inne);
+    if (const std::int32_t wynik = PorownajLiczby(inna); wynik != 0)
+        return wynik;
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        const TObiektBazowy* tu = FObiekty[i];
+        const TObiektBazowy* tam = inna.Obiekty(i);
+        if (tu == nullptr || tam == nullptr) {
+            if (tu != tam)
+                return tu != nullptr ? 1 : -1;
+            continue;
+        }
+        if (tu->NazwaKlasy() != tam->NazwaKlasy())
+            return 1;
+        if (const std::int32_t wynik = tu->Porownaj(*tam, &porownywacz); wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+void TKolekcjaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    const TListaBazowa& lista = JakoLista(zrodlo);
+    if (FIleObiektow > lista.IleObiektow())
+        SkrocListe(lista.IleObiektow(), false);
+    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
+        const TObiektBazowy* skad = lista.Obiekty(i);
+        TObiektBazowy* stary = Obiekty(i);
+        if (skad == nullptr || stary == nullptr || stary->Klasa() != skad->Klasa()) {
+            TWlasny<TObiektBazowy> nowy;
+            if (skad != nullptr)
+                nowy = skad->TworzInstancje(this);
+            if (i == FIleObiektow) {
+                DodajObiekt(nowy.Oddaj(), i);
+            } else {
+                FObiekty[i] = nowy.Oddaj();
+                Zwolnij(stary);
+            }
+        }
+        if (skad != nullptr)
+            FObiekty[i]->KopiujDane(*skad, &kopier);
+    }
+}
+
+void TKolekcjaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    // A null element has no class to be written under; the count leaves it out.
+    std::uint32_t ile = 0;
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        ile += FObiekty[i] != nullptr ? 1 : 0;
+    TZapisywaczDanych::ZapiszLicznik31(strumien, ile);
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        if (FObiekty[i] == nullptr)
+            continue;
+        const std::string nazwa = PolskiAnsi(FObiekty[i]->NazwaKlasy());
+        TZapisywaczDanych::ZapiszLicznik15(strumien, static_cast<std::uint32_t>(nazwa.size()));
+        strumien.WriteBuffer(nazwa.data(), nazwa.size());
+        FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+    }
+}
+
+void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
+    ZerujDane();
+    const std::uint32_t ile = odczytywacz.WczytajIleElementow(strumien, 1);
+    const bool pewne = strumien.Pozostalo() >= 0;
+    if (pewne && ile != 0)
+        UstawPojemnosc(static_cast<std::int32_t>(ile));
+    std::string nazwa8;
+    for (std::uint32_t i = 0; i < ile; ++i) {
+        const std::uint32_t dlugosc = TOdczytywaczDanych::WczytajLicznik15(strumien);
+        nazwa8.resize(dlugosc);
+        strumien.ReadBuffer(nazwa8.data(), dlugosc);
+        const std::u16string nazwa = PolskiWide(nazwa8);
+        const TKlasa* klasa = nullptr;
+        const bool znana = JadroKlas()->JestKlasaONazwie(nazwa, klasa) && klasa->Ma(ckObiektBazowy) &&
+                           klasa->utworz != nullptr;
+        if (!znana) {
+            if (odczytywacz.BladNieznanejKlasy)
+                ZTErrorFmt(Komunikat(kmNieznanaKlasa), {NazwaKlasy(), nazwa});
+            continue; // without its record: what follows is read from the wrong place
+        }
+        odczytywacz.ZuzyjPamiec(96);
+        DodajNowy(*klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
+    }
+    if (!pewne)
+        UstawPojemnosc(FIleObiektow);
+}
+
+} // namespace ztok

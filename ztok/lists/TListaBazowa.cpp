@@ -1,0 +1,386 @@
+#include "ztok/lists/TListaBazowa.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <algorithm>
+#include <new>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/TObiekt.h"
+#include "ztok/lists/TListaObiektow.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/LiczbyTekst.h"
+#include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TListaBazowa, TObiektBazowy)
+
+bool TEnumListaBazowaOdKonca::MoveNext() noexcept {
+    const std::int32_t ile = FLista->IleObiektow();
+    if (FKtory <= 0 || ile == 0)
+        return false;
+    FKtory = ile <= FKtory ? ile - 1 : FKtory - 1;
+    return true;
+}
+
+TListaBazowa::~TListaBazowa() {
+    DokonczZycie();
+    std::free(static_cast<void*>(FObiekty));
+}
+
+// --- size
+
+void TListaBazowa::UstawPojemnosc(std::int32_t pojemnosc) {
+    if (pojemnosc == FPojemnosc)
+        return;
+    if (pojemnosc <= 0) {
+        std::free(static_cast<void*>(FObiekty));
+        FObiekty = nullptr;
+        FPojemnosc = 0;
+        return;
+    }
+    if (static_cast<std::size_t>(pojemnosc) > static_cast<std::size_t>(-1) / sizeof(TObiektBazowy*))
+        throw std::bad_alloc();
+    void* blok = std::realloc(static_cast<void*>(FObiekty), static_cast<std::size_t>(pojemnosc) * sizeof(TObiektBazowy*));
+    if (blok == nullptr)
+        throw std::bad_alloc();
+    FObiekty = static_cast<PListaObiektowBazowych>(blok);
+    FPojemnosc = pojemnosc;
+}
+
+void TListaBazowa::ZwiekszPojemnosc() {
+    const std::int32_t c = FPojemnosc;
+    // The steps are visible to users and fixed.
+    UstawPojemnosc(c + (c > 128 ? c / 8 : c > 8 ? 16 : 4));
+}
+
+void TListaBazowa::ZerujDane() {
+    FIleObiektow = 0;
+    UstawPojemnosc(0);
+}
+
+void TListaBazowa::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
+    if (nowyRozm < 0)
+        nowyRozm = 0;
+    if (nowyRozm < FIleObiektow)
+        FIleObiektow = nowyRozm;
+    if (!zachowajPojemnosc)
+        UstawPojemnosc(nowyRozm);
+}
+
+void TListaBazowa::WyrownajDoListy(const TListaBazowa& /*lista*/, bool /*zachowajPojemnosc*/) {
+    ZTErrorFmt(Komunikat(kmBrakWyrownania), {NazwaKlasy()});
+}
+
+// --- adding
+
+TObiektBazowy* TListaBazowa::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    if (FIleObiektow == FPojemnosc)
+        ZwiekszPojemnosc();
+    if (gdzie < 0)
+        gdzie = 0;
+    if (gdzie > FIleObiektow)
+        gdzie = FIleObiektow;
+    std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
+                 static_cast<std::size_t>(FIleObiektow - gdzie) * sizeof(TObiektBazowy*));
+    FObiekty[gdzie] = nowyObiekt;
+    ++FIleObiektow;
+    return nowyObiekt;
+}
+
+TObiektBazowy* TListaBazowa::DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    return DodajObiekt(nowyObiekt, gdzie);
+}
+
+void TListaBazowa::PrzypnijObiekt(TObiektBazowy* obiekt) { DodajObiekt(obiekt, MaxInt); }
+
+TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter) {
+    std::int32_t gdzie = -1;
+    if (JestObiektTakiJak(*nowyObiekt, pola, gdzie, rozmLiter, rwOdKonca, MaxInt))
+        return FObiekty[gdzie];
+    return DopiszObiekt(nowyObiekt, MaxInt);
+}
+
+TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie) {
+    if (lista.Obiekty(nrObiektu) == nullptr)
+        return nullptr;
+    return DodajObiekt(lista.UsunObiekt(nrObiektu, false, false), gdzie);
+}
+
+void TListaBazowa::PoPrzeniesieniu(TListaBazowa& /*lista*/, std::int32_t /*od*/, std::int32_t /*ile*/) {
+    BladAbstrakcyjny(u"PoPrzeniesieniu");
+}
+bool TListaBazowa::PrzeniesObiektyWgCech(TListaBazowa& /*dane*/, TArgumenty /*pola*/, TArgumenty /*wartosci*/,
+                                         TRozmiarLiter /*rozmLiter*/, bool /*majace*/) {
+    BladAbstrakcyjny(u"PrzeniesObiektyWgCech");
+}
+bool TListaBazowa::PrzeniesObiektyGdyBrak(TListaBazowa& /*dane*/, TArgumenty /*pola*/, TRozmiarLiter /*rozmLiter*/) {
+    BladAbstrakcyjny(u"PrzeniesObiektyGdyBrak");
+}
+bool TListaBazowa::PrzeniesDane(TListaBazowa& /*dane*/) { BladAbstrakcyjny(u"PrzeniesDane"); }
+
+// --- removing
+
+TObiektBazowy* TListaBazowa::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
+    if (nrObiektu < 0 || nrObiektu >= FIleObiektow)
+        return nullptr;
+    TObiektBazowy* obiekt = FObiekty[nrObiektu];
+    // The element leaves before it is freed, so that nothing meets it on its way out.
+    --FIleObiektow;
+    std::memmove(static_cast<void*>(FObiekty + nrObiektu), static_cast<const void*>(FObiekty + nrObiektu + 1),
+                 static_cast<std::size_t>(FIleObiektow - nrObiektu) * sizeof(TObiektBazowy*));
+    if (!zachowajPojemnosc && FPojemnosc >= 33 && FPojemnosc - FIleObiektow > FPojemnosc / 4)
+        UstawPojemnosc(FIleObiektow + FIleObiektow / 8);
+    if (!zwolnij)
+        return obiekt;
+    Zwolnij(obiekt);
+    return nullptr;
+}
+
+TObiektBazowy* TListaBazowa::UsunTenObiekt(const TObiektBazowy* obiekt, bool zwolnij) {
+    const std::int32_t gdzie = ZnajdzObiekt(obiekt);
+    return gdzie < 0 ? nullptr : UsunObiekt(gdzie, zwolnij, false);
+}
+
+TObiektBazowy* TListaBazowa::UsunTakiObiekt(const TObiektBazowy& obiekt, bool zwolnij) {
+    std::int32_t gdzie = -1;
+    return JestTakiObiekt(obiekt, gdzie) ? UsunObiekt(gdzie, zwolnij, false) : nullptr;
+}
+
+void TListaBazowa::UsunObiektyNil(bool zachowajPojemnosc) {
+    std::int32_t dokad = 0;
+    for (std::int32_t skad = 0; skad < FIleObiektow; ++skad)
+        if (FObiekty[skad] != nullptr)
+            FObiekty[dokad++] = FObiekty[skad];
+    FIleObiektow = dokad;
+    if (!zachowajPojemnosc)
+        UstawPojemnosc(FIleObiektow);
+}
+
+bool TListaBazowa::UsunObiekty(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/) {
+    BladAbstrakcyjny(u"UsunObiekty");
+}
+bool TListaBazowa::UsunObiektyOprocz(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/) {
+    BladAbstrakcyjny(u"UsunObiektyOprocz");
+}
+bool TListaBazowa::UsunTeObiekty(const TListaWskObiektow& /*obiekty*/, bool /*zachowajPojemnosc*/) {
+    BladAbstrakcyjny(u"UsunTeObiekty");
+}
+bool TListaBazowa::UsunDuplikaty(TArgumenty /*pola*/, TRozmiarLiter /*rozmLiter*/) {
+    BladAbstrakcyjny(u"UsunDuplikaty");
+}
+
+bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij) {
+    TPierwszyBlad blad;
+    bool usunieto = false;
+    for (std::int32_t i = FIleObiektow - 1; i >= 1; --i) {
+        TObiektBazowy* element = FObiekty[i];
+        for (std::int32_t j = i - 1; element != nullptr && j >= 0; --j) {
+            if (FObiekty[j] == nullptr)
+                continue;
+            const std::int32_t wynik = pola.empty() ? element->Porownaj(*FObiekty[j])
+                                                    : element->PorownajWgPol(*FObiekty[j], pola, rozmLiter);
+            if (wynik != 0)
+                continue;
+            FObiekty[i] = nullptr;
+            usunieto = true;
+            // The survivor may be the same object: the list still refers to it then.
+            if (zwolnijRef && ZnajdzObiekt(element) < 0)
+                element->ZwolnijRefOd(this);
+            if (zwolnij)
+                blad.Wykonaj([element] { Zwolnij(element); });
+            break;
+        }
+    }
+    if (usunieto)
+        UsunObiektyNil(false);
+    blad.Rzuc();
+    return usunieto;
+}
+
+// --- order
+
+bool TListaBazowa::PrzeniesObiekt(std::int32_t nrObiektu, std::int32_t gdzie) {
+    if (nrObiektu == gdzie || nrObiektu < 0 || gdzie < 0 || nrObiektu >= FIleObiektow || gdzie >= FIleObiektow)
+        return false;
+    TObiektBazowy* obiekt = FObiekty[nrObiektu];
+    if (nrObiektu < gdzie)
+        std::memmove(static_cast<void*>(FObiekty + nrObiektu), static_cast<const void*>(FObiekty + nrObiektu + 1),
+                     static_cast<std::size_t>(gdzie - nrObiektu) * sizeof(TObiektBazowy*));
+    else
+        std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
+                     static_cast<std::size_t>(nrObiektu - gdzie) * sizeof(TObiektBazowy*));
+    FObiekty[gdzie] = obiekt;
+    return true;
+}
+
+std::int16_t TListaBazowa::PorownajObiekty(const TObiektBazowy& obiektA, const TObiektBazowy& obiektB) const {
+    return static_cast<std::int16_t>(obiektA.Porownaj(obiektB));
+}
+
+// --- as a field of its owner
+
+std::u16string TListaBazowa::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
+    return maska == u"*" ? IntNaTekst(FIleObiektow) : TObiektBazowy::WartWgMaski(maska, ustawienia);
+}
+
+bool TListaBazowa::PoleNiepuste(int nrPola) const {
+    if (nrPola == CalyObiekt)
+        return FIleObiektow >= 1;
+    const TObiektBazowy* element = Obiekty(nrPola);
+    return element != nullptr && element->PoleNiepuste(CalyObiekt);
+}
+
+bool TListaBazowa::PoleDoZapisu(int nrPola) const {
+    if (nrPola == CalyObiekt)
+        return FIleObiektow >= 1;
+    const TObiektBazowy* element = Obiekty(nrPola);
+    return element != nullptr && element->PoleDoZapisu(CalyObiekt);
+}
+
+void TListaBazowa::UstawNiepuste(int nrPola, bool niepuste) {
+    if (niepuste)
+        return;
+    if (nrPola == CalyObiekt)
+        ZerujDane();
+    else
+        UsunObiekt(nrPola, true, false);
+}
+
+void TListaBazowa::ZerujDanePol(TArgumenty pola) {
+    for (TObiektBazowy* element : ListaOdKonca())
+        if (element != nullptr)
+            element->ZerujDanePol(pola);
+}
+
+void TListaBazowa::ZerujDaneOprocz(TArgumenty pola) {
+    for (TObiektBazowy* element : ListaOdKonca())
+        if (element != nullptr)
+            element->ZerujDaneOprocz(pola);
+}
+
+void TListaBazowa::PrzytnijPolaWgRozm(bool trymuj) {
+    for (TObiektBazowy* element : *this)
+        if (element != nullptr)
+            element->PrzytnijPolaWgRozm(trymuj);
+}
+
+void TListaBazowa::TrymujPolaTekstowe(bool podobiektyTez) {
+    for (TObiektBazowy* element : ListaOdKonca())
+        if (element != nullptr)
+            element->TrymujPolaTekstowe(podobiektyTez);
+}
+
+bool TListaBazowa::SaDaneUnicode(int nrPola) const {
+    for (const TObiektBazowy* element : *this)
+        if (element != nullptr && element->SaDaneUnicode(nrPola))
+            return true;
+    return false;
+}
+
+std::u16string TListaBazowa::OpisTekstowy() const { return Formatuj(Komunikat(kmIleElementow), {FIleObiektow}); }
+
+void TListaBazowa::WpiszDaneDoPol(TArgumenty p_KtorePola, TArgumenty p_JakieWartosci) {
+    for (TObiektBazowy* element : *this) {
+        if (element == nullptr)
+            continue;
+        if (!element->Klasa()->Ma(ckObiekt))
+            BladKlasy(*element, TObiekt::KlasaStatyczna());
+        static_cast<TObiekt*>(element)->WpiszDane(p_KtorePola, p_JakieWartosci);
+    }
+}
+
+// --- elements by text
+
+bool TListaBazowa::WydzielNumerElem(std::u16string_view& sciezka, std::u16string_view& numer) noexcept {
+    if (sciezka.empty() || sciezka.front() != u'[')
+        return false;
+    const std::size_t koniec = sciezka.find(u']');
+    if (koniec == std::u16string_view::npos)
+        return false;
+    numer = sciezka.substr(1, koniec - 1);
+    sciezka.remove_prefix(koniec + 1);
+    if (!sciezka.empty() && sciezka.front() == u'.')
+        sciezka.remove_prefix(1);
+    return true;
+}
+
+TObiektBazowy* TListaBazowa::DajElemListy(std::u16string_view opis, bool tworz) {
+    if (CompareTxtSgn(opis, u"Max") == 0)
+        return Obiekty(FIleObiektow - 1);
+    if (std::int32_t numer = 0; SprobujTekstNaInt(opis, numer))
+        return Obiekty(numer);
+    return DajElemListyWCech(opis, tworz);
+}
+
+namespace {
+
+// Takes the conditions name=value of the text apart; false when it is no list of conditions.
+bool RozbierzWarunki(std::u16string_view opis, std::vector<TArgument>& nazwy, std::vector<TArgument>& wartosci) {
+    while (true) {
+        const std::size_t rowna = opis.find(u'=');
+        if (rowna == std::u16string_view::npos)
+            return !nazwy.empty();
+        if (rowna == 0 || rowna + 1 == opis.size())
+            return false;
+        nazwy.emplace_back(opis.substr(0, rowna));
+        opis.remove_prefix(rowna + 1);
+        std::size_t koniec = 0;
+        if (opis.front() == u'\'') {
+            koniec = opis.find(u'\'', 1);
+            if (koniec == std::u16string_view::npos)
+                return false;
+            wartosci.emplace_back(opis.substr(1, koniec - 1));
+            ++koniec;
+        } else {
+            koniec = std::min(opis.find(u';'), opis.size());
+            wartosci.emplace_back(opis.substr(0, koniec));
+        }
+        opis.remove_prefix(koniec);
+        if (opis.empty())
+            return true;
+        if (opis.front() != u';')
+            return false;
+        opis.remove_prefix(1);
+    }
+}
+
+} // namespace
+
+TObiektBazowy* TListaBazowa::DajElemListyWCech(std::u16string_view opis, bool tworz) {
+    std::vector<TArgument> nazwy;
+    std::vector<TArgument> wartosci;
+    if (!RozbierzWarunki(opis, nazwy, wartosci))
+        return nullptr;
+    if (std::int32_t gdzie = -1; JestObiekt(nazwy, wartosci, gdzie, rlRozmLiterWazny, rwOdKonca, MaxInt))
+        return FObiekty[gdzie];
+    if (!tworz || !Klasa()->Ma(ckListaObiektow))
+        return nullptr;
+    TObiektBazowy* nowy = DodajObiekt(nullptr, MaxInt);
+    if (!nowy->Klasa()->Ma(ckObiekt))
+        BladKlasy(*nowy, TObiekt::KlasaStatyczna());
+    static_cast<TObiekt*>(nowy)->WpiszDane(nazwy, wartosci);
+    return nowy;
+}
+
+bool TListaBazowa::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) {
+    if (sciezka.empty())
+        return TObiektBazowy::ObiektIPole(sciezka, tworz, obiekt, nrPola);
+    obiekt = nullptr;
+    nrPola = CalyObiekt;
+    std::u16string_view numer;
+    if (!WydzielNumerElem(sciezka, numer))
+        return false;
+    try {
+        TObiektBazowy* element = DajElemListy(numer, tworz);
+        return element != nullptr && element->ObiektIPole(sciezka, tworz, obiekt, nrPola);
+    } catch (const EWyjatek&) {
+        obiekt = nullptr; // conditions that no element can meet lead nowhere
+        return false;
+    }
+}
+
+} // namespace ztok

@@ -1,0 +1,161 @@
+#include "ztok/lists/TListaObiektow.h"
+
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TObiekt.h"
+#include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/TStrumien.h"
+#include "ztok/platform/Wyjatki.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TListaObiektow, TListaZObiektami)
+
+TListaObiektow::~TListaObiektow() { DokonczZycie(); }
+
+const TKlasa* TListaObiektow::TypObiektowListy() const {
+    const TKlasa* klasa = Klasa();
+    if (klasa->typObiektow == nullptr)
+        BladAbstrakcyjny(u"TypObiektow");
+    return klasa->typObiektow();
+}
+
+const TKlasa& TListaObiektow::KlasaElementu() const { return *TypObiektowListy(); }
+
+TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    const TKlasa& klasa = KlasaElementu();
+    if (nowyObiekt == nullptr)
+        return DodajNowy(klasa, gdzie);
+    if (nowyObiekt->Klasa() != &klasa && !nowyObiekt->JestKlasy(&klasa)) {
+        const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
+        BladKlasy(*nowyObiekt, &klasa);
+    }
+    return TListaZObiektami::DodajObiekt(nowyObiekt, gdzie);
+}
+
+TObiektBazowy* TListaObiektow::DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    TObiektBazowy* kopia = DodajObiekt(nullptr, gdzie);
+    if (nowyObiekt != nullptr)
+        kopia->KopiujDane(*nowyObiekt);
+    return kopia;
+}
+
+TObiektBazowy* TListaObiektow::DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                                   TRodzajWyszukiwania jakSzukac, std::int32_t& gdzie) {
+    if (JestObiekt(pola, wartosci, gdzie, rozmLiter, jakSzukac, MaxInt))
+        return FObiekty[gdzie];
+    gdzie = FIleObiektow;
+    TObiektBazowy* nowy = DodajObiekt(nullptr, MaxInt);
+    SprawdzKlase(*nowy, TObiekt::KlasaStatyczna());
+    static_cast<TObiekt*>(nowy)->WpiszDane(pola, wartosci);
+    return nowy;
+}
+
+TObiektBazowy* TListaObiektow::DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                                   TRodzajWyszukiwania jakSzukac) {
+    std::int32_t gdzie = -1;
+    return DopiszObiektGdyBrak(pola, wartosci, rozmLiter, jakSzukac, gdzie);
+}
+
+TObiektBazowy* TListaObiektow::DodajObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                                  TRodzajSortowania sortowanie, std::int32_t& gdzie) {
+    if (WyszukajWgPol(pola, wartosci, gdzie, rozmLiter, sortowanie, LocaleWin1250))
+        return FObiekty[gdzie];
+    TObiektBazowy* nowy = DodajObiekt(nullptr, gdzie);
+    SprawdzKlase(*nowy, TObiekt::KlasaStatyczna());
+    static_cast<TObiekt*>(nowy)->WpiszDane(pola, wartosci);
+    return nowy;
+}
+
+TObiektBazowy* TListaObiektow::DodajObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                                  TRodzajSortowania sortowanie) {
+    std::int32_t gdzie = -1;
+    return DodajObiektGdyBrak(pola, wartosci, rozmLiter, sortowanie, gdzie);
+}
+
+bool TListaObiektow::MoznaKopiowacZListy(const TKlasa* klasaListy) const {
+    const TKlasa* tu = TypObiektowListy();
+    const TKlasa* tam = JadroKlas()->TypObiektowListy(klasaListy);
+    return KlasaADziedziczyPoB(tu, tam) || KlasaADziedziczyPoB(tam, tu);
+}
+
+bool TListaObiektow::MoznaKopiowacZListy(const TListaObiektow& lista) const {
+    return MoznaKopiowacZListy(lista.Klasa());
+}
+
+void TListaObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc) {
+    if (lista.IleObiektow() <= FIleObiektow) {
+        SkrocListe(lista.IleObiektow(), zachowajPojemnosc);
+        return;
+    }
+    UstawPojemnosc(lista.IleObiektow());
+    const TKlasa& klasa = KlasaElementu();
+    while (FIleObiektow < lista.IleObiektow())
+        DodajNowy(klasa, MaxInt);
+}
+
+// Copies of lists by fields come with the field-list operations of objects.
+void TListaObiektow::KopiujDanePol(const TListaObiektow& /*zrodlo*/, TArgumenty /*pola*/, bool /*zerujPozostale*/) {
+    BladAbstrakcyjny(u"KopiujDanePol");
+}
+void TListaObiektow::KopiujDaneOprocz(const TListaObiektow& /*zrodlo*/, TArgumenty /*pola*/, bool /*zerujPozostale*/) {
+    BladAbstrakcyjny(u"KopiujDaneOprocz");
+}
+void TListaObiektow::KopiujDaneKlas(const TListaObiektow& /*zrodlo*/, std::span<const TKlasa* const> /*klasy*/) {
+    BladAbstrakcyjny(u"KopiujDaneKlas");
+}
+void TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& /*lista*/) { BladAbstrakcyjny(u"PrzepnijLubKopiuj"); }
+
+std::int32_t TListaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
+    const TListaBazowa& inna = JakoLista(inne);
+    if (const std::int32_t wynik = PorownajLiczby(inna); wynik != 0)
+        return wynik;
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        const TObiektBazowy* tu = FObiekty[i];
+        const TObiektBazowy* tam = inna.Obiekty(i);
+        const std::int32_t wynik = tu == nullptr || tam == nullptr
+                                       ? static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr)
+                                       : tu->Porownaj(*tam, &porownywacz);
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    const TListaBazowa& lista = JakoLista(zrodlo);
+    WyrownajDoListy(lista, false);
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        if (FObiekty[i] != nullptr && lista.Obiekty(i) != nullptr)
+            FObiekty[i]->KopiujDane(*lista.Obiekty(i), &kopier);
+}
+
+void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(FIleObiektow));
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+}
+
+void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
+    ZerujDane();
+    const std::uint32_t ile = odczytywacz.WczytajIleElementow(strumien, 1);
+    if (ile == 0)
+        return;
+    // The capacity becomes the count at once only if the bytes left can hold so many elements; else it grows with them.
+    const bool pewne = strumien.Pozostalo() >= 0;
+    if (pewne)
+        UstawPojemnosc(static_cast<std::int32_t>(ile));
+    const TKlasa& klasa = KlasaElementu();
+    for (std::uint32_t i = 0; i < ile; ++i) {
+        odczytywacz.ZuzyjPamiec(96);
+        DodajNowy(klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
+    }
+    if (!pewne)
+        UstawPojemnosc(static_cast<std::int32_t>(ile));
+}
+
+} // namespace ztok

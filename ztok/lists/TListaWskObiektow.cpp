@@ -1,0 +1,279 @@
+#include "ztok/lists/TListaWskObiektow.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/TStrumien.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TListaWskObiektow, TListaBazowa)
+ZTOK_KLASA_DEF(TListaRefObiektow, TListaWskObiektow)
+
+TListaWskObiektow::~TListaWskObiektow() { DokonczZycie(); }
+
+void TListaWskObiektow::WykonajDestrukcje() { TListaBazowa::WykonajDestrukcje(); }
+
+TObiektBazowy* TListaWskObiektow::UsunObiekt(std::int32_t nrObiektu, bool /*zwolnij*/, bool zachowajPojemnosc) {
+    return TListaBazowa::UsunObiekt(nrObiektu, false, zachowajPojemnosc);
+}
+
+namespace {
+
+// Nulls the slots that the condition picks, from the last to the first; true when any was.
+template <class F>
+bool NilujSloty(PListaObiektowBazowych obiekty, std::int32_t ile, std::vector<TObiektBazowy*>* usuniete, F warunek) {
+    bool usunieto = false;
+    for (std::int32_t i = ile - 1; i >= 0; --i)
+        if (obiekty[i] != nullptr && warunek(*obiekty[i])) {
+            if (usuniete != nullptr)
+                usuniete->push_back(obiekty[i]);
+            obiekty[i] = nullptr;
+            usunieto = true;
+        }
+    return usunieto;
+}
+
+} // namespace
+
+bool TListaWskObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
+        return o.MaCechy(pola, wartosci, rozmLiter);
+    });
+    if (usunieto)
+        UsunObiektyNil(false);
+    return usunieto;
+}
+
+bool TListaWskObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
+        return !o.MaCechy(pola, wartosci, rozmLiter);
+    });
+    if (usunieto)
+        UsunObiektyNil(false);
+    return usunieto;
+}
+
+bool TListaWskObiektow::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) {
+    if (&obiekty == this) {
+        const bool byly = !ListaPusta();
+        SkrocListe(0, zachowajPojemnosc);
+        return byly;
+    }
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
+                                     [&](const TObiektBazowy& o) { return obiekty.ZnajdzObiekt(&o) >= 0; });
+    if (usunieto)
+        UsunObiektyNil(zachowajPojemnosc);
+    return usunieto;
+}
+
+bool TListaWskObiektow::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) {
+    return WykonajUsunDuplikaty(pola, rozmLiter, false, false);
+}
+
+void TListaWskObiektow::ZerujRefDo(TObiektBazowy* cel) {
+    for (std::int32_t i = FIleObiektow - 1; i >= 0; --i)
+        if (FObiekty[i] == cel)
+            UsunObiekt(i, false, false);
+}
+
+void TListaWskObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc) {
+    if (lista.IleObiektow() <= FIleObiektow) {
+        SkrocListe(lista.IleObiektow(), zachowajPojemnosc);
+        return;
+    }
+    UstawPojemnosc(lista.IleObiektow());
+    while (FIleObiektow < lista.IleObiektow())
+        FObiekty[FIleObiektow++] = nullptr;
+}
+
+void TListaWskObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
+    if (lista.Klasa()->Ma(ckListaRef))
+        for (std::int32_t i = od; i < od + ile; ++i)
+            if (TObiektBazowy* element = Obiekty(i); element != nullptr)
+                element->ZwolnijRefOd(&lista);
+}
+
+bool TListaWskObiektow::WyszukajTenObiekt(const TObiektBazowy* obiekt, std::int32_t& gdzie) const noexcept {
+    const auto* koniec = FObiekty + FIleObiektow;
+    const auto* miejsce = std::lower_bound(FObiekty, FObiekty + FIleObiektow, obiekt, std::less<>());
+    gdzie = static_cast<std::int32_t>(miejsce - FObiekty);
+    return miejsce != koniec && *miejsce == obiekt;
+}
+
+bool TListaWskObiektow::WyszukajTenObiekt(const TObiektBazowy* obiekt) const noexcept {
+    std::int32_t gdzie = 0;
+    return WyszukajTenObiekt(obiekt, gdzie);
+}
+
+bool TListaWskObiektow::DolaczObiektGdyBrak(TObiektBazowy* obiekt) {
+    std::int32_t gdzie = 0;
+    if (obiekt == nullptr || WyszukajTenObiekt(obiekt, gdzie))
+        return false;
+    DodajObiekt(obiekt, gdzie);
+    return true;
+}
+
+std::int32_t TListaWskObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inne, TListaBazowa::KlasaStatyczna());
+    const auto& inna = static_cast<const TListaBazowa&>(inne);
+    if (porownywacz.SaPorownywane(*this, inna))
+        return 0;
+    porownywacz.Porownuje(*this, inna);
+    if (inna.IleObiektow() != FIleObiektow)
+        return inna.IleObiektow() < FIleObiektow ? 1 : -1;
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        const TObiektBazowy* tu = FObiekty[i];
+        const TObiektBazowy* tam = inna.Obiekty(i);
+        std::int32_t wynik = 0;
+        if (tu == nullptr || tam == nullptr) {
+            wynik = static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
+        } else if (porownywacz.RefJakoSciezki) {
+            wynik = CompareStrSgn(tu->DajSciezkeDoSiebie(porownywacz.ObiektCo),
+                                  tam->DajSciezkeDoSiebie(porownywacz.ObiektZCzym));
+        } else if (tu != tam) {
+            const TPoziom poziom(porownywacz.Zagniezdzenie, *this);
+            wynik = tu->WykonajPorownanie(*tam, porownywacz);
+        }
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+void TListaWskObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& /*kopier*/) {
+    SprawdzKlase(zrodlo, TListaBazowa::KlasaStatyczna());
+    const auto& lista = static_cast<const TListaBazowa&>(zrodlo);
+    SkrocListe(0, true);
+    UstawPojemnosc(lista.IleObiektow());
+    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
+        FObiekty[i] = lista.Obiekty(i);
+    FIleObiektow = lista.IleObiektow(); // registered by the copier at its end
+}
+
+void TListaWskObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    std::vector<std::uint32_t> numery;
+    numery.reserve(static_cast<std::size_t>(FIleObiektow));
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        if (std::int32_t gdzie = -1; zapisywacz.JestObiekt(FObiekty[i], gdzie))
+            numery.push_back(static_cast<std::uint32_t>(gdzie) + 1);
+    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(numery.size()));
+    for (const std::uint32_t numer : numery)
+        TZapisywaczDanych::ZapiszLicznik31(strumien, numer);
+}
+
+void TListaWskObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
+    ZerujDane();
+    // The numbers wait with the reader; the list stays empty until they are resolved.
+    const std::uint32_t ile = odczytywacz.WczytajIleElementow(strumien, 2);
+    for (std::uint32_t i = 0; i < ile; ++i) {
+        odczytywacz.ZuzyjPamiec(sizeof(void*) + sizeof(std::uint32_t));
+        odczytywacz.NumerElementu(*this, TOdczytywaczDanych::WczytajLicznik31(strumien));
+    }
+}
+
+// --- reference list
+
+TListaRefObiektow::~TListaRefObiektow() { DokonczZycie(); }
+
+void TListaRefObiektow::Wyrejestruj(std::vector<TObiektBazowy*>& usuniete) {
+    std::sort(usuniete.begin(), usuniete.end(), std::less<>());
+    usuniete.erase(std::unique(usuniete.begin(), usuniete.end()), usuniete.end());
+    // Those that still occur in the list stay registered.
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        const auto gdzie = std::lower_bound(usuniete.begin(), usuniete.end(), FObiekty[i], std::less<>());
+        if (gdzie != usuniete.end() && *gdzie == FObiekty[i])
+            usuniete.erase(gdzie);
+    }
+    for (TObiektBazowy* obiekt : usuniete)
+        obiekt->ZwolnijRefOd(this);
+}
+
+TObiektBazowy* TListaRefObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    if (FIleObiektow == FPojemnosc)
+        ZwiekszPojemnosc();
+    if (nowyObiekt != nullptr)
+        nowyObiekt->DodajRefOd(this);
+    return TListaWskObiektow::DodajObiekt(nowyObiekt, gdzie);
+}
+
+TObiektBazowy* TListaRefObiektow::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
+    TObiektBazowy* obiekt = TListaWskObiektow::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
+    if (obiekt != nullptr && ZnajdzObiekt(obiekt) < 0)
+        obiekt->ZwolnijRefOd(this);
+    return obiekt;
+}
+
+bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    std::vector<TObiektBazowy*> usuniete;
+    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
+    NilujSloty(FObiekty, FIleObiektow, &usuniete,
+               [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+    if (usuniete.empty())
+        return false;
+    UsunObiektyNil(false);
+    Wyrejestruj(usuniete);
+    return true;
+}
+
+bool TListaRefObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    std::vector<TObiektBazowy*> usuniete;
+    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
+    NilujSloty(FObiekty, FIleObiektow, &usuniete,
+               [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+    if (usuniete.empty())
+        return false;
+    UsunObiektyNil(false);
+    Wyrejestruj(usuniete);
+    return true;
+}
+
+bool TListaRefObiektow::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) {
+    if (&obiekty == this)
+        return TListaWskObiektow::UsunTeObiekty(obiekty, zachowajPojemnosc);
+    std::vector<TObiektBazowy*> usuniete;
+    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
+    NilujSloty(FObiekty, FIleObiektow, &usuniete,
+               [&](const TObiektBazowy& o) { return obiekty.ZnajdzObiekt(&o) >= 0; });
+    if (usuniete.empty())
+        return false;
+    UsunObiektyNil(zachowajPojemnosc);
+    Wyrejestruj(usuniete);
+    return true;
+}
+
+bool TListaRefObiektow::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) {
+    return WykonajUsunDuplikaty(pola, rozmLiter, true, false);
+}
+
+void TListaRefObiektow::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
+    const std::int32_t granica = nowyRozm < 0 ? 0 : nowyRozm;
+    while (FIleObiektow > granica) {
+        TObiektBazowy* obiekt = FObiekty[--FIleObiektow];
+        if (obiekt != nullptr && ZnajdzObiekt(obiekt) < 0)
+            obiekt->ZwolnijRefOd(this);
+    }
+    TListaWskObiektow::SkrocListe(nowyRozm, zachowajPojemnosc);
+}
+
+void TListaRefObiektow::ZerujDane() {
+    while (FIleObiektow > 0)
+        if (TObiektBazowy* obiekt = FObiekty[--FIleObiektow]; obiekt != nullptr)
+            obiekt->ZwolnijRefOd(this);
+    TListaWskObiektow::ZerujDane();
+}
+
+void TListaRefObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
+    for (std::int32_t i = od; i < od + ile; ++i)
+        if (TObiektBazowy* element = Obiekty(i); element != nullptr)
+            element->DodajRefOd(this);
+    TListaWskObiektow::PoPrzeniesieniu(lista, od, ile);
+}
+
+} // namespace ztok

@@ -1,0 +1,149 @@
+#include "ztok/lists/TListaZObiektami.h"
+
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/lists/TListaWskObiektow.h"
+#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TListaZObiektami, TListaBazowa)
+
+TListaZObiektami::~TListaZObiektami() { DokonczZycie(); }
+
+TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    TWlasny<TObiektBazowy> straznik(nowyObiekt);
+    if (FIleObiektow == FPojemnosc)
+        ZwiekszPojemnosc();
+    if (nowyObiekt != nullptr)
+        JadroKlas()->UstawRodzica(*nowyObiekt, this);
+    return TListaBazowa::DodajObiekt(straznik.Oddaj(), gdzie);
+}
+
+TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdzie) {
+    if (klasa.utworz == nullptr || !klasa.Ma(ckObiektBazowy))
+        ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa.nazwa});
+    return TListaZObiektami::DodajObiekt(static_cast<TObiektBazowy*>(klasa.utworz(this)), gdzie);
+}
+
+void TListaZObiektami::PrzypnijObiekt(TObiektBazowy* obiekt) {
+    if (obiekt != nullptr)
+        JadroKlas()->UstawRodzica(*obiekt, nullptr);
+    DodajObiekt(obiekt, MaxInt);
+}
+
+void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& /*lista*/, std::int32_t od, std::int32_t ile) {
+    for (std::int32_t i = od; i < od + ile; ++i)
+        if (TObiektBazowy* element = Obiekty(i); element != nullptr)
+            JadroKlas()->UstawRodzica(*element, this);
+}
+
+TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
+    TObiektBazowy* obiekt = TListaBazowa::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
+    if (obiekt != nullptr)
+        JadroKlas()->UstawRodzica(*obiekt, nullptr);
+    return obiekt;
+}
+
+void TListaZObiektami::ZwolnijObiekty(std::int32_t od) {
+    TPierwszyBlad blad;
+    if (od < 0)
+        od = 0;
+    while (FIleObiektow > od) {
+        TObiektBazowy* element = FObiekty[--FIleObiektow];
+        blad.Wykonaj([element] { Zwolnij(element); });
+    }
+    blad.Rzuc();
+}
+
+void TListaZObiektami::ZerujDane() {
+    TPierwszyBlad blad;
+    blad.Wykonaj([this] { ZwolnijObiekty(0); });
+    TListaBazowa::ZerujDane();
+    blad.Rzuc();
+}
+
+void TListaZObiektami::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
+    TPierwszyBlad blad;
+    blad.Wykonaj([&] { ZwolnijObiekty(nowyRozm); });
+    TListaBazowa::SkrocListe(nowyRozm, zachowajPojemnosc);
+    blad.Rzuc();
+}
+
+template <class F> bool TListaZObiektami::ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc) {
+    TPierwszyBlad blad;
+    bool usunieto = false;
+    const auto zwolnij = [&](std::int32_t i) {
+        TObiektBazowy* element = FObiekty[i];
+        FObiekty[i] = nullptr;
+        usunieto = true;
+        blad.Wykonaj([element] { Zwolnij(element); });
+    };
+    try {
+        for (std::int32_t i = FIleObiektow - 1; i >= 0; --i)
+            if (FObiekty[i] != nullptr && warunek(*FObiekty[i]))
+                zwolnij(i);
+    } catch (...) {
+        UsunObiektyNil(zachowajPojemnosc); // the elements freed so far leave no holes
+        throw;
+    }
+    if (usunieto)
+        UsunObiektyNil(zachowajPojemnosc);
+    blad.Rzuc();
+    return usunieto;
+}
+
+bool TListaZObiektami::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    return ZwolnijWgWarunku([&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); }, false);
+}
+
+bool TListaZObiektami::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    return ZwolnijWgWarunku([&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); }, false);
+}
+
+bool TListaZObiektami::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) {
+    TPierwszyBlad blad;
+    bool usunieto = false;
+    // The pointer list may change while elements die: a reference list loses them.
+    for (std::int32_t k = obiekty.IleObiektow() - 1; k >= 0; --k) {
+        TObiektBazowy* szukany = obiekty.Obiekty(k);
+        for (std::int32_t i = 0; szukany != nullptr && i < FIleObiektow; ++i)
+            if (FObiekty[i] == szukany) {
+                FObiekty[i] = nullptr;
+                usunieto = true;
+                blad.Wykonaj([szukany] { Zwolnij(szukany); });
+                break;
+            }
+    }
+    if (usunieto)
+        UsunObiektyNil(zachowajPojemnosc);
+    blad.Rzuc();
+    return usunieto;
+}
+
+bool TListaZObiektami::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) {
+    return WykonajUsunDuplikaty(pola, rozmLiter, false, true);
+}
+
+void TListaZObiektami::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
+    TListaBazowa::DajObiektyDoZapisu(zapisywacz);
+    if (FIleObiektow == 0)
+        return;
+    const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        if (FObiekty[i] != nullptr)
+            FObiekty[i]->DajObiektyDoZapisu(zapisywacz);
+}
+
+std::int32_t TListaZObiektami::PorownajLiczby(const TListaBazowa& inna) const noexcept {
+    return static_cast<int>(FIleObiektow > inna.IleObiektow()) - static_cast<int>(FIleObiektow < inna.IleObiektow());
+}
+
+const TListaBazowa& TListaZObiektami::JakoLista(const TPole& inne) const {
+    SprawdzKlase(inne, TListaBazowa::KlasaStatyczna());
+    return static_cast<const TListaBazowa&>(inne);
+}
+
+} // namespace ztok
