@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <cmath>
+#include <limits>
 
 #include "tests/TablicaTsv.h"
 #include "ztok/platform/Kodowania.h"
@@ -93,12 +95,13 @@ TEST(FormatKomunikatu, RodzajeIArgumenty) {
         {u"%s|%s|%s", {TArgument::ShortString("a"), TArgument::PChar(std::string("b\0c", 3)), 'c'}, "ok a|b|c"},
         {u"%s|%s", {TArgument::PWideChar(u"w"), TArgument::WideString(u"x")}, "ok w|x"},
         {u"%s|%s|%s", {TWariant(5), TWariant::Null(), TWariant(u"v")}, "ok 5||v"},
-        {u"%s", {TWariant::Tablica({TWariant(1)})}, "ok Array of Variant"},
+        {u"%s|%s", {TWariant::Tablica({TWariant(1)}), TWariant(TDataCzas{1e9})}, "ok ?|?"},
         {u"%s|%s", {TObiektLiczony::KlasaStatyczna(), static_cast<TObiektOgolny*>(nullptr)}, "ok TObiektLiczony|nil"},
         {u"%.1s|", {u"\U0001F600"}, "ok |"}, // half a character is none
         {u"%.3s|", {u"\U0001F600ab"}, "ok \U0001F600a|"},
         // Numbers at the edges of their types.
-        {u"%d %u %x", {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}, std::int64_t{-1}},
+        {u"%d %u %x",
+         {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}, std::int64_t{-1}},
          "ok -9223372036854775808 18446744073709551615 FFFFFFFFFFFFFFFF"},
         {u"%f %e %g", {nieskonczonosc, -nieskonczonosc, std::nan("")}, "ok INF -INF NAN"},
         {u"%.0f %.2f %.0f", {0.5, -0.004, 999.5}, "ok 1 0,00 1000"},
@@ -134,8 +137,16 @@ TEST(FormatKomunikatu, BezWyjatkuDajeSamFormat) {
 
 // Arguments are values: copies and moves keep tag and value, and own what they hold.
 TEST(TArgument, KopieIPrzeniesienia) {
-    const std::vector<TArgument> wzory = {true, 'c', u'ż', 7, std::int64_t{1} << 40, 2.5L, TWaluta{5},
-                                          u"tekst dłuższy niż bufor w miejscu", std::string("bajty"), TWariant(u"w"),
+    const std::vector<TArgument> wzory = {true,
+                                          'c',
+                                          u'ż',
+                                          7,
+                                          std::int64_t{1} << 40,
+                                          2.5L,
+                                          TWaluta{5},
+                                          u"tekst dłuższy niż bufor w miejscu",
+                                          std::string("bajty"),
+                                          TWariant(u"w"),
                                           nullptr};
     const auto opis = [](const TArgument& a) {
         std::u16string wynik = a.JakoTekst();

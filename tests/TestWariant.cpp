@@ -220,8 +220,9 @@ TEST_F(TWariantTest, Kwoty) {
     const TPrzypadek przypadki[] = {
         {5, 50000},
         {true, -10000},
-        {0.00005, 0}, // halves go to the even neighbour
-        {0.00015625, 2},
+        {0.03125, 312}, // halves go to the even neighbour
+        {0.09375, 938},
+        {0.00015, 1}, // as a double it is below the half
         {-0.1, -1000},
         {u"12,34565", 123456},
         {u"12,34575", 123458},
@@ -248,7 +249,12 @@ TEST_F(TWariantTest, Kwoty) {
 }
 
 TEST_F(TWariantTest, WartosciITablice) {
-    const TWariant wzory[] = {{},  TWariant::Null(), 5, 2.5, u"tekst dłuższy niż bufor w miejscu", TWariant::AnsiString("a"),
+    const TWariant wzory[] = {{},
+                              TWariant::Null(),
+                              5,
+                              2.5,
+                              u"tekst dłuższy niż bufor w miejscu",
+                              TWariant::AnsiString("a"),
                               TWariant::Tablica({1, u"dwa", TWariant::Tablica({3})})};
     for (const TWariant& wzor : wzory) {
         for (const TWariant& poprzedni : wzory) {

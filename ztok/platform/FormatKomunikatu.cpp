@@ -107,13 +107,13 @@ std::u16string Stala(const TCyfry& cyfry, int poPrzecinku, bool tysiace, const T
 
 // Places of the amount (1) and the symbol ($), by the numbers that the system's regional settings use.
 constexpr std::array<std::u16string_view, 4> kWalutaDodatnia = {u"$1", u"1$", u"$ 1", u"1 $"};
-constexpr std::array<std::u16string_view, 16> kWalutaUjemna = {
-    u"($1)", u"-$1",  u"$-1",  u"$1-",  u"(1$)", u"-1$",  u"1-$",   u"1$-",
-    u"-1 $", u"-$ 1", u"1 $-", u"$ 1-", u"$ -1", u"1- $", u"($ 1)", u"(1 $)"};
+constexpr std::array<std::u16string_view, 16> kWalutaUjemna = {u"($1)", u"-$1",  u"$-1",   u"$1-",  u"(1$)", u"-1$",
+                                                               u"1-$",  u"1$-",  u"-1 $",  u"-$ 1", u"1 $-", u"$ 1-",
+                                                               u"$ -1", u"1- $", u"($ 1)", u"(1 $)"};
 
 std::u16string Kwota(std::u16string_view liczba, bool ujemna, const TUstawieniaFormatu& ustawienia) {
-    const std::span<const std::u16string_view> wzory =
-        ujemna ? std::span<const std::u16string_view>(kWalutaUjemna) : std::span<const std::u16string_view>(kWalutaDodatnia);
+    const std::span<const std::u16string_view> wzory = ujemna ? std::span<const std::u16string_view>(kWalutaUjemna)
+                                                              : std::span<const std::u16string_view>(kWalutaDodatnia);
     const std::size_t numer = ujemna ? ustawienia.formatWalutyUjemnej : ustawienia.formatWaluty;
     std::u16string wynik;
     for (char16_t znak : wzory[std::min(numer, wzory.size() - 1)]) {
@@ -368,24 +368,33 @@ class TFormatowanie {
         case TTag::Class:
             return std::u16string(argument.Klasa() == nullptr ? u"nil" : argument.Klasa()->nazwa);
         case TTag::Interface:
-            return argument.Interfejs() == nullptr ? u"nil" : NazwaKlasy(ObiektZaInterfejsem(argument.Interfejs()));
+            return NazwaZaInterfejsem(argument.Interfejs());
         default:
             Blad(u"argument nie jest tekstem");
         }
     }
 
-    // An array has no text; its type says what was there.
+    // "?" for a variant without text: an array, a date out of range.
     static std::u16string TekstWariantu(const TWariant& wariant) {
-        return wariant.JestTablica() ? wariant.NazwaTypu() : wariant.JakoTekst16();
+        try {
+            return wariant.JakoTekst16();
+        } catch (const EBladKonwersji&) {
+            return u"?";
+        }
+    }
+
+    static std::u16string NazwaZaInterfejsem(IInterfejs* interfejs) {
+        if (interfejs == nullptr)
+            return u"nil";
+        const TObiektOgolny* obiekt = ObiektZaInterfejsem(interfejs);
+        return obiekt == nullptr ? u"?" : NazwaKlasy(obiekt);
     }
 
     static std::u16string NazwaKlasy(const TObiektOgolny* obiekt) {
         return std::u16string(obiekt == nullptr ? u"nil" : obiekt->NazwaKlasy());
     }
 
-    const TUstawieniaFormatu& Ustawienia() const {
-        return ustawienia_ != nullptr ? *ustawienia_ : UstawieniaProcesu();
-    }
+    const TUstawieniaFormatu& Ustawienia() const { return ustawienia_ != nullptr ? *ustawienia_ : UstawieniaProcesu(); }
 
     std::u16string_view format_;
     TArgumenty argumenty_;

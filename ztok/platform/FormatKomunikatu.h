@@ -17,8 +17,8 @@ struct TUstawieniaFormatu;
 // where `index` (from 0) names the argument, after which the next specifiers go on from there; `-` aligns left; width
 // and precision are numbers of at most 65535 or `*`, which takes them from an integer argument (a negative width aligns
 // left, a negative precision counts as none). Kinds, in either letter case:
-//     s  text of any kind, its first `precision` characters; a variant's text; the class name of an object, of a class
-//        and of the object behind an interface; "nil" when null
+//     s  text of any kind, its first `precision` characters; a variant's text, "?" when it has none; the class name of
+//        an object, of a class and of the object behind an interface; "nil" when null
 //     d  integer, u the same without sign, x in hexadecimal (an Integer has 8 digits at most); `precision` is the
 //        least number of digits, filled up with zeros
 //     f  real number or currency with `precision` digits after the separator (2), n the same with thousands separators,

@@ -107,8 +107,11 @@ template <class T> class TIntf {
     TIntf(const TIntf& inny) noexcept : TIntf(inny.interfejs_) {}
     TIntf(TIntf&& inny) noexcept : interfejs_(inny.Oddaj()) {}
     template <class U>
-        requires std::is_convertible_v<U*, T*>
-    TIntf(const TIntf<U>& inny) noexcept : TIntf(static_cast<T*>(inny.get())) {}
+    requires std::is_convertible_v<U*, T*> TIntf(const TIntf<U>& inny)
+    noexcept : TIntf(static_cast<T*>(inny.get())) {}
+    template <class U>
+    requires std::is_convertible_v<U*, T*> TIntf(TIntf<U>&& inny)
+    noexcept : interfejs_(inny.Oddaj()) {}
     TIntf& operator=(const TIntf& inny) noexcept {
         TIntf(inny).Zamien(*this);
         return *this;

@@ -23,16 +23,26 @@ struct TNazwaTypu {
     std::u16string_view nazwa;
 };
 constexpr std::array<TNazwaTypu, 20> kNazwyTypow = {{
-    {Empty, u"Empty"},       {Null, u"Null"},
-    {Smallint, u"Smallint"}, {Integer, u"Integer"},
-    {Single, u"Single"},     {Double, u"Double"},
-    {Currency, u"Currency"}, {Date, u"Date"},
-    {WideString, u"WideString"}, {Boolean, u"Boolean"},
-    {Variant, u"Variant"},   {Shortint, u"Shortint"},
-    {Byte, u"Byte"},         {Word, u"Word"},
-    {Cardinal, u"Cardinal"}, {Int64, u"Int64"},
-    {UInt64, u"UInt64"},     {AnsiString, u"AnsiString"},
-    {UnicodeString, u"UnicodeString"}, {ArrayOfVariant, u"Array of Variant"},
+    {Empty, u"Empty"},
+    {Null, u"Null"},
+    {Smallint, u"Smallint"},
+    {Integer, u"Integer"},
+    {Single, u"Single"},
+    {Double, u"Double"},
+    {Currency, u"Currency"},
+    {Date, u"Date"},
+    {WideString, u"WideString"},
+    {Boolean, u"Boolean"},
+    {Variant, u"Variant"},
+    {Shortint, u"Shortint"},
+    {Byte, u"Byte"},
+    {Word, u"Word"},
+    {Cardinal, u"Cardinal"},
+    {Int64, u"Int64"},
+    {UInt64, u"UInt64"},
+    {AnsiString, u"AnsiString"},
+    {UnicodeString, u"UnicodeString"},
+    {ArrayOfVariant, u"Array of Variant"},
 }};
 
 constexpr std::u16string_view kPrawda = u"True";
@@ -327,9 +337,7 @@ void TWariant::BladZakresu(TTypWariantu cel) const {
     throw EBladWariantu(u"Wartość wariantu typu " + NazwaTypu() + u" nie mieści się w typie " + NazwaTypuWariantu(cel));
 }
 
-std::u16string TWariant::Tekst() const {
-    return typ_ == TTypWariantu::AnsiString ? ZWin1250(bajty_) : tekst_;
-}
+std::u16string TWariant::Tekst() const { return typ_ == TTypWariantu::AnsiString ? ZWin1250(bajty_) : tekst_; }
 
 // Any value as an integer of the type `cel`, which holds min..max; UInt64 as its bits.
 std::int64_t TWariant::JakoCalkowita(std::int64_t min, std::uint64_t max, TTypWariantu cel) const {
@@ -442,7 +450,10 @@ bool TWariant::JakoBool() const {
 TDataCzas TWariant::JakoData() const {
     double dni = 0;
     if (JestTekstem()) {
-        if (!SprobujTekstNaDateICzas(Tekst(), dni, UstawieniaProcesu()))
+        const std::u16string tekst = Tekst();
+        // A text that is a number is no date: "12" is neither a day nor an hour here.
+        if (double liczba = 0;
+            RzeczywistaZTekstu(tekst, liczba) || !SprobujTekstNaDateICzas(tekst, dni, UstawieniaProcesu()))
             BladTypu(Date);
     } else if (JestNull() || JestTablica()) {
         BladTypu(Date);
@@ -490,7 +501,9 @@ std::u16string TWariant::JakoTekst16() const {
     case Date:
         if (!JestData(rzeczywista_))
             BladZakresu(UnicodeString);
-        return DataLubCzasNaTekst(rzeczywista_, UstawieniaProcesu());
+        // Day 0 shows its time alone, midnight too.
+        return std::trunc(rzeczywista_) == 0 ? CzasNaTekst(rzeczywista_, UstawieniaProcesu())
+                                             : DataLubCzasNaTekst(rzeczywista_, UstawieniaProcesu());
     case Boolean:
         return std::u16string(TekstLogicznej(liczba_ != 0));
     case UInt64:
@@ -505,9 +518,7 @@ std::u16string TWariant::JakoTekst16() const {
     return Tekst();
 }
 
-std::string TWariant::JakoTekst8() const {
-    return typ_ == TTypWariantu::AnsiString ? bajty_ : Win1250(JakoTekst16());
-}
+std::string TWariant::JakoTekst8() const { return typ_ == TTypWariantu::AnsiString ? bajty_ : Win1250(JakoTekst16()); }
 
 TWariant TWariant::Przeksztalc(TTypWariantu typ) const {
     if (typ == typ_ || typ == Variant)
@@ -593,7 +604,9 @@ int PorownajWarianty(const TWariant& a, const TWariant& b) {
         const int wynik = Znak(zTekstu <=> wartosc.JakoDouble());
         return a.JestTekstem() ? wynik : -wynik;
     }
-    const auto dokladny = [](const TWariant& w) { return w.JestCalkowity() || w.typ_ == Currency || w.typ_ == Boolean; };
+    const auto dokladny = [](const TWariant& w) {
+        return w.JestCalkowity() || w.typ_ == Currency || w.typ_ == Boolean;
+    };
     if (!dokladny(a) || !dokladny(b))
         return Znak(a.JakoDouble() <=> b.JakoDouble());
 

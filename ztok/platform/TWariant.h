@@ -25,7 +25,7 @@ enum class TTypWariantu : std::uint16_t {
     Date = 7,
     WideString = 8,
     Boolean = 11,
-    Variant = 12, // type of array elements; no value has it
+    Variant = 12,  // type of array elements; no value has it
     Shortint = 16, // signed 8-bit
     Byte = 17,
     Word = 18,     // unsigned 16-bit
@@ -71,7 +71,8 @@ class ZTOK_API TWariant {
         : TWariant(sizeof(long) == 4 ? TTypWariantu::Cardinal : TTypWariantu::UInt64,
                    static_cast<std::int64_t>(wartosc)) {}
     TWariant(long long wartosc) noexcept : TWariant(TTypWariantu::Int64, std::int64_t{wartosc}) {}
-    TWariant(unsigned long long wartosc) noexcept : TWariant(TTypWariantu::UInt64, static_cast<std::int64_t>(wartosc)) {}
+    TWariant(unsigned long long wartosc) noexcept
+        : TWariant(TTypWariantu::UInt64, static_cast<std::int64_t>(wartosc)) {}
     TWariant(float wartosc) noexcept : TWariant(TTypWariantu::Single, double{wartosc}) {}
     TWariant(double wartosc) noexcept : TWariant(TTypWariantu::Double, wartosc) {}
     TWariant(TWaluta wartosc) noexcept : TWariant(TTypWariantu::Currency, wartosc.dziesieciotysieczne) {}
@@ -101,7 +102,7 @@ class ZTOK_API TWariant {
     [[nodiscard]] bool JestPusty() const noexcept { return typ_ == TTypWariantu::Empty; }
     [[nodiscard]] bool JestNull() const noexcept { return typ_ == TTypWariantu::Null; }
     [[nodiscard]] bool JestPustyLubNull() const noexcept { return JestPusty() || JestNull(); }
-    [[nodiscard]] bool JestTekstem() const noexcept; // 8-bit, wide or Unicode
+    [[nodiscard]] bool JestTekstem() const noexcept;   // 8-bit, wide or Unicode
     [[nodiscard]] bool JestCalkowity() const noexcept; // an integer of any width; booleans are none
     [[nodiscard]] bool JestTablica() const noexcept { return typ_ == TTypWariantu::ArrayOfVariant; }
 
@@ -143,8 +144,8 @@ class ZTOK_API TWariant {
     TTypWariantu typ_;
     // The member that the type names.
     union {
-        std::int64_t liczba_; // integers (UInt64 as its bits), booleans (0, 1), currency; 0 without a value
-        double rzeczywista_;  // Single, Double, Date
+        std::int64_t liczba_;  // integers (UInt64 as its bits), booleans (0, 1), currency; 0 without a value
+        double rzeczywista_;   // Single, Double, Date
         std::u16string tekst_; // UnicodeString, WideString
         std::string bajty_;    // AnsiString
         std::vector<TWariant> tablica_;
