@@ -77,7 +77,7 @@ class ZTOK_API TPoleDouble : public TPoleLiczby<double, TPoleZmiennoprzecinkowe>
     static constexpr std::uint8_t KodPola = kpDouble;
 };
 
-static_assert(sizeof(TPoleInt64) == 16 && sizeof(TPoleDouble) == 16 || sizeof(void*) == 4,
+static_assert((sizeof(TPoleInt64) == 16 && sizeof(TPoleDouble) == 16) || sizeof(void*) == 4,
               "a scalar field is one table pointer and its value");
 
 } // namespace ztok

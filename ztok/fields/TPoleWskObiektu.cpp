@@ -66,7 +66,9 @@ std::int32_t TPoleWskObiektu::Porownaj(const TPole& inne, TPorownywaczDanych* po
     if (porownywacz != nullptr && porownywacz->RefJakoSciezki)
         return CompareStrSgn(obiekt_->DajSciezkeDoSiebie(porownywacz->ObiektCo),
                              drugi->DajSciezkeDoSiebie(porownywacz->ObiektZCzym));
-    return obiekt_ == drugi ? 0 : obiekt_->Porownaj(*drugi, porownywacz);
+    if (obiekt_ == drugi || (porownywacz != nullptr && !porownywacz->NowaParaCelow(obiekt_, drugi)))
+        return 0;
+    return obiekt_->Porownaj(*drugi, porownywacz);
 }
 
 void TPoleWskObiektu::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {

@@ -15,6 +15,7 @@
 #include "ztok/platform/Powiadomienie.h"
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/platform/Wyladowanie.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {

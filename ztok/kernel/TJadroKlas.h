@@ -127,7 +127,7 @@ template <class... T> void RejestrujKlasy() { (JadroKlas()->RejestrujKlase(T::Kl
 // it unloads the library; otherwise unloading does, without waiting for a lock. With g_ZTOKQuiet nothing is shown and the
 // kernel stays.
 ZTOK_API void ZamknijBiblioteke() noexcept;
-// The same for the library's own unloading.
-void ZamknijPrzyWyladowaniu() noexcept;
+
+
 
 } // namespace ztok

@@ -14,6 +14,7 @@
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/TWariant.h"
 #include "ztok/util/ZTBledy.h"
+#include "ztok/util/Zagniezdzenie.h"
 
 namespace ztok {
 

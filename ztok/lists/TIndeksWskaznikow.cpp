@@ -8,17 +8,11 @@ namespace {
 
 constexpr std::size_t kKrotka = 16;
 
-std::size_t Mieszaj(const void* wskaznik) noexcept {
-    // Fibonacci hashing: addresses differ in their middle bits.
-    const auto adres = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(wskaznik));
-    return static_cast<std::size_t>((adres * 0x9E3779B97F4A7C15ULL) >> 29U);
-}
-
 } // namespace
 
 void TIndeksWskaznikow::Wstaw(std::size_t pozycja) noexcept {
     const std::size_t maska = tablica_.size() - 1;
-    for (std::size_t i = Mieszaj(lista_[pozycja]) & maska;; i = (i + 1) & maska) {
+    for (std::size_t i = MieszajWskaznik(lista_[pozycja]) & maska;; i = (i + 1) & maska) {
         if (tablica_[i] == 0) {
             tablica_[i] = static_cast<std::uint32_t>(pozycja + 1);
             return;
@@ -54,7 +48,7 @@ std::size_t TIndeksWskaznikow::Znajdz(const void* wskaznik) const noexcept {
         return lista_.size();
     }
     const std::size_t maska = tablica_.size() - 1;
-    for (std::size_t i = Mieszaj(wskaznik) & maska; tablica_[i] != 0; i = (i + 1) & maska)
+    for (std::size_t i = MieszajWskaznik(wskaznik) & maska; tablica_[i] != 0; i = (i + 1) & maska)
         if (lista_[tablica_[i] - 1] == wskaznik)
             return tablica_[i] - 1;
     return lista_.size();

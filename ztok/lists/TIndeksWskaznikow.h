@@ -9,6 +9,12 @@
 
 namespace ztok {
 
+// Spreads an address over a hash table: Fibonacci hashing, since addresses differ in their middle bits.
+[[nodiscard]] inline std::size_t MieszajWskaznik(const void* wskaznik) noexcept {
+    const auto adres = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(wskaznik));
+    return static_cast<std::size_t>((adres * 0x9E3779B97F4A7C15ULL) >> 29U);
+}
+
 // Finds the first position of a pointer in a list of pointers. Short lists are scanned; a longer one gets a hash table,
 // so that a walk over n objects stays near linear. The answers are those of a scan from the start.
 class ZTOK_API TIndeksWskaznikow {

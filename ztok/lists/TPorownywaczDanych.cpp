@@ -30,6 +30,32 @@ bool TPorownywaczDanych::JestPara(const TPole& co, const TPole& zCzym, std::size
 void TPorownywaczDanych::ZerujListy() {
     FCo.Zeruj();
     FZCzym.Zeruj();
+    pary_.clear();
+    ilePar_ = 0;
+}
+
+bool TPorownywaczDanych::NowaParaCelow(const TObiektBazowy* co, const TObiektBazowy* zCzym) {
+    const auto miejsce = [](std::vector<TPara>& tablica, const TPara& para) -> TPara& {
+        const std::size_t maska = tablica.size() - 1;
+        std::size_t i = (MieszajWskaznik(para.co) ^ (MieszajWskaznik(para.zCzym) * 3)) & maska;
+        while (tablica[i].co != nullptr && tablica[i] != para)
+            i = (i + 1) & maska;
+        return tablica[i];
+    };
+    const TPara para{co, zCzym};
+    if (2 * (ilePar_ + 1) > pary_.size()) {
+        std::vector<TPara> wieksza(pary_.empty() ? 16 : 2 * pary_.size());
+        for (const TPara& stara : pary_)
+            if (stara.co != nullptr)
+                miejsce(wieksza, stara) = stara;
+        pary_.swap(wieksza);
+    }
+    TPara& cel = miejsce(pary_, para);
+    if (cel.co != nullptr)
+        return false;
+    cel = para;
+    ++ilePar_;
+    return true;
 }
 
 } // namespace ztok

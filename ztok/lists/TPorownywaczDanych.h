@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "ztok/fields/TypyPol.h"
 #include "ztok/lists/TIndeksWskaznikow.h"
@@ -30,6 +31,10 @@ class ZTOK_API TPorownywaczDanych {
     // a miss `gdzie` is the number of pairs.
     [[nodiscard]] bool JestPara(const TPole& co, const TPole& zCzym, std::size_t& gdzie) const;
     void ZerujListy();
+    // For pointer fields: whether exactly this pair of targets is met for the first time. A pair met before is being
+    // compared higher up or was found equal, since a difference ends the whole walk; so cycles end, and targets that many
+    // fields share are compared once.
+    bool NowaParaCelow(const TObiektBazowy* co, const TObiektBazowy* zCzym);
 
     const TObiektBazowy* ObiektCo;
     const TObiektBazowy* ObiektZCzym;
@@ -42,6 +47,13 @@ class ZTOK_API TPorownywaczDanych {
   private:
     TIndeksWskaznikow FCo;
     TIndeksWskaznikow FZCzym;
+    struct TPara {
+        const TObiektBazowy* co = nullptr;
+        const TObiektBazowy* zCzym = nullptr;
+        friend bool operator==(const TPara&, const TPara&) = default;
+    };
+    std::vector<TPara> pary_; // pairs of targets, open addressing
+    std::size_t ilePar_ = 0;
 };
 
 } // namespace ztok
