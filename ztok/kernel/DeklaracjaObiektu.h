@@ -21,6 +21,7 @@
 #include <span>
 #include <type_traits>
 
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -55,6 +56,24 @@ using Cardinal =
 using Int64 = Wartosc<TRodzajWartosci::Int64, TDostep::PoleInt64, &TObiekt::GetPoleInt64, &TObiekt::SetPoleInt64>;
 using Double =
     Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleDouble, &TObiekt::GetPoleDouble, &TObiekt::SetPoleDouble>;
+// A real number whose declared type says that it is a date, a time or both.
+template <class K, int Typ> struct Chwila : K {
+    static constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa) noexcept {
+        constexpr std::u16string_view typy[] = {u"TDateTime", u"TDate", u"TTime"};
+        TWierszPola wiersz = K::Wiersz(nr, nazwa);
+        wiersz.typ = typy[Typ];
+        return wiersz;
+    }
+};
+using DateTime = Chwila<Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleDateTime, &TObiekt::GetPoleDateTime,
+                                &TObiekt::SetPoleDateTime>,
+                        0>;
+using Date = Chwila<Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleDate, &TObiekt::GetPoleDate,
+                            &TObiekt::SetPoleDate>,
+                    1>;
+using Time = Chwila<Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleTime, &TObiekt::GetPoleTime,
+                            &TObiekt::SetPoleTime>,
+                    2>;
 using Boolean =
     Wartosc<TRodzajWartosci::Boolean, TDostep::PoleBoolean, &TObiekt::GetPoleBoolean, &TObiekt::SetPoleBoolean>;
 using String = Wartosc<TRodzajWartosci::String, TDostep::PoleString, &TObiekt::GetPoleString, &TObiekt::SetPoleString>;

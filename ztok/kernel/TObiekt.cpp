@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -329,6 +330,9 @@ std::int32_t TObiekt::GetPoleInteger(int nrPola) const { return Czytaj<TPoleInte
 std::uint32_t TObiekt::GetPoleCardinal(int nrPola) const { return Czytaj<TPoleCardinal>(nrPola); }
 std::int64_t TObiekt::GetPoleInt64(int nrPola) const { return Czytaj<TPoleInt64>(nrPola); }
 double TObiekt::GetPoleDouble(int nrPola) const { return Czytaj<TPoleDouble>(nrPola); }
+double TObiekt::GetPoleDateTime(int nrPola) const { return Czytaj<TPoleDateTime>(nrPola); }
+double TObiekt::GetPoleDate(int nrPola) const { return Czytaj<TPoleDate>(nrPola); }
+double TObiekt::GetPoleTime(int nrPola) const { return Czytaj<TPoleTime>(nrPola); }
 bool TObiekt::GetPoleBoolean(int nrPola) const { return Czytaj<TPoleBoolean>(nrPola); }
 std::u16string TObiekt::GetPoleString(int nrPola) const { return Czytaj<TPoleString>(nrPola); }
 std::u16string TObiekt::GetPoleCDATA(int nrPola) const { return Czytaj<TPoleString>(nrPola); }
@@ -342,6 +346,9 @@ void TObiekt::SetPoleInteger(int nrPola, std::int32_t wartosc) { Pisz<TPoleInteg
 void TObiekt::SetPoleCardinal(int nrPola, std::uint32_t wartosc) { Pisz<TPoleCardinal>(nrPola, wartosc); }
 void TObiekt::SetPoleInt64(int nrPola, std::int64_t wartosc) { Pisz<TPoleInt64>(nrPola, wartosc); }
 void TObiekt::SetPoleDouble(int nrPola, double wartosc) { Pisz<TPoleDouble>(nrPola, wartosc); }
+void TObiekt::SetPoleDateTime(int nrPola, double wartosc) { Pisz<TPoleDateTime>(nrPola, wartosc); }
+void TObiekt::SetPoleDate(int nrPola, double wartosc) { Pisz<TPoleDate>(nrPola, wartosc); }
+void TObiekt::SetPoleTime(int nrPola, double wartosc) { Pisz<TPoleTime>(nrPola, wartosc); }
 
 void TObiekt::SetPoleBoolean(int nrPola, TBajtLogiczny wartosc) {
     if (wartosc.Bajt() > 1)

@@ -128,6 +128,10 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] bool MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const override;
     [[nodiscard]] std::int32_t PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                              std::uint32_t localeID) const override;
+    [[nodiscard]] std::int32_t WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                  TPorownywaczDanych& porownywacz) const override;
+    [[nodiscard]] std::int32_t WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                      TPorownywaczDanych& porownywacz) const override;
     bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) override;
     [[nodiscard]] bool MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const override;
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;

@@ -252,6 +252,13 @@ std::int32_t TObiektBazowy::Porownaj(const TPole& inne, TPorownywaczDanych* poro
     return WykonajPorownanie(inne, wlasny);
 }
 
+std::int32_t TObiektBazowy::PorownajZObiektem(const TObiektBazowy& inny, TRozmiarLiter rozmLiter,
+                                              std::uint32_t localeID) const {
+    TPorownywaczDanych porownywacz(this, &inny, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
+    const TBlokadaObiektu blokada(*this);
+    return Porownaj(inny, &porownywacz);
+}
+
 std::int32_t TObiektBazowy::PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
                                           std::uint32_t localeID, TPorownywaczDanych* porownywacz) const {
     if (porownywacz != nullptr)
@@ -461,6 +468,21 @@ std::int32_t TObiektBazowy::PorownajCechy(TArgumenty /*pola*/, TArgumenty /*wart
                                           std::uint32_t /*localeID*/) const {
     BladAbstrakcyjny(u"PorownajCechy");
 }
+std::u16string TObiektBazowy::DrzewoObiektu() const { BladAbstrakcyjny(u"DrzewoObiektu"); }
+std::u16string TObiektBazowy::GetTekstowoWgSciezki(std::u16string_view /*sciezka*/) const {
+    BladAbstrakcyjny(u"GetTekstowoWgSciezki");
+}
+void TObiektBazowy::SetTekstowoWgSciezki(std::u16string_view /*sciezka*/, std::u16string_view /*tekst*/) {
+    BladAbstrakcyjny(u"SetTekstowoWgSciezki");
+}
+std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view /*sciezka*/) const {
+    BladAbstrakcyjny(u"DajTrescWgSciezki");
+}
+std::string TObiektBazowy::ZapiszWStringuXML() const { BladAbstrakcyjny(u"ZapiszWStringuXML"); }
+void TObiektBazowy::WczytajZeStringuXML(std::string_view /*tekst*/) { BladAbstrakcyjny(u"WczytajZeStringuXML"); }
+void TObiektBazowy::ZapiszWPlikuXML(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPlikuXML"); }
+void TObiektBazowy::ZapiszWPliku(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPliku"); }
+void TObiektBazowy::WczytajZPliku(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPliku"); }
 void TObiektBazowy::ZerujPole(std::u16string_view /*sciezka*/) { BladAbstrakcyjny(u"ZerujPole"); }
 std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
                                                TPorownywaczDanych& /*porownywacz*/) const {

@@ -128,10 +128,26 @@ class ZTOK_API TObiektBazowy : public TPole {
     // The field object of one path, or null.
     [[nodiscard]] TPole* DajPoleONazwie(std::u16string_view sciezka) { return PoleONazwie(sciezka); }
 
+    // A readable dump of the object's tree, for diagnostics.
+    [[nodiscard]] std::u16string DrzewoObiektu() const;
+    // Values by path, as text.
+    [[nodiscard]] std::u16string GetTekstowoWgSciezki(std::u16string_view sciezka) const;
+    void SetTekstowoWgSciezki(std::u16string_view sciezka, std::u16string_view tekst);
+    [[nodiscard]] std::u16string DajTrescWgSciezki(std::u16string_view sciezka) const;
+    // XML form as text, and whole files.
+    [[nodiscard]] std::string ZapiszWStringuXML() const;
+    void WczytajZeStringuXML(std::string_view tekst);
+    void ZapiszWPlikuXML(std::u16string_view plik) const;
+    void ZapiszWPliku(std::u16string_view plik) const;
+    void WczytajZPliku(std::u16string_view plik);
+
     // Copies everything from an object that fits; the root of the copy locks itself and the source.
     void KopiujDane(const TPole& zrodlo, TKopierDanych* kopier = nullptr) override;
     // Full comparison; without a comparer letter case does not matter.
     [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
+    // Full comparison with a letter case of the caller's choice.
+    [[nodiscard]] std::int32_t PorownajZObiektem(const TObiektBazowy& inny, TRozmiarLiter rozmLiter,
+                                                 std::uint32_t localeID = LocaleWin1250) const;
     // Compares the listed fields (or all but them).
     [[nodiscard]] std::int32_t PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
                                              std::uint32_t localeID = LocaleWin1250,

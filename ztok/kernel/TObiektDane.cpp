@@ -252,6 +252,52 @@ std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& p
     return 0;
 }
 
+std::int32_t TObiekt::WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                         TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(inny);
+    for (const TArgument& selektor : pola) {
+        std::int32_t wynik = 0;
+        if (selektor.Tag() == TTag::Integer) {
+            const auto nr = static_cast<std::int16_t>(selektor.Calkowita());
+            wynik = nr == CalyObiekt ? Porownaj(inny, &porownywacz) : PorownajPole(nr, obiekt, porownywacz);
+        } else if (selektor.JestNazwa()) {
+            const std::u16string sciezka = selektor.JakoTekst();
+            const TPole* tu = const_cast<TObiekt*>(this)->PoleONazwie(sciezka);
+            const TPole* tam = const_cast<TObiekt&>(obiekt).PoleONazwie(sciezka);
+            wynik = tu != nullptr && tam != nullptr
+                        ? tu->Porownaj(*tam, &porownywacz)
+                        : static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
+        } else {
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PWP"});
+        }
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                             TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(inny);
+    std::vector<int> pominiete;
+    for (const TArgument& selektor : pola) {
+        if (selektor.Tag() == TTag::Integer)
+            pominiete.push_back(static_cast<std::int16_t>(selektor.Calkowita()));
+        else if (selektor.JestNazwa())
+            pominiete.push_back(NrPolaONazwie(selektor.JakoTekst()));
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"POP"});
+    }
+    const int ile = std::max(ilePol_, obiekt.ilePol_);
+    for (int nr = 0; nr < ile; ++nr)
+        if (std::find(pominiete.begin(), pominiete.end(), nr) == pominiete.end())
+            if (const std::int32_t wynik = PorownajPole(nr, obiekt, porownywacz); wynik != 0)
+                return wynik;
+    return 0;
+}
+
 // --- copy
 
 void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {

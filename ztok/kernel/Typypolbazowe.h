@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPole.h"
