@@ -5,9 +5,9 @@
 
 namespace ztok {
 
-// A date-time number: whole days since 1899-12-30, the time of day as the fraction. Below zero the fraction still counts
-// the time of day forward, with the sign of the date: -5.25 is 06:00 on 1899-12-25. Text that is shown follows the
-// process's format settings; the derived classes say what part of the number they keep.
+// A date-time number: whole days since 1899-12-30, the time of day as the fraction. Below zero the fraction still
+// counts the time of day forward, with the sign of the date: -5.25 is 06:00 on 1899-12-25. Text that is shown follows
+// the process's format settings; the derived classes say what part of the number they keep.
 class ZTOK_API TPoleDateTimeBazowe : public TPole {
     ZTOK_KLASA_DEKL(TPoleDateTimeBazowe)
 

@@ -77,9 +77,7 @@ namespace {
 template <class T> int Znak(T a, T b) noexcept { return a < b ? -1 : static_cast<int>(a > b); }
 
 // Sign of an integer minus the value of a variant, exact for integers of any size.
-int PorownajZLiczba(std::int64_t cecha, const TWariant& wartosc) {
-    return PorownajWarianty(TWariant(cecha), wartosc);
-}
+int PorownajZLiczba(std::int64_t cecha, const TWariant& wartosc) { return PorownajWarianty(TWariant(cecha), wartosc); }
 
 // The zero of the feature's kind, for a value that is null.
 TWariant ZeroCechy(const TArgument& cecha) {

@@ -7,7 +7,7 @@
 
 namespace ztok {
 
-ZTOK_WYJATEK(EZTParserError, EWyjatek); // malformed text; the message ends with line and column
+ZTOK_WYJATEK(EZTParserError, EWyjatek);  // malformed text; the message ends with line and column
 ZTOK_WYJATEK(TZTFileError, ZTException); // a file that cannot be saved or loaded
 
 // A reader met a class other than the one it must read.

@@ -9,7 +9,8 @@ namespace ztok {
 
 struct TMigawkaOpisu;
 
-// The number of the class's name; 0 for null. The library remembers the class until its module is unloaded. Thread-safe.
+// The number of the class's name; 0 for null. The library remembers the class until its module is unloaded.
+// Thread-safe.
 ZTOK_API std::uint32_t NumerKlasy(const TKlasa* klasa);
 // The loaded class of that number; null when no module holds one. Thread-safe.
 [[nodiscard]] ZTOK_API const TKlasa* KlasaONumerze(std::uint32_t numer) noexcept;

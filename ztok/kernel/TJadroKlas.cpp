@@ -253,13 +253,6 @@ bool TJadroKlas::DajInterfejs(const TGUID& iid, void** wynik) const {
     return false;
 }
 
-void TJadroKlas::BrakInterfejsu(const TGUID& iid, std::u16string_view opis) {
-    std::u16string format(opis.empty() ? Komunikat(kmBrakInterfejsu) : opis);
-    if (format.find(u"%s") == std::u16string::npos)
-        format += u" %s";
-    ZTErrorFmt(format, {TekstGuid(iid)});
-}
-
 TObiektOgolny* TJadroKlas::DajObiektImplInterfejs(IInterfejs* interfejs) const noexcept {
     return ObiektZaInterfejsem(interfejs);
 }
@@ -419,9 +412,7 @@ TJadroKlas* JadroKlas() {
     return wlasneJadro;
 }
 
-void ZamknijBiblioteke() noexcept {
-    Zamknij(true);
-}
+void ZamknijBiblioteke() noexcept { Zamknij(true); }
 
 void ZamknijPrzyWyladowaniu() noexcept { Zamknij(false); }
 

@@ -368,9 +368,7 @@ void TObiekt::SetPoleString(int nrPola, std::u16string_view wartosc) {
 }
 
 void TObiekt::SetPoleCDATA(int nrPola, std::u16string_view wartosc) { Pisz<TPoleString>(nrPola, wartosc); }
-void TObiekt::SetPoleRawByteString(int nrPola, std::string_view wartosc) {
-    Pisz<TPoleRawByteString>(nrPola, wartosc);
-}
+void TObiekt::SetPoleRawByteString(int nrPola, std::string_view wartosc) { Pisz<TPoleRawByteString>(nrPola, wartosc); }
 void TObiekt::SetPoleWideString(int nrPola, std::u16string_view wartosc) { Pisz<TPoleWideString>(nrPola, wartosc); }
 
 TObiektBazowy* TObiekt::GetPoleRefObiektu(int nrPola) const {

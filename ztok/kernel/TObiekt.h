@@ -23,8 +23,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     ~TObiekt() override;
 
     // Metadata, from the class's descriptor.
-    [[nodiscard]] virtual const TKlasa* TypPolaNr(int nrPola) const;   // null: not declared
-    [[nodiscard]] virtual int RozmPolaNr(int nrPola) const;            // -1: field count; else 0 = no size limit
+    [[nodiscard]] virtual const TKlasa* TypPolaNr(int nrPola) const;    // null: not declared
+    [[nodiscard]] virtual int RozmPolaNr(int nrPola) const;             // -1: field count; else 0 = no size limit
     [[nodiscard]] virtual std::u16string NazwaPolaNr(int nrPola) const; // -1: class name without its first character
     [[nodiscard]] virtual int NrPolaONazwie(std::u16string_view nazwa) const; // -1: none; letter case is ignored
     [[nodiscard]] virtual std::u16string AliasXMLPolaNr(int nrPola) const;

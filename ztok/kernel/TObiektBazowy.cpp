@@ -105,14 +105,11 @@ TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
     return korzen != nullptr ? korzen : this;
 }
 
-const TObiektBazowy* TObiektBazowy::DajKorzen() const noexcept {
-    return const_cast<TObiektBazowy*>(this)->DajKorzen();
-}
+const TObiektBazowy* TObiektBazowy::DajKorzen() const noexcept { return const_cast<TObiektBazowy*>(this)->DajKorzen(); }
 
 TObiektBazowy* TObiektBazowy::DajRodzica(const TKlasa* klasa) const noexcept {
-    return FRodzic == nullptr
-               ? nullptr
-               : WGore(FRodzic, [klasa](const TObiektBazowy& o) { return o.JestKlasy(klasa); });
+    return FRodzic == nullptr ? nullptr
+                              : WGore(FRodzic, [klasa](const TObiektBazowy& o) { return o.JestKlasy(klasa); });
 }
 
 bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {

@@ -10,8 +10,8 @@ class TBlokadaObiektu;
 // An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
 // operations is part of the interface.
 //
-// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself. At the end of life every field that
-// refers to the object is cleared, then its content, then its lock, while the object still has its full type.
+// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself. At the end of life every field
+// that refers to the object is cleared, then its content, then its lock, while the object still has its full type.
 // Nesting of objects and lists beyond TLimity::zaglebienie is refused by reading, writing, comparing and copying.
 class ZTOK_API TObiektBazowy : public TPole {
     ZTOK_KLASA_DEKL(TObiektBazowy)
@@ -54,8 +54,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     virtual void OdblokujObiekt() const;
     virtual void ZerujDanePol(TArgumenty pola);
     virtual void ZerujDaneOprocz(TArgumenty pola);
-    // Resolves a path to an object and a field number (-1: the whole object), on request creating what is missing. False
-    // for a path that leads nowhere. Never raises for a path.
+    // Resolves a path to an object and a field number (-1: the whole object), on request creating what is missing.
+    // False for a path that leads nowhere. Never raises for a path.
     virtual bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola);
     // The same on classes alone, without an instance.
     virtual bool KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const;
@@ -170,8 +170,8 @@ class ZTOK_API TObiektBazowy : public TPole {
 
   protected:
     void WykonajDestrukcje() override;
-    // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user notice.
-    // For destructors of derived classes (the declaring macros write them).
+    // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user
+    // notice. For destructors of derived classes (the declaring macros write them).
     void DokonczZycie() noexcept {
         if (!zakonczony_)
             DokonczZycieCicho();

@@ -63,7 +63,7 @@ const TKlasa* KlasaPolaWiersza(const TWierszPola& w) {
         return gdy(TDostep::PoleWideString, TPoleWideString::KlasaStatyczna());
     case TRodzajWartosci::String:
         return w.czytnik == TDostep::PoleString || w.czytnik == TDostep::PoleCDATA ? TPoleString::KlasaStatyczna()
-                                                                                    : nullptr;
+                                                                                   : nullptr;
     case TRodzajWartosci::RefObiektu:
         return w.pisarz == TDostep::PoleRefObiektu ? gdy(TDostep::PoleRefObiektu, TPoleRefObiektu::KlasaStatyczna())
                                                    : nullptr;

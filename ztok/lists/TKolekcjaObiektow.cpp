@@ -96,8 +96,8 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
         strumien.ReadBuffer(nazwa8.data(), dlugosc);
         const std::u16string nazwa = PolskiWide(nazwa8);
         const TKlasa* klasa = nullptr;
-        const bool znana = JadroKlas()->JestKlasaONazwie(nazwa, klasa) && klasa->Ma(ckObiektBazowy) &&
-                           klasa->utworz != nullptr;
+        const bool znana =
+            JadroKlas()->JestKlasaONazwie(nazwa, klasa) && klasa->Ma(ckObiektBazowy) && klasa->utworz != nullptr;
         if (!znana) {
             if (odczytywacz.BladNieznanejKlasy)
                 ZTErrorFmt(Komunikat(kmNieznanaKlasa), {NazwaKlasy(), nazwa});

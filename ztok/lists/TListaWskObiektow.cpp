@@ -43,18 +43,16 @@ bool NilujSloty(PListaObiektowBazowych obiekty, std::int32_t ile, std::vector<TO
 } // namespace
 
 bool TListaWskObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
-        return o.MaCechy(pola, wartosci, rozmLiter);
-    });
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
+                                     [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
     if (usunieto)
         UsunObiektyNil(false);
     return usunieto;
 }
 
 bool TListaWskObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
-        return !o.MaCechy(pola, wartosci, rozmLiter);
-    });
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
+                                     [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
     if (usunieto)
         UsunObiektyNil(false);
     return usunieto;

@@ -49,11 +49,11 @@ class ZTOK_API TZapisywaczDanych {
     // Text as UTF-8, or as the writer's options say (null: UTF-8).
     static void ZapiszWideString(TStrumien& strumien, std::u16string_view tekst, const TZapisywaczDanych* zapisywacz);
 
-    TListaWskObiektow ZapObiekty;   // in collection order
+    TListaWskObiektow ZapObiekty;    // in collection order
     bool ZapisWszystkichPol = false; // every field that holds a value, whatever the class says
     std::int16_t OpcjeZapisu = 0;
     TFunCzyZapisac CzyZapisacPole;
-    bool DaneDlaD2007 = false;      // Unicode elements of tagged-value arrays as 8-bit text
+    bool DaneDlaD2007 = false; // Unicode elements of tagged-value arrays as 8-bit text
     TLicznikZagniezdzenia Zagniezdzenie;
 
   private:
@@ -61,7 +61,7 @@ class ZTOK_API TZapisywaczDanych {
         const TObiektBazowy* obiekt;
         std::int32_t pozycja;
     };
-    std::vector<TPozycja> Posortowane; // the same objects by address
+    std::vector<TPozycja> Posortowane;        // the same objects by address
     const TObiektBazowy* OstObiekt = nullptr; // the last lookup
     std::int32_t OstGdzie = -1;
     bool posortowane_ = false;

@@ -81,13 +81,9 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
                           requires std::is_same_v<decltype(&T::TypPolaNr), const TKlasa* (TObiekt::*)(int) const>;
                       })
             cechy |= ckWlasneTypyPol;
-        if constexpr (!requires {
-                          requires std::is_same_v<decltype(&T::UtworzonoPole), void (TObiekt::*)(int)>;
-                      })
+        if constexpr (!requires { requires std::is_same_v<decltype(&T::UtworzonoPole), void (TObiekt::*)(int)>; })
             cechy |= ckWlasneUtworzono;
-        if constexpr (!requires {
-                          requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>;
-                      })
+        if constexpr (!requires { requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>; })
             cechy |= ckWlasneNiepuste;
     }
     return cechy;
@@ -107,7 +103,7 @@ template <class T> class TWlasny {
     explicit TWlasny(T* obiekt) noexcept : obiekt_(obiekt) {}
     TWlasny(TWlasny&& inny) noexcept : obiekt_(inny.Oddaj()) {}
     template <class U>
-        requires requires(U* u) { static_cast<T*>(u); }
+    requires requires(U* u) { static_cast<T*>(u); }
     TWlasny(TWlasny<U>&& inny) noexcept : obiekt_(inny.Oddaj()) {}
     TWlasny(const TWlasny&) = delete;
     TWlasny& operator=(const TWlasny&) = delete;
