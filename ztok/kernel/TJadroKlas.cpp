@@ -6,6 +6,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/NumeryKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaWskObiektow.h"
@@ -279,19 +280,21 @@ bool TJadroKlas::DajGUIDInterfejsu(IInterfejs* interfejs, TGUID& iid) const noex
     return true;
 }
 
-bool TJadroKlas::NazwyInterfejsow(std::u16string& nazwy, bool czekaj) const {
-    if (czekaj)
-        sekcjaInterfejsow_.Wejdz();
-    else if (!sekcjaInterfejsow_.SprobujWejsc())
+std::u16string TJadroKlas::NazwyInterfejsow() const {
+    const TBlokada blokada(sekcjaInterfejsow_);
+    std::u16string nazwy;
+    for (const std::u16string& nazwa : implementacje_)
+        nazwy.append(nazwa).append(u"\r\n");
+    return nazwy;
+}
+
+bool TJadroKlas::NiktNieTrzyma() const noexcept {
+    if (!sekcjaInterfejsow_.SprobujWejsc())
         return false;
-    TPierwszyBlad blad;
-    blad.Wykonaj([&] {
-        nazwy.clear();
-        for (const std::u16string& nazwa : implementacje_)
-            nazwy.append(nazwa).append(u"\r\n");
-    });
     sekcjaInterfejsow_.Wyjdz();
-    blad.Rzuc();
+    if (!SprobujZablokowac())
+        return false;
+    OdblokujObiekt();
     return true;
 }
 
@@ -377,18 +380,19 @@ void TJadroKlas::UstawPole(TObiekt& obiekt, int nrPola, TPole* pole, bool zwolni
 
 TJadroKlas* UserKernel = nullptr;
 
+TJadroKlas* wlasneJadro = nullptr;
+
 namespace {
 
-TJadroKlas* wlasneJadro = nullptr;
 std::atomic<bool> zamknieta{false};
 
 void Zamknij(bool czekaj) noexcept {
     if (zamknieta.exchange(true) || g_ZTOKQuiet || wlasneJadro == nullptr)
         return;
     try {
-        std::u16string nazwy;
-        if (!wlasneJadro->NazwyInterfejsow(nazwy, czekaj))
-            return; // a thread that was ended holds the lock: the kernel stays
+        if (!czekaj && !wlasneJadro->NiktNieTrzyma())
+            return; // a thread that was ended holds a lock for ever: the kernel stays
+        const std::u16string nazwy = wlasneJadro->NazwyInterfejsow();
         if (!nazwy.empty())
             Powiadom(Formatuj(Komunikat(kmNiewyrejestrowaneInterfejsy), {nazwy}));
         Zwolnij(std::exchange(wlasneJadro, nullptr));
@@ -403,17 +407,20 @@ void Zamknij(bool czekaj) noexcept {
 } // namespace
 
 TJadroKlas* JadroKlas() {
-    if (UserKernel != nullptr)
-        return UserKernel;
-    if (wlasneJadro == nullptr) [[unlikely]] {
-        wlasneJadro = UtworzSurowy<TJadroKlas>(nullptr);
-        zamknieta = false;
-    }
+    if (TJadroKlas* jadro = JadroIstniejace(); jadro != nullptr)
+        return jadro;
+    wlasneJadro = UtworzSurowy<TJadroKlas>(nullptr);
+    zamknieta = false;
     return wlasneJadro;
 }
 
 void ZamknijBiblioteke() noexcept { Zamknij(true); }
 
-void ZamknijPrzyWyladowaniu() noexcept { Zamknij(false); }
+void ZamknijPrzyWyladowaniu() noexcept {
+    Zamknij(false);
+    ZwolnijRejestrKlas();
+    ZwolnijUstawieniaProcesu();
+    ZamknijPule();
+}
 
 } // namespace ztok

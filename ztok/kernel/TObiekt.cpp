@@ -7,7 +7,7 @@
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
-#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
@@ -27,11 +27,11 @@ TObiekt::~TObiekt() { DokonczZycie(); }
 
 const TMigawkaOpisu& TObiekt::Migawka() const {
     const TKlasa* klasa = Klasa();
-    TJadroKlas* jadro = JadroKlas();
+    TJadroKlas& jadro = JadroBiezace();
     const TMigawkaOpisu* migawka = klasa->stan->migawka.load(std::memory_order_acquire);
-    if (migawka != nullptr && migawka->numerJadra == jadro->Numer()) [[likely]]
+    if (migawka != nullptr && migawka->numerJadra == jadro.Numer()) [[likely]]
         return *migawka;
-    return jadro->UtworzMigawke(klasa);
+    return jadro.UtworzMigawke(klasa);
 }
 
 const TKlasa* TObiekt::TypPolaNr(int nrPola) const {
@@ -108,7 +108,7 @@ void TObiekt::ZrobMiejsceDlaPola(int nrPola) {
         // Room for all declared fields at once, if the descriptor is there already; asking for it here would build it
         // while descriptors themselves are being built.
         const TMigawkaOpisu* migawka = Klasa()->stan->migawka.load(std::memory_order_acquire);
-        if (migawka != nullptr && migawka->numerJadra == JadroKlas()->Numer() && migawka->ilePol > nowa)
+        if (migawka != nullptr && migawka->numerJadra == JadroBiezace().Numer() && migawka->ilePol > nowa)
             nowa = migawka->ilePol;
         const auto pola = static_cast<std::size_t>(nowa);
         auto* blok = static_cast<TPole**>(PulaPrzydziel(pola * (sizeof(TPole*) + 1)));
