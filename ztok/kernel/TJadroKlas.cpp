@@ -160,9 +160,13 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
                     pola[static_cast<std::size_t>(wiersz.nr)].wiersz = &wiersz;
                     migawka->saPredykaty = migawka->saPredykaty || wiersz.zapisywane != nullptr;
                 }
+    migawka->saObiekty = false;
     for (int nr = 0; nr < migawka->ilePol; ++nr)
         if (const TWlasciwosc* wlasciwosc = lista->GetWlasciwosc(nr); wlasciwosc != nullptr)
-            pola[static_cast<std::size_t>(nr)].klasa = wlasciwosc->GetTyp();
+            if (const TKlasa* typ = wlasciwosc->GetTyp(); typ != nullptr) {
+                pola[static_cast<std::size_t>(nr)].klasa = typ;
+                migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
+            }
     migawka->pola = pola.get();
     ZachowajMigawke(klasa, migawka.get());
     pola.release(); // NOLINT(bugprone-unused-return-value): the registry owns both from here on
@@ -364,6 +368,7 @@ void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) { ZwolnijLinkiWPolach(*this
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
     lista.FObiekty[indeks] = obiekt;
+    lista.jednorodna_ = false;
 }
 
 void TJadroKlas::NilujElemListy(TListaZObiektami& lista, std::int32_t indeks) {
