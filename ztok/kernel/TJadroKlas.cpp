@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <utility>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -65,11 +66,12 @@ void TJadroKlas::WykonajDestrukcje() {
     TPierwszyBlad blad;
     {
         const TBlokada blokada(sekcjaInterfejsow_);
-        for (IInterfejs* interfejs : interfejsy_)
-            blad.Wykonaj([interfejs] { interfejs->_Release(); });
-        interfejsy_.clear();
+        // Out of the registry first: an object that dies with its last reference may want to unregister itself.
+        const std::vector<IInterfejs*> oddawane = std::exchange(interfejsy_, {});
+        implementacje_.clear();
+        for (IInterfejs* interfejs : oddawane)
+            interfejs->_Release();
     }
-    implementacje_.clear();
     funEdycji_.Zeruj();
     klasy_.Zeruj();
     blad.Wykonaj([this] { TObiektTS::WykonajDestrukcje(); });
