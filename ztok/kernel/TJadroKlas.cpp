@@ -63,7 +63,6 @@ TJadroKlas::TJadroKlas(TObiektBazowy* wlasciciel)
 TJadroKlas::~TJadroKlas() { DokonczZycie(); }
 
 void TJadroKlas::WykonajDestrukcje() {
-    TPierwszyBlad blad;
     {
         const TBlokada blokada(sekcjaInterfejsow_);
         // Out of the registry first: an object that dies with its last reference may want to unregister itself.
@@ -74,8 +73,7 @@ void TJadroKlas::WykonajDestrukcje() {
     }
     funEdycji_.Zeruj();
     klasy_.Zeruj();
-    blad.Wykonaj([this] { TObiektTS::WykonajDestrukcje(); });
-    blad.Rzuc();
+    TObiektTS::WykonajDestrukcje();
 }
 
 const TKlasa* TJadroKlas::TypPolaNr(int nrPola) const {

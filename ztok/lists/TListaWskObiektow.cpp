@@ -26,18 +26,22 @@ TObiektBazowy* TListaWskObiektow::UsunObiekt(std::int32_t nrObiektu, bool /*zwol
 
 namespace {
 
-// Nulls the slots that the condition picks, from the last to the first; true when any was.
+// Nulls the slots that the condition picks, from the last to the first; true when any was. The condition is asked about
+// all of them first: when it raises, the list is as it was.
 template <class F>
 bool NilujSloty(PListaObiektowBazowych obiekty, std::int32_t ile, std::vector<TObiektBazowy*>* usuniete, F warunek) {
-    bool usunieto = false;
+    std::vector<std::int32_t> wybrane;
     for (std::int32_t i = ile - 1; i >= 0; --i)
-        if (obiekty[i] != nullptr && warunek(*obiekty[i])) {
-            if (usuniete != nullptr)
-                usuniete->push_back(obiekty[i]);
-            obiekty[i] = nullptr;
-            usunieto = true;
-        }
-    return usunieto;
+        if (obiekty[i] != nullptr && warunek(*obiekty[i]))
+            wybrane.push_back(i);
+    if (usuniete != nullptr)
+        usuniete->reserve(wybrane.size());
+    for (const std::int32_t i : wybrane) {
+        if (usuniete != nullptr)
+            usuniete->push_back(obiekty[i]);
+        obiekty[i] = nullptr;
+    }
+    return !wybrane.empty();
 }
 
 } // namespace
@@ -94,7 +98,7 @@ void TListaWskObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowaj
 void TListaWskObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
     if (lista.Klasa()->Ma(ckListaRef))
         for (std::int32_t i = od; i < od + ile; ++i)
-            if (TObiektBazowy* element = Obiekty(i); element != nullptr)
+            if (TObiektBazowy* element = Obiekty(i); element != nullptr && lista.ZnajdzObiekt(element) < 0)
                 element->ZwolnijRefOd(&lista);
 }
 
@@ -210,7 +214,6 @@ TObiektBazowy* TListaRefObiektow::UsunObiekt(std::int32_t nrObiektu, bool zwolni
 
 bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
     std::vector<TObiektBazowy*> usuniete;
-    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
     if (usuniete.empty())
@@ -222,7 +225,6 @@ bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmi
 
 bool TListaRefObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
     std::vector<TObiektBazowy*> usuniete;
-    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
     if (usuniete.empty())
@@ -236,7 +238,6 @@ bool TListaRefObiektow::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zac
     if (&obiekty == this)
         return TListaWskObiektow::UsunTeObiekty(obiekty, zachowajPojemnosc);
     std::vector<TObiektBazowy*> usuniete;
-    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return obiekty.ZnajdzObiekt(&o) >= 0; });
     if (usuniete.empty())
@@ -254,7 +255,7 @@ void TListaRefObiektow::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc
     const std::int32_t granica = nowyRozm < 0 ? 0 : nowyRozm;
     while (FIleObiektow > granica) {
         TObiektBazowy* obiekt = FObiekty[--FIleObiektow];
-        if (obiekt != nullptr && ZnajdzObiekt(obiekt) < 0)
+        if (obiekt != nullptr && std::find(FObiekty, FObiekty + granica, obiekt) == FObiekty + granica)
             obiekt->ZwolnijRefOd(this);
     }
     TListaWskObiektow::SkrocListe(nowyRozm, zachowajPojemnosc);
