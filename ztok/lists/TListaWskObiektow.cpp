@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <utility>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -156,7 +157,7 @@ void TListaWskObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& /*
     UstawPojemnosc(lista.IleObiektow());
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
         FObiekty[i] = lista.Obiekty(i);
-    FIleObiektow = lista.IleObiektow(); // registered by the copier at its end
+    FIleObiektow = lista.IleObiektow();
 }
 
 void TListaWskObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
@@ -266,6 +267,17 @@ void TListaRefObiektow::ZerujDane() {
         if (TObiektBazowy* obiekt = FObiekty[--FIleObiektow]; obiekt != nullptr)
             obiekt->ZwolnijRefOd(this);
     TListaWskObiektow::ZerujDane();
+}
+
+void TListaRefObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    TListaWskObiektow::WykonajKopiowanie(zrodlo, kopier);
+    // At once, not when the copier re-points: until then the copy may free what the list points at.
+    const std::int32_t ile = std::exchange(FIleObiektow, 0);
+    while (FIleObiektow < ile) {
+        if (FObiekty[FIleObiektow] != nullptr)
+            FObiekty[FIleObiektow]->DodajRefOd(this);
+        ++FIleObiektow;
+    }
 }
 
 void TListaRefObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
