@@ -155,10 +155,9 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
     const bool pewne = strumien.Pozostalo() >= 0;
     if (pewne)
         UstawPojemnosc(static_cast<std::int32_t>(ile));
-    const TKlasa& klasa = KlasaElementu();
     for (std::uint32_t i = 0; i < ile; ++i) {
         odczytywacz.ZuzyjPamiec(96);
-        DodajNowy(klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
+        DodajObiekt(nullptr, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz); // as the class adds items
     }
     if (!pewne)
         UstawPojemnosc(static_cast<std::int32_t>(ile));
