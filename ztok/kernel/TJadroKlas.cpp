@@ -332,7 +332,6 @@ void ZwolnijLinkiElementow(TJadroKlas& jadro, const TListaBazowa& lista) {
 }
 
 void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
-    obiekt.ZwolnijReferencje();
     const std::uint32_t cechy = obiekt.Klasa()->cechy;
     if ((cechy & ckObiekt) != 0) {
         auto& zPolami = static_cast<TObiekt&>(obiekt);
@@ -357,7 +356,10 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
 
 } // namespace
 
-void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) { ZwolnijLinkiWPolach(*this, obiekt); }
+void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
+    obiekt.ZwolnijReferencje();
+    ZwolnijLinkiWPolach(*this, obiekt);
+}
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
     lista.FObiekty[indeks] = obiekt;
