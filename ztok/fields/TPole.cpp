@@ -1,6 +1,7 @@
 #include "ztok/fields/TPole.h"
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -206,7 +207,9 @@ std::u16string TPole::InfoWartPozaZakresem(const TWariant& wartosc) const {
 
 bool TPole::MaDefWartosc() const {
     const TKlasa* klasa = Klasa();
-    if (klasa->Ma(ckObiektBazowy | ckPoleWsk) || klasa->utworz == nullptr)
+    if (klasa->Ma(ckPoleWsk)) // a stream leaves out a pointer at nothing, and the tree read back is equal
+        return static_cast<const TPoleWskObiektu*>(this)->Obiekt() == nullptr;
+    if (klasa->Ma(ckObiektBazowy) || klasa->utworz == nullptr)
         return false;
     // A new field has the default value; comparing letter by letter tells an empty text from any other.
     const TWlasny<TPole> domyslne(static_cast<TPole*>(klasa->utworz(nullptr)));

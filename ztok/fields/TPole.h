@@ -90,7 +90,7 @@ class ZTOK_API TPole : public TTrwaly {
     // As EdytujDane; the search for an edit function ends at the class limit (null: the field's own class).
     bool EdytujDaneWgKlasy(TObiektBazowy* wlasciciel, bool flaga, const TKlasa* granica = nullptr);
 
-    // Whether a plain value is at its default; objects of the model and fields that point answer false.
+    // Whether a plain value is at its default, and a pointer null; objects of the model answer false.
     [[nodiscard]] bool MaDefWartosc() const;
 
   protected:

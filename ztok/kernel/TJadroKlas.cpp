@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <utility>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -63,18 +64,17 @@ TJadroKlas::TJadroKlas(TObiektBazowy* wlasciciel)
 TJadroKlas::~TJadroKlas() { DokonczZycie(); }
 
 void TJadroKlas::WykonajDestrukcje() {
-    TPierwszyBlad blad;
     {
         const TBlokada blokada(sekcjaInterfejsow_);
-        for (IInterfejs* interfejs : interfejsy_)
-            blad.Wykonaj([interfejs] { interfejs->_Release(); });
-        interfejsy_.clear();
+        // Out of the registry first: an object that dies with its last reference may want to unregister itself.
+        const std::vector<IInterfejs*> oddawane = std::exchange(interfejsy_, {});
+        implementacje_.clear();
+        for (IInterfejs* interfejs : oddawane)
+            interfejs->_Release();
     }
-    implementacje_.clear();
     funEdycji_.Zeruj();
     klasy_.Zeruj();
-    blad.Wykonaj([this] { TObiektTS::WykonajDestrukcje(); });
-    blad.Rzuc();
+    TObiektTS::WykonajDestrukcje();
 }
 
 const TKlasa* TJadroKlas::TypPolaNr(int nrPola) const {
@@ -339,7 +339,6 @@ void ZwolnijLinkiElementow(TJadroKlas& jadro, const TListaBazowa& lista) {
 }
 
 void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
-    obiekt.ZwolnijReferencje();
     const std::uint32_t cechy = obiekt.Klasa()->cechy;
     if ((cechy & ckObiekt) != 0) {
         auto& zPolami = static_cast<TObiekt&>(obiekt);
@@ -364,7 +363,10 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
 
 } // namespace
 
-void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) { ZwolnijLinkiWPolach(*this, obiekt); }
+void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
+    obiekt.ZwolnijReferencje();
+    ZwolnijLinkiWPolach(*this, obiekt);
+}
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
     lista.FObiekty[indeks] = obiekt;

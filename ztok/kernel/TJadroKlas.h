@@ -78,7 +78,7 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     // Privileged operations, by which lists, fields and serialisers set each other's inner state.
     void DodajLinkOd(TObiektBazowy& obiekt, TPole* pole) { obiekt.DodajRefOd(pole); }
     void ZwolnijLinkOd(TObiektBazowy& obiekt, TPole* pole) { obiekt.ZwolnijRefOd(pole); }
-    // Detaches every link into the tree, and empties every pointer field and list in it.
+    // Detaches every link at the object itself, and empties every pointer field and list in its tree.
     void ZwolnijLinki(TObiektBazowy& obiekt);
     void UstawRodzica(TObiektBazowy& obiekt, TObiektBazowy* rodzic) noexcept { obiekt.FRodzic = rodzic; }
     // Stores into a list's slot: nothing is freed, counted or checked.

@@ -243,10 +243,9 @@ void TObiekt::ZwolnijPola(bool zachowajTablice) {
 }
 
 void TObiekt::ZerujDane() {
-    if (FPola == nullptr)
-        return;
     const TBlokadaObiektu blokada(*this);
-    ZwolnijPola(false);
+    if (FPola != nullptr)
+        ZwolnijPola(false);
 }
 
 // --- whether fields hold values

@@ -104,7 +104,8 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
             continue; // without its record: what follows is read from the wrong place
         }
         odczytywacz.ZuzyjPamiec(96);
-        DodajNowy(*klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
+        DodajObiekt(static_cast<TObiektBazowy*>(klasa->utworz(this)), MaxInt)
+            ->WczytajZeStrumienia(strumien, &odczytywacz);
     }
     if (!pewne)
         UstawPojemnosc(FIleObiektow);
