@@ -9,6 +9,7 @@
 #include "ztok/fields/TPoleBoolean.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/fields/TypyPol.h"
+#include "ztok/fields/WyjatkiModelu.h"
 #include "ztok/kernel/DeklaracjaObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
