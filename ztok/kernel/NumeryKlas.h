@@ -21,5 +21,7 @@ ZTOK_API std::uint32_t NumerKlasy(const TKlasa* klasa);
 void ZachowajMigawke(const TKlasa* klasa, const TMigawkaOpisu* migawka);
 // Forgets every snapshot and frees them; no other thread may use the model then.
 void ZwolnijMigawki() noexcept;
+// Frees the whole registry, snapshots included: for the unloading of the library.
+void ZwolnijRejestrKlas() noexcept;
 
 } // namespace ztok

@@ -7,6 +7,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/NumeryKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaWskObiektow.h"
@@ -159,9 +160,13 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
                     pola[static_cast<std::size_t>(wiersz.nr)].wiersz = &wiersz;
                     migawka->saPredykaty = migawka->saPredykaty || wiersz.zapisywane != nullptr;
                 }
+    migawka->saObiekty = false;
     for (int nr = 0; nr < migawka->ilePol; ++nr)
         if (const TWlasciwosc* wlasciwosc = lista->GetWlasciwosc(nr); wlasciwosc != nullptr)
-            pola[static_cast<std::size_t>(nr)].klasa = wlasciwosc->GetTyp();
+            if (const TKlasa* typ = wlasciwosc->GetTyp(); typ != nullptr) {
+                pola[static_cast<std::size_t>(nr)].klasa = typ;
+                migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
+            }
     migawka->pola = pola.get();
     ZachowajMigawke(klasa, migawka.get());
     pola.release(); // NOLINT(bugprone-unused-return-value): the registry owns both from here on
@@ -281,19 +286,21 @@ bool TJadroKlas::DajGUIDInterfejsu(IInterfejs* interfejs, TGUID& iid) const noex
     return true;
 }
 
-bool TJadroKlas::NazwyInterfejsow(std::u16string& nazwy, bool czekaj) const {
-    if (czekaj)
-        sekcjaInterfejsow_.Wejdz();
-    else if (!sekcjaInterfejsow_.SprobujWejsc())
+std::u16string TJadroKlas::NazwyInterfejsow() const {
+    const TBlokada blokada(sekcjaInterfejsow_);
+    std::u16string nazwy;
+    for (const std::u16string& nazwa : implementacje_)
+        nazwy.append(nazwa).append(u"\r\n");
+    return nazwy;
+}
+
+bool TJadroKlas::NiktNieTrzyma() const noexcept {
+    if (!sekcjaInterfejsow_.SprobujWejsc())
         return false;
-    TPierwszyBlad blad;
-    blad.Wykonaj([&] {
-        nazwy.clear();
-        for (const std::u16string& nazwa : implementacje_)
-            nazwy.append(nazwa).append(u"\r\n");
-    });
     sekcjaInterfejsow_.Wyjdz();
-    blad.Rzuc();
+    if (!SprobujZablokowac())
+        return false;
+    OdblokujObiekt();
     return true;
 }
 
@@ -365,6 +372,7 @@ void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
     lista.FObiekty[indeks] = obiekt;
+    lista.jednorodna_ = false;
 }
 
 void TJadroKlas::NilujElemListy(TListaZObiektami& lista, std::int32_t indeks) {
@@ -381,18 +389,19 @@ void TJadroKlas::UstawPole(TObiekt& obiekt, int nrPola, TPole* pole, bool zwolni
 
 TJadroKlas* UserKernel = nullptr;
 
+TJadroKlas* wlasneJadro = nullptr;
+
 namespace {
 
-TJadroKlas* wlasneJadro = nullptr;
 std::atomic<bool> zamknieta{false};
 
 void Zamknij(bool czekaj) noexcept {
     if (zamknieta.exchange(true) || g_ZTOKQuiet || wlasneJadro == nullptr)
         return;
     try {
-        std::u16string nazwy;
-        if (!wlasneJadro->NazwyInterfejsow(nazwy, czekaj))
-            return; // a thread that was ended holds the lock: the kernel stays
+        if (!czekaj && !wlasneJadro->NiktNieTrzyma())
+            return; // a thread that was ended holds a lock for ever: the kernel stays
+        const std::u16string nazwy = wlasneJadro->NazwyInterfejsow();
         if (!nazwy.empty())
             Powiadom(Formatuj(Komunikat(kmNiewyrejestrowaneInterfejsy), {nazwy}));
         Zwolnij(std::exchange(wlasneJadro, nullptr));
@@ -407,17 +416,20 @@ void Zamknij(bool czekaj) noexcept {
 } // namespace
 
 TJadroKlas* JadroKlas() {
-    if (UserKernel != nullptr)
-        return UserKernel;
-    if (wlasneJadro == nullptr) [[unlikely]] {
-        wlasneJadro = UtworzSurowy<TJadroKlas>(nullptr);
-        zamknieta = false;
-    }
+    if (TJadroKlas* jadro = JadroIstniejace(); jadro != nullptr)
+        return jadro;
+    wlasneJadro = UtworzSurowy<TJadroKlas>(nullptr);
+    zamknieta = false;
     return wlasneJadro;
 }
 
 void ZamknijBiblioteke() noexcept { Zamknij(true); }
 
-void ZamknijPrzyWyladowaniu() noexcept { Zamknij(false); }
+void ZamknijPrzyWyladowaniu() noexcept {
+    Zamknij(false);
+    ZwolnijRejestrKlas();
+    ZwolnijUstawieniaProcesu();
+    ZamknijPule();
+}
 
 } // namespace ztok

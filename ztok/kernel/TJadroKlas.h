@@ -95,9 +95,10 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     [[nodiscard]] const TMigawkaOpisu& UtworzMigawke(const TKlasa* klasa);
     // A class left with its module: `zastepcza` is the same class in another module, or null.
     void ZapomnijKlase(const TKlasa* klasa, const TKlasa* zastepcza);
-    // Class names of the objects behind the registered interfaces, one a line; empty when there is none. Without
-    // waiting, false when the lock is taken.
-    bool NazwyInterfejsow(std::u16string& nazwy, bool czekaj) const;
+    // Class names of the objects behind the registered interfaces, one a line; empty when there is none.
+    [[nodiscard]] std::u16string NazwyInterfejsow() const;
+    // Whether no other thread holds one of the kernel's locks just now.
+    [[nodiscard]] bool NiktNieTrzyma() const noexcept;
 
   protected:
     void WykonajDestrukcje() override;

@@ -152,11 +152,15 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         spWartosc = 0x01,    // value flag
         spObiekt = 0x02,     // the field object is an object of the model; its state is its own
         spDestrukcja = 0x04, // its end of life is more than the C++ destructor
+        spDokladna = 0x08,   // it is exactly of the library's class that the code names
         spKod = 0xF0,        // EKodPola in the high bits
     };
 
     [[nodiscard]] std::uint8_t* Stany() const noexcept { return reinterpret_cast<std::uint8_t*>(FPola + pojPol_); }
     [[nodiscard]] static std::uint8_t StanKlasy(const TKlasa& klasa) noexcept;
+    void Zarezerwuj(int ile);
+    void SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const;
+    friend void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
     [[nodiscard]] const TMigawkaOpisu& Migawka() const;
     TPole& UtworzPole(int nrPola, const TKlasa* klasa);
     void ZwolnijPola(bool zachowajTablice);
@@ -170,10 +174,14 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
-    [[nodiscard]] bool PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const;
+    [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
+                                    TZapisywaczDanych& zapisywacz) const;
 
     std::int32_t ilePol_ = 0;
     std::int32_t pojPol_ = 0;
 };
+
+// Refuses a tree that nests deeper than the writer allows: ZTException.
+void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
 
 } // namespace ztok

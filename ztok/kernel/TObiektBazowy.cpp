@@ -369,8 +369,8 @@ void TObiektBazowy::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* za
     }
     TZapisywaczDanych wlasny;
     const TBlokadaObiektu blokada(*this);
+    wlasny.PrzygotujKorzen(*this); // refuses a tree that nests too deep before the first byte
     const TPoziom poziom(wlasny.Zagniezdzenie, *this);
-    DajObiektyDoZapisu(wlasny); // refuses a tree that nests too deep before the first byte
     TBuforZapisu bufor(strumien, 0x4000);
     WykonajZapis(bufor, wlasny);
     bufor.Flush();

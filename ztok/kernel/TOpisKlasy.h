@@ -82,12 +82,12 @@ struct TMigawkaOpisu {
     struct TPozycja {
         const TKlasa* klasa;       // null: no field of that number
         const TWierszPola* wiersz; // the declaration
-        std::uint8_t stan;         // initial state byte of the field
     };
     std::uint64_t numerJadra;
     TOpisKlasy* opis;
     std::int32_t ilePol; // length of the field table
-    bool saPredykaty;    // some field has a "stored" predicate
+    bool saPredykaty;        // some field has a "stored" predicate
+    bool saObiekty;          // some field is an object of the model
     const TPozycja* pola;
 };
 

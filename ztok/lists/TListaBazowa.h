@@ -151,6 +151,9 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     [[nodiscard]] auto end() const noexcept { return TIteratorListy<TEnumListaBazowa>::TKoniec{}; }
     [[nodiscard]] TListaBazowaOdKonca ListaOdKonca() const noexcept { return TListaBazowaOdKonca(*this); }
 
+    // Whether every element is known to be exactly of the item class.
+    [[nodiscard]] bool Jednorodna() const noexcept { return jednorodna_; }
+
     // Adds the object unless an element equals it on the fields; returns the element. The caller keeps an object that
     // was not added.
     TObiektBazowy* DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter);
@@ -218,6 +221,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     PListaObiektowBazowych FObiekty = nullptr; // slots at and beyond the count hold nothing
     std::int32_t FIleObiektow = 0;
     std::int32_t FPojemnosc = 0;
+    bool jednorodna_ = false; // kept by lists of one item class
 
   private:
     friend class TJadroKlas;

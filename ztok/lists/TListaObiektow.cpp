@@ -30,9 +30,12 @@ TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32
     const TKlasa& klasa = KlasaElementu();
     if (nowyObiekt == nullptr)
         return DodajNowy(klasa, gdzie);
-    if (nowyObiekt->Klasa() != &klasa && !nowyObiekt->JestKlasy(&klasa)) {
-        const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
-        BladKlasy(*nowyObiekt, &klasa);
+    if (nowyObiekt->Klasa() != &klasa) {
+        if (!nowyObiekt->JestKlasy(&klasa)) {
+            const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
+            BladKlasy(*nowyObiekt, &klasa);
+        }
+        jednorodna_ = false;
     }
     return TListaZObiektami::DodajObiekt(nowyObiekt, gdzie);
 }

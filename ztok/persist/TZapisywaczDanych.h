@@ -33,6 +33,9 @@ class ZTOK_API TZapisywaczDanych {
     TZapisywaczDanych& operator=(const TZapisywaczDanych&) = delete;
     virtual ~TZapisywaczDanych();
 
+    // Prepares the write of a tree: checks how deep it nests. The objects are collected at the first lookup; with a
+    // per-field filter, which could change the tree, at once.
+    void PrzygotujKorzen(const TObiektBazowy& korzen);
     // Appends an object to those that take part; its number in the stream is its position plus one.
     void DodajObiekt(const TObiektBazowy& obiekt);
     // Orders the objects by address, for JestObiekt; done by itself at the first lookup.
@@ -57,6 +60,8 @@ class ZTOK_API TZapisywaczDanych {
     TLicznikZagniezdzenia Zagniezdzenie;
 
   private:
+    void ZbierzObiekty();
+
     struct TPozycja {
         const TObiektBazowy* obiekt;
         std::int32_t pozycja;
@@ -65,6 +70,7 @@ class ZTOK_API TZapisywaczDanych {
     const TObiektBazowy* OstObiekt = nullptr; // the last lookup
     std::int32_t OstGdzie = -1;
     bool posortowane_ = false;
+    const TObiektBazowy* nieZebrany_ = nullptr; // root of a tree whose objects are still to be collected
 };
 
 } // namespace ztok

@@ -87,6 +87,7 @@ template <class T> constexpr auto KlasaElementow() noexcept {
         ::ztok::szczegoly::KonstruktorWirtualny<T>(),                                                                  \
         T::CechyKlasy | ::ztok::TObiektOgolny::CechyWlasne<T>(),                                                       \
         T::KodPola,                                                                                                    \
+        T::KodPola != Baza::KodPola,                                                                                   \
         ::ztok::szczegoly::WierszePol<T>(),                                                                            \
         ::ztok::szczegoly::WierszeInterfejsow<T>(),                                                                    \
         ::ztok::szczegoly::KlasaElementow<T>(),                                                                        \

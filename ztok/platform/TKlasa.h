@@ -42,7 +42,8 @@ enum ECechyKlasy : std::uint32_t {
     ckWlasneZapisywane = 1U << 18U, // PoleZapisywane
     ckWlasneTypyPol = 1U << 19U,    // TypPolaNr
     ckWlasneUtworzono = 1U << 20U,  // UtworzonoPole
-    ckWlasneNiepuste = 1U << 21U,   // PoleNiepuste of an object with fields
+    ckWlasneNiepuste = 1U << 21U,      // PoleNiepuste of an object with fields
+    ckWlasneUstawNiepuste = 1U << 22U, // UstawNiepuste of an object with fields
 };
 
 // Codes of the field classes whose value the typed accessors reach without a virtual call. A class derived from one of
@@ -102,7 +103,8 @@ struct TKlasa {
     const TKlasa* (*przodek)() noexcept;                 // null for the root
     TObiektOgolny* (*utworz)(TObiektBazowy* wlasciciel); // virtual constructor; null for an abstract class
     std::uint32_t cechy;                                 // ECechyKlasy
-    std::uint8_t kodPola;                                // EKodPola
+    std::uint8_t kodPola; // EKodPola
+    bool kodWlasny;       // the code is the class's own, not its base's
     std::span<const TWierszPola> (*pola)() noexcept;     // the class's own rows, without its ancestors'; may be null
     std::span<const TWierszInterfejsu> (*interfejsy)() noexcept; // own rows; may be null
     const TKlasa* (*typObiektow)(); // item class of a list of one item class; null elsewhere

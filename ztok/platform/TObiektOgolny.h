@@ -56,6 +56,11 @@ class ZTOK_API TObiektOgolny {
 struct TPrzydzial {
     template <class T, class... A> static T* Nowy(A&&... argumenty) { return new T(std::forward<A>(argumenty)...); }
     static void Usun(TObiektOgolny* obiekt) noexcept { delete obiekt; }
+    // The same for an object known to be exactly a T.
+    template <class T> static void UsunDokladny(T* obiekt) noexcept {
+        obiekt->T::~T();
+        T::operator delete(obiekt, sizeof(T));
+    }
     static void Zakoncz(TObiektOgolny& obiekt) { obiekt.WykonajDestrukcje(); }
     static void Odlacz(TObiektOgolny& obiekt) noexcept { obiekt.Odlacz(); }
     template <class T> static void PoUtworzeniu(T& obiekt, std::uint32_t cechy) { obiekt.PoUtworzeniu(cechy); }
@@ -85,6 +90,10 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
             cechy |= ckWlasneUtworzono;
         if constexpr (!requires { requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>; })
             cechy |= ckWlasneNiepuste;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::UstawNiepuste), void (TObiekt::*)(int, bool)>;
+                      })
+            cechy |= ckWlasneUstawNiepuste;
     }
     return cechy;
 }
