@@ -145,17 +145,13 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
     const std::uint32_t ile = odczytywacz.WczytajIleElementow(strumien, 1);
     if (ile == 0)
         return;
-    // The capacity becomes the count at once only if the bytes left can hold so many elements; else it grows with them.
-    const bool pewne = strumien.Pozostalo() >= 0;
-    if (pewne)
-        UstawPojemnosc(static_cast<std::int32_t>(ile));
     const TKlasa& klasa = KlasaElementu();
     for (std::uint32_t i = 0; i < ile; ++i) {
         odczytywacz.ZuzyjPamiec(96);
+        MiejsceNaOdczytany(ile);
         DodajNowy(klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
     }
-    if (!pewne)
-        UstawPojemnosc(static_cast<std::int32_t>(ile));
+    UstawPojemnosc(static_cast<std::int32_t>(ile));
 }
 
 } // namespace ztok
