@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <mutex>
@@ -73,6 +74,28 @@ TEST(Pula, LosowoWieleWatkowZwalniaCudzeBloki) {
         Zwolnij(wspolne[i]);
     EXPECT_EQ(PulaZajete(), przedtem);
     OddajPamiecPuli();
+    EXPECT_EQ(PulaZajete(), przedtem);
+}
+
+// The slab that a thread has just begun looks unused to everybody else.
+TEST(Pula, OddawanieOmijaPlyteKrojonaPrzezInnyWatek) {
+    const std::int64_t przedtem = PulaZajete();
+    std::atomic<int> etap{0};
+    std::thread watek([&etap] {
+        std::mt19937 los(1);
+        const TBlok pierwszy = Nowy(los);
+        etap = 1;
+        etap.notify_all();
+        etap.wait(1);
+        Zwolnij(pierwszy);
+        Zwolnij(Nowy(los));
+    });
+    etap.wait(0);
+    OddajPamiecPuli();
+    EXPECT_EQ(PulaZajete(), przedtem + 1);
+    etap = 2;
+    etap.notify_all();
+    watek.join();
     EXPECT_EQ(PulaZajete(), przedtem);
 }
 

@@ -234,8 +234,8 @@ TEST(Strumienie, BuforPrzekazujeWgRegulAKazdyRozmiarDajeTeSameBajty) {
     TOporny cel;
     {
         TBuforZapisu bufor(cel, 8);
-        for (const std::size_t ile : {3U, 3U, 3U, 5U, 9U, 8U, 1U})
-            bufor.WriteBuffer("123456789", ile);
+        for (const std::int64_t ile : {3, 3, 3, 5, 9, 8, 1})
+            EXPECT_EQ(bufor.Write("123456789", ile), ile);
         // 3+3 | 3+5 fill the buffer | 9 goes directly | 8 fits exactly | 1 begins anew
         EXPECT_EQ(cel.zapisy, (std::vector<std::int64_t>{6, 8, 9, 8}));
         EXPECT_EQ(KomunikatWyjatku([&] { bufor.Read(nullptr, 1); }), u"Unexpected call to Read method");

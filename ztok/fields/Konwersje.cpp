@@ -21,8 +21,11 @@ TTypKodowaniaXML DefKodowanieXML = tkxUTF8;
 TTypKodowaniaCSV DefKodowanieCSV = tkcWin1250;
 
 const std::u16string_view NieTakWide[2] = {Komunikat(kmNie), Komunikat(kmTak)};
+const std::string_view NieTak[2] = {"Nie", "Tak"}; // ASCII, so the same bytes in the code page
 
-int CompareTxtSgn(std::u16string_view a, std::u16string_view b) noexcept { return PorownajOrdynalnieBezWielkosci(a, b); }
+int CompareTxtSgn(std::u16string_view a, std::u16string_view b) noexcept {
+    return PorownajOrdynalnieBezWielkosci(a, b);
+}
 int CompareTxtSgn(std::string_view a, std::string_view b) noexcept { return PorownajOrdynalnieBezWielkosci(a, b); }
 int CompareStrSgn(std::u16string_view a, std::u16string_view b) noexcept { return PorownajOrdynalnie(a, b); }
 int CompareStrSgn(std::string_view a, std::string_view b) noexcept { return PorownajOrdynalnie(a, b); }
@@ -43,6 +46,12 @@ int ZTOKWideCompareText(std::u16string_view a, std::u16string_view b, std::uint3
     return PorownajWgLokalizacji(a, b, localeID, true);
 }
 
+int ZTOKWStrComp(const char16_t* a, const char16_t* b) { return ZTOKWideCompareStr(a, b, LocaleNiezmienny); }
+
+int ZTOKWCharComp(char16_t a, char16_t b) {
+    return ZTOKWideCompareStr(std::u16string_view(&a, 1), std::u16string_view(&b, 1), LocaleNiezmienny);
+}
+
 int PorownajTeksty(std::u16string_view a, std::u16string_view b, TRozmiarLiter rozmLiter, std::uint32_t localeID) {
     if (localeID == 0 || localeID == LocaleWin1250)
         return rozmLiter == rlRozmLiterNiewazny ? ZTOKWin1250CompareText(a, b) : ZTOKWin1250CompareStr(a, b);
@@ -53,8 +62,7 @@ int PorownajTekstySzerokie(std::u16string_view a, std::u16string_view b, TRozmia
                            std::uint32_t localeID) {
     if (localeID == 0 || localeID == LocaleWin1250 || localeID == LocaleNiezmienny)
         return rozmLiter == rlRozmLiterNiewazny ? CompareTxtSgn(a, b) : CompareStrSgn(a, b);
-    return rozmLiter == rlRozmLiterNiewazny ? ZTOKWideCompareText(a, b, localeID)
-                                            : ZTOKWideCompareStr(a, b, localeID);
+    return rozmLiter == rlRozmLiterNiewazny ? ZTOKWideCompareText(a, b, localeID) : ZTOKWideCompareStr(a, b, localeID);
 }
 
 int ZTOKVarCompare(const TWariant& a, const TWariant& b, TRozmiarLiter rozmLiter, std::uint32_t localeID) {
@@ -121,7 +129,8 @@ std::u16string_view DajElementMaski(std::u16string_view maska, std::int64_t inde
 
 namespace {
 
-template <class Znak> std::basic_string_view<Znak> Przytnij(std::basic_string_view<Znak> tekst, std::size_t maks) noexcept {
+template <class Znak>
+std::basic_string_view<Znak> Przytnij(std::basic_string_view<Znak> tekst, std::size_t maks) noexcept {
     const auto blank = [](Znak znak) { return static_cast<std::make_unsigned_t<Znak>>(znak) < 33; };
     while (!tekst.empty() && blank(tekst.front()))
         tekst.remove_prefix(1);
@@ -139,6 +148,7 @@ std::string_view ZTOKTrim(std::string_view tekst, std::size_t maks) noexcept { r
 
 std::u16string PolskiWide(std::string_view bajty) { return ZWin1250(bajty); }
 std::string PolskiAnsi(std::u16string_view tekst) { return Win1250(tekst); }
+std::string PoPolsku(std::u16string_view tekst) { return Win1250(tekst); }
 
 void WydzielNazwePola(std::u16string_view& sciezka, std::u16string_view& reszta) noexcept {
     const std::size_t gdzie = sciezka.find_first_of(u".[");

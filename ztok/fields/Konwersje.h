@@ -25,6 +25,10 @@ class TWariant;
 [[nodiscard]] ZTOK_API int ZTOKWideCompareStr(std::u16string_view a, std::u16string_view b, std::uint32_t localeID);
 [[nodiscard]] ZTOK_API int ZTOKWideCompareText(std::u16string_view a, std::u16string_view b, std::uint32_t localeID);
 
+// As the invariant locale orders text: two texts, two characters.
+[[nodiscard]] ZTOK_API int ZTOKWStrComp(const char16_t* a, const char16_t* b);
+[[nodiscard]] ZTOK_API int ZTOKWCharComp(char16_t a, char16_t b);
+
 // The comparison that a locale and a letter case select: 127 ordinal, 0 and 4096 Windows-1250, any other that locale.
 [[nodiscard]] ZTOK_API int PorownajTeksty(std::u16string_view a, std::u16string_view b, TRozmiarLiter rozmLiter,
                                           std::uint32_t localeID);
@@ -36,8 +40,8 @@ class TWariant;
 [[nodiscard]] ZTOK_API int ZTOKVarCompare(const TWariant& a, const TWariant& b, TRozmiarLiter rozmLiter,
                                           std::uint32_t localeID);
 
-// Text to boolean: T, N (exact case), 1, 0; true, yes, tak, false, no, nie in any case; else an integer, true when it is
-// not 0. EBladKonwersji for anything else.
+// Text to boolean: T, N (exact case), 1, 0; true, yes, tak, false, no, nie in any case; else an integer, true when it
+// is not 0. EBladKonwersji for anything else.
 [[nodiscard]] ZTOK_API bool ZTOKStrToBoolean(std::u16string_view tekst);
 // "yes;no" by the value; a mask without ";" is the text for true.
 [[nodiscard]] ZTOK_API std::u16string ZTOKFormatBool(std::u16string_view maska, bool wartosc);
@@ -49,13 +53,20 @@ class TWariant;
 // Without leading and trailing characters below 33, and at most `maks` characters from the first kept one (0: any).
 [[nodiscard]] ZTOK_API std::u16string_view ZTOKTrim(std::u16string_view tekst, std::size_t maks = 0) noexcept;
 [[nodiscard]] ZTOK_API std::string_view ZTOKTrim(std::string_view tekst, std::size_t maks = 0) noexcept;
+[[nodiscard]] inline std::u16string_view ZTOKTrimWide(std::u16string_view tekst, std::size_t maks = 0) noexcept {
+    return ZTOKTrim(tekst, maks);
+}
 
 // Between Unicode text and the Polish 8-bit code page.
 [[nodiscard]] ZTOK_API std::u16string PolskiWide(std::string_view bajty);
 [[nodiscard]] ZTOK_API std::string PolskiAnsi(std::u16string_view tekst);
+[[nodiscard]] ZTOK_API std::string PoPolsku(std::u16string_view tekst); // wide text
 
-// The words for false and true; the boolean's short form is the first letter.
+// The words for false and true, wide and in Windows-1250; the boolean's short form is the first letter. And the names
+// of the two values.
 extern ZTOK_API const std::u16string_view NieTakWide[2];
+extern ZTOK_API const std::string_view NieTak[2];
+extern ZTOK_API const std::u16string_view FalseTrue[2];
 
 // Splits a field path at its first "." or "[": the path keeps the part before it, the rest is what follows, without the
 // "." but with the "[".

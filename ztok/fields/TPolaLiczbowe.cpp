@@ -67,7 +67,8 @@ template <class W, class Baza> void TPoleLiczby<W, Baza>::SetJakoString(std::u16
 template <class W, class Baza> void TPoleLiczby<W, Baza>::ZerujDane() { wartosc_ = 0; }
 
 template <class W, class Baza>
-std::u16string TPoleLiczby<W, Baza>::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
+std::u16string TPoleLiczby<W, Baza>::WartWgMaski(std::u16string_view maska,
+                                                 const TUstawieniaFormatu* ustawienia) const {
     if (maska.empty())
         return GetJakoString();
     if constexpr (kWaskie<W>)

@@ -79,8 +79,8 @@ class ZTOK_API TPoleRawByteString : public TPole {
     std::string bajty_;
 };
 
-// Wide text, whose form as plain text is its UTF-8 carried one byte a character: so it passes unchanged through the 8-bit
-// paths. Orders by code unit unless a locale says otherwise.
+// Wide text, whose form as plain text is its UTF-8 carried one byte a character: so it passes unchanged through the
+// 8-bit paths. Orders by code unit unless a locale says otherwise.
 class ZTOK_API TPoleWideString : public TPole {
     ZTOK_KLASA_DEKL(TPoleWideString)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckPoleTekstowe;

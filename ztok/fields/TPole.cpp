@@ -1,6 +1,7 @@
 #include "ztok/fields/TPole.h"
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -77,9 +78,7 @@ namespace {
 template <class T> int Znak(T a, T b) noexcept { return a < b ? -1 : static_cast<int>(a > b); }
 
 // Sign of an integer minus the value of a variant, exact for integers of any size.
-int PorownajZLiczba(std::int64_t cecha, const TWariant& wartosc) {
-    return PorownajWarianty(TWariant(cecha), wartosc);
-}
+int PorownajZLiczba(std::int64_t cecha, const TWariant& wartosc) { return PorownajWarianty(TWariant(cecha), wartosc); }
 
 // The zero of the feature's kind, for a value that is null.
 TWariant ZeroCechy(const TArgument& cecha) {
@@ -208,7 +207,9 @@ std::u16string TPole::InfoWartPozaZakresem(const TWariant& wartosc) const {
 
 bool TPole::MaDefWartosc() const {
     const TKlasa* klasa = Klasa();
-    if (klasa->Ma(ckObiektBazowy | ckPoleWsk) || klasa->utworz == nullptr)
+    if (klasa->Ma(ckPoleWsk)) // a stream leaves out a pointer at nothing, and the tree read back is equal
+        return static_cast<const TPoleWskObiektu*>(this)->Obiekt() == nullptr;
+    if (klasa->Ma(ckObiektBazowy) || klasa->utworz == nullptr)
         return false;
     // A new field has the default value; comparing letter by letter tells an empty text from any other.
     const TWlasny<TPole> domyslne(static_cast<TPole*>(klasa->utworz(nullptr)));

@@ -27,8 +27,8 @@ struct TGUID;
 struct TUstawieniaFormatu;
 
 // A field holds one value; TPole itself holds none. The object whose field it is owns it (TObiekt::UstawPole).
-// A new field's value is zero. Operations that a class does not supply raise EBladAbstrakcyjny. The order of the virtual
-// operations is part of the interface. A field is not locked: its object is.
+// A new field's value is zero. Operations that a class does not supply raise EBladAbstrakcyjny. The order of the
+// virtual operations is part of the interface. A field is not locked: its object is.
 class ZTOK_API TPole : public TTrwaly {
     ZTOK_KLASA_DEKL(TPole)
     static constexpr std::uint32_t CechyKlasy = ckPole;
@@ -37,12 +37,14 @@ class ZTOK_API TPole : public TTrwaly {
     ~TPole() override;
 
     // Reference counting is off: no interface reference frees a field. Both answer -1.
-    virtual std::int32_t _AddRef() noexcept;  // NOLINT(bugprone-reserved-identifier): the name is fixed by the interface contract
-    virtual std::int32_t _Release() noexcept; // NOLINT(bugprone-reserved-identifier): the name is fixed by the interface contract
+    virtual std::int32_t
+    _AddRef() noexcept; // NOLINT(bugprone-reserved-identifier): the name is fixed by the interface contract
+    virtual std::int32_t
+    _Release() noexcept; // NOLINT(bugprone-reserved-identifier): the name is fixed by the interface contract
     // Forgets every reference to the target, which is about to die. Nothing here.
     virtual void ZerujRefDo(TObiektBazowy* cel);
-    // The value as a variant. Setting converts, and cuts an integer to the field's width; EBladWariantu when the variant
-    // does not convert.
+    // The value as a variant. Setting converts, and cuts an integer to the field's width; EBladWariantu when the
+    // variant does not convert.
     [[nodiscard]] virtual TWariant GetJakoVariant() const;
     virtual void SetJakoVariant(const TWariant& wartosc);
     // The value as text, with the process's format settings. EBladKonwersji for a text that is no value.
@@ -88,7 +90,7 @@ class ZTOK_API TPole : public TTrwaly {
     // As EdytujDane; the search for an edit function ends at the class limit (null: the field's own class).
     bool EdytujDaneWgKlasy(TObiektBazowy* wlasciciel, bool flaga, const TKlasa* granica = nullptr);
 
-    // Whether a plain value is at its default; objects of the model and fields that point answer false.
+    // Whether a plain value is at its default, and a pointer null; objects of the model answer false.
     [[nodiscard]] bool MaDefWartosc() const;
 
   protected:

@@ -13,14 +13,15 @@
 //     ztok::RejestrujKlasy<TFaktura, TListaFaktur>();
 //
 // Each row declares one field: number, name, kind. From it come the row of the class's field table, the constant
-// `nrNumer`, and the accessors `GetNumer` and `SetNumer`. The kinds stand in namespace ztok::rodzaj below. The whole class
-// is in its header; a class that several modules share is found by its name in each of them.
+// `nrNumer`, and the accessors `GetNumer` and `SetNumer`. The kinds stand in namespace ztok::rodzaj below. The whole
+// class is in its header; a class that several modules share is found by its name in each of them.
 #pragma once
 
 #include <iterator>
 #include <span>
 #include <type_traits>
 
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -30,9 +31,7 @@
 namespace ztok::rodzaj {
 
 template <class> struct TypZapisu;
-template <class W> struct TypZapisu<void (TObiekt::*)(int, W)> {
-    using Typ = W;
-};
+template <class W> struct TypZapisu<void (TObiekt::*)(int, W)> { using Typ = W; };
 
 // A kind whose value goes through a typed reader and writer of TObiekt.
 template <TRodzajWartosci Rodzaj, TDostep Dostep, auto Czytnik, auto Pisarz> struct Wartosc {
@@ -55,6 +54,22 @@ using Cardinal =
 using Int64 = Wartosc<TRodzajWartosci::Int64, TDostep::PoleInt64, &TObiekt::GetPoleInt64, &TObiekt::SetPoleInt64>;
 using Double =
     Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleDouble, &TObiekt::GetPoleDouble, &TObiekt::SetPoleDouble>;
+// A real number whose declared type says that it is a date, a time or both.
+template <class K, int Typ> struct Chwila : K {
+    static constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa) noexcept {
+        constexpr std::u16string_view typy[] = {u"TDateTime", u"TDate", u"TTime"};
+        TWierszPola wiersz = K::Wiersz(nr, nazwa);
+        wiersz.typ = typy[Typ];
+        return wiersz;
+    }
+};
+using DateTime = Chwila<Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleDateTime, &TObiekt::GetPoleDateTime,
+                                &TObiekt::SetPoleDateTime>,
+                        0>;
+using Date = Chwila<
+    Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleDate, &TObiekt::GetPoleDate, &TObiekt::SetPoleDate>, 1>;
+using Time = Chwila<
+    Wartosc<TRodzajWartosci::Zmiennoprzecinkowa, TDostep::PoleTime, &TObiekt::GetPoleTime, &TObiekt::SetPoleTime>, 2>;
 using Boolean =
     Wartosc<TRodzajWartosci::Boolean, TDostep::PoleBoolean, &TObiekt::GetPoleBoolean, &TObiekt::SetPoleBoolean>;
 using String = Wartosc<TRodzajWartosci::String, TDostep::PoleString, &TObiekt::GetPoleString, &TObiekt::SetPoleString>;

@@ -13,8 +13,9 @@
 
 namespace ztok {
 
-// Runs `dzialanie`. An exception of the library gets the message that `kontekst` makes of its own, unless it has context
-// already, and is raised again; a foreign one is wrapped, nested, in a ZTException. Out of memory passes as it is.
+// Runs `dzialanie`. An exception of the library gets the message that `kontekst` makes of its own, unless it has
+// context already, and is raised again; a foreign one is wrapped, nested, in a ZTException. Out of memory passes as it
+// is.
 template <class F, class K> void ZKontekstem(F&& dzialanie, K&& kontekst) {
     try {
         std::forward<F>(dzialanie)();

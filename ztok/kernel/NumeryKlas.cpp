@@ -1,11 +1,12 @@
 #include "ztok/kernel/NumeryKlas.h"
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <string>
 #include <vector>
 
-#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/platform/TSekcjaKrytyczna.h"
 
@@ -25,9 +26,18 @@ struct TRejestr {
     std::vector<const TMigawkaOpisu*> migawki;
 };
 
-// Never destroyed: modules unload, and take their classes out, after the static objects of this one are gone.
+// Made on first use and freed by ZwolnijRejestrKlas: it must outlive the static objects of this module.
+TRejestr* rejestr = nullptr;
+
 TRejestr& Rejestr() {
-    static TRejestr* rejestr = new TRejestr; // NOLINT(cppcoreguidelines-owning-memory): lives as long as the process
+    static std::atomic_flag tworzony = ATOMIC_FLAG_INIT;
+    if (TRejestr* gotowy = std::atomic_ref(rejestr).load(std::memory_order_acquire); gotowy != nullptr)
+        return *gotowy;
+    while (tworzony.test_and_set(std::memory_order_acquire)) {
+    }
+    if (rejestr == nullptr)
+        std::atomic_ref(rejestr).store(new TRejestr, std::memory_order_release);
+    tworzony.clear(std::memory_order_release);
     return *rejestr;
 }
 
@@ -99,8 +109,16 @@ void ZwolnijMigawki() noexcept {
     r.migawki.shrink_to_fit();
 }
 
+void ZwolnijRejestrKlas() noexcept {
+    if (rejestr == nullptr)
+        return;
+    ZwolnijMigawki();
+    delete rejestr;
+    rejestr = nullptr;
+}
+
 TModul::~TModul() {
-    if (this == &ModulBiezacy()) // the library itself: everything goes
+    if (this == &ModulBiezacy() || rejestr == nullptr) // the library itself goes, and everything with it
         return;
     // The classes of this module, with the same class of another module where there is one.
     std::vector<std::pair<const TKlasa*, const TKlasa*>> odchodzace;
@@ -126,9 +144,10 @@ TModul::~TModul() {
     if (odchodzace.empty())
         return;
     try {
-        if (TJadroKlas* jadro = JadroKlas(); jadro != nullptr)
-            for (const auto& [klasa, zastepcza] : odchodzace)
-                jadro->ZapomnijKlase(klasa, zastepcza);
+        for (TJadroKlas* jadro : {UserKernel, wlasneJadro})
+            if (jadro != nullptr)
+                for (const auto& [klasa, zastepcza] : odchodzace)
+                    jadro->ZapomnijKlase(klasa, zastepcza);
     } catch (...) { // NOLINT(bugprone-empty-catch): a destructor; the names that are left resolve to no loaded class
     }
 }

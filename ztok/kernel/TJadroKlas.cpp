@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <utility>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/NumeryKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaWskObiektow.h"
@@ -62,18 +64,17 @@ TJadroKlas::TJadroKlas(TObiektBazowy* wlasciciel)
 TJadroKlas::~TJadroKlas() { DokonczZycie(); }
 
 void TJadroKlas::WykonajDestrukcje() {
-    TPierwszyBlad blad;
     {
         const TBlokada blokada(sekcjaInterfejsow_);
-        for (IInterfejs* interfejs : interfejsy_)
-            blad.Wykonaj([interfejs] { interfejs->_Release(); });
-        interfejsy_.clear();
+        // Out of the registry first: an object that dies with its last reference may want to unregister itself.
+        const std::vector<IInterfejs*> oddawane = std::exchange(interfejsy_, {});
+        implementacje_.clear();
+        for (IInterfejs* interfejs : oddawane)
+            interfejs->_Release();
     }
-    implementacje_.clear();
     funEdycji_.Zeruj();
     klasy_.Zeruj();
-    blad.Wykonaj([this] { TObiektTS::WykonajDestrukcje(); });
-    blad.Rzuc();
+    TObiektTS::WykonajDestrukcje();
 }
 
 const TKlasa* TJadroKlas::TypPolaNr(int nrPola) const {
@@ -159,9 +160,13 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
                     pola[static_cast<std::size_t>(wiersz.nr)].wiersz = &wiersz;
                     migawka->saPredykaty = migawka->saPredykaty || wiersz.zapisywane != nullptr;
                 }
+    migawka->saObiekty = false;
     for (int nr = 0; nr < migawka->ilePol; ++nr)
         if (const TWlasciwosc* wlasciwosc = lista->GetWlasciwosc(nr); wlasciwosc != nullptr)
-            pola[static_cast<std::size_t>(nr)].klasa = wlasciwosc->GetTyp();
+            if (const TKlasa* typ = wlasciwosc->GetTyp(); typ != nullptr) {
+                pola[static_cast<std::size_t>(nr)].klasa = typ;
+                migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
+            }
     migawka->pola = pola.get();
     ZachowajMigawke(klasa, migawka.get());
     pola.release(); // NOLINT(bugprone-unused-return-value): the registry owns both from here on
@@ -253,13 +258,6 @@ bool TJadroKlas::DajInterfejs(const TGUID& iid, void** wynik) const {
     return false;
 }
 
-void TJadroKlas::BrakInterfejsu(const TGUID& iid, std::u16string_view opis) {
-    std::u16string format(opis.empty() ? Komunikat(kmBrakInterfejsu) : opis);
-    if (format.find(u"%s") == std::u16string::npos)
-        format += u" %s";
-    ZTErrorFmt(format, {TekstGuid(iid)});
-}
-
 TObiektOgolny* TJadroKlas::DajObiektImplInterfejs(IInterfejs* interfejs) const noexcept {
     return ObiektZaInterfejsem(interfejs);
 }
@@ -286,19 +284,21 @@ bool TJadroKlas::DajGUIDInterfejsu(IInterfejs* interfejs, TGUID& iid) const noex
     return true;
 }
 
-bool TJadroKlas::NazwyInterfejsow(std::u16string& nazwy, bool czekaj) const {
-    if (czekaj)
-        sekcjaInterfejsow_.Wejdz();
-    else if (!sekcjaInterfejsow_.SprobujWejsc())
+std::u16string TJadroKlas::NazwyInterfejsow() const {
+    const TBlokada blokada(sekcjaInterfejsow_);
+    std::u16string nazwy;
+    for (const std::u16string& nazwa : implementacje_)
+        nazwy.append(nazwa).append(u"\r\n");
+    return nazwy;
+}
+
+bool TJadroKlas::NiktNieTrzyma() const noexcept {
+    if (!sekcjaInterfejsow_.SprobujWejsc())
         return false;
-    TPierwszyBlad blad;
-    blad.Wykonaj([&] {
-        nazwy.clear();
-        for (const std::u16string& nazwa : implementacje_)
-            nazwy.append(nazwa).append(u"\r\n");
-    });
     sekcjaInterfejsow_.Wyjdz();
-    blad.Rzuc();
+    if (!SprobujZablokowac())
+        return false;
+    OdblokujObiekt();
     return true;
 }
 
@@ -339,7 +339,6 @@ void ZwolnijLinkiElementow(TJadroKlas& jadro, const TListaBazowa& lista) {
 }
 
 void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
-    obiekt.ZwolnijReferencje();
     const std::uint32_t cechy = obiekt.Klasa()->cechy;
     if ((cechy & ckObiekt) != 0) {
         auto& zPolami = static_cast<TObiekt&>(obiekt);
@@ -364,10 +363,14 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
 
 } // namespace
 
-void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) { ZwolnijLinkiWPolach(*this, obiekt); }
+void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
+    obiekt.ZwolnijReferencje();
+    ZwolnijLinkiWPolach(*this, obiekt);
+}
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
     lista.FObiekty[indeks] = obiekt;
+    lista.jednorodna_ = false;
 }
 
 void TJadroKlas::NilujElemListy(TListaZObiektami& lista, std::int32_t indeks) {
@@ -384,18 +387,19 @@ void TJadroKlas::UstawPole(TObiekt& obiekt, int nrPola, TPole* pole, bool zwolni
 
 TJadroKlas* UserKernel = nullptr;
 
+TJadroKlas* wlasneJadro = nullptr;
+
 namespace {
 
-TJadroKlas* wlasneJadro = nullptr;
 std::atomic<bool> zamknieta{false};
 
 void Zamknij(bool czekaj) noexcept {
     if (zamknieta.exchange(true) || g_ZTOKQuiet || wlasneJadro == nullptr)
         return;
     try {
-        std::u16string nazwy;
-        if (!wlasneJadro->NazwyInterfejsow(nazwy, czekaj))
-            return; // a thread that was ended holds the lock: the kernel stays
+        if (!czekaj && !wlasneJadro->NiktNieTrzyma())
+            return; // a thread that was ended holds a lock for ever: the kernel stays
+        const std::u16string nazwy = wlasneJadro->NazwyInterfejsow();
         if (!nazwy.empty())
             Powiadom(Formatuj(Komunikat(kmNiewyrejestrowaneInterfejsy), {nazwy}));
         Zwolnij(std::exchange(wlasneJadro, nullptr));
@@ -410,19 +414,20 @@ void Zamknij(bool czekaj) noexcept {
 } // namespace
 
 TJadroKlas* JadroKlas() {
-    if (UserKernel != nullptr)
-        return UserKernel;
-    if (wlasneJadro == nullptr) [[unlikely]] {
-        wlasneJadro = UtworzSurowy<TJadroKlas>(nullptr);
-        zamknieta = false;
-    }
+    if (TJadroKlas* jadro = JadroIstniejace(); jadro != nullptr)
+        return jadro;
+    wlasneJadro = UtworzSurowy<TJadroKlas>(nullptr);
+    zamknieta = false;
     return wlasneJadro;
 }
 
-void ZamknijBiblioteke() noexcept {
-    Zamknij(true);
-}
+void ZamknijBiblioteke() noexcept { Zamknij(true); }
 
-void ZamknijPrzyWyladowaniu() noexcept { Zamknij(false); }
+void ZamknijPrzyWyladowaniu() noexcept {
+    Zamknij(false);
+    ZwolnijRejestrKlas();
+    ZwolnijUstawieniaProcesu();
+    ZamknijPule();
+}
 
 } // namespace ztok

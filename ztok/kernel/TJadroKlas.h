@@ -6,6 +6,7 @@
 #include "ztok/platform/Interfejsy.h"
 #include "ztok/platform/TListaNapisow.h"
 #include "ztok/platform/TUstawieniaFormatu.h"
+#include "ztok/util/ZTBledy.h"
 
 namespace ztok {
 
@@ -66,7 +67,8 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     [[nodiscard]] TObiektOgolny* DajObiektImplInterfejs(IInterfejs* interfejs) const noexcept;
     bool DajGUIDInterfejsu(IInterfejs* interfejs, TGUID& iid) const noexcept;
 
-    // "NazwaPola" to "Nazwa pola". A capital is a character whose low byte is A to Z, so some letters beyond ASCII count.
+    // "NazwaPola" to "Nazwa pola". A capital is a character whose low byte is A to Z, so some letters beyond ASCII
+    // count.
     [[nodiscard]] std::u16string NazwaPolaNaEkran(std::u16string_view nazwa) const;
 
     void UstawDefFormatDatyICzasu();
@@ -76,7 +78,7 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     // Privileged operations, by which lists, fields and serialisers set each other's inner state.
     void DodajLinkOd(TObiektBazowy& obiekt, TPole* pole) { obiekt.DodajRefOd(pole); }
     void ZwolnijLinkOd(TObiektBazowy& obiekt, TPole* pole) { obiekt.ZwolnijRefOd(pole); }
-    // Detaches every link into the tree, and empties every pointer field and list in it.
+    // Detaches every link at the object itself, and empties every pointer field and list in its tree.
     void ZwolnijLinki(TObiektBazowy& obiekt);
     void UstawRodzica(TObiektBazowy& obiekt, TObiektBazowy* rodzic) noexcept { obiekt.FRodzic = rodzic; }
     // Stores into a list's slot: nothing is freed, counted or checked.
@@ -93,22 +95,22 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     [[nodiscard]] const TMigawkaOpisu& UtworzMigawke(const TKlasa* klasa);
     // A class left with its module: `zastepcza` is the same class in another module, or null.
     void ZapomnijKlase(const TKlasa* klasa, const TKlasa* zastepcza);
-    // Class names of the objects behind the registered interfaces, one a line; empty when there is none. Without waiting,
-    // false when the lock is taken.
-    bool NazwyInterfejsow(std::u16string& nazwy, bool czekaj) const;
+    // Class names of the objects behind the registered interfaces, one a line; empty when there is none.
+    [[nodiscard]] std::u16string NazwyInterfejsow() const;
+    // Whether no other thread holds one of the kernel's locks just now.
+    [[nodiscard]] bool NiktNieTrzyma() const noexcept;
 
   protected:
     void WykonajDestrukcje() override;
 
   private:
-    [[noreturn]] static void BrakInterfejsu(const TGUID& iid, std::u16string_view opis);
     [[nodiscard]] TListaOpisowKlas& Opisy();
 
     const std::uint64_t numer_;
-    TListaNapisow klasy_;       // class name -> const TKlasa*
-    TListaNapisow funEdycji_;   // upper-cased class name -> TFunEdycji
+    TListaNapisow klasy_;     // class name -> const TKlasa*
+    TListaNapisow funEdycji_; // upper-cased class name -> TFunEdycji
     mutable TSekcjaKrytyczna sekcjaInterfejsow_;
-    std::vector<IInterfejs*> interfejsy_;      // each holds one counted reference
+    std::vector<IInterfejs*> interfejsy_;       // each holds one counted reference
     std::vector<std::u16string> implementacje_; // class name of the implementing object, position for position
     TUstawieniaFormatu format_;
 };
@@ -116,18 +118,16 @@ class ZTOK_API TJadroKlas : public TObiektTS {
 // A kernel that the host installed; never freed by the library.
 extern ZTOK_API TJadroKlas* UserKernel;
 
-// The kernel: the host's, else the library's own, made on the first call. The first call takes no lock: it belongs before
-// threads start.
+// The kernel: the host's, else the library's own, made on the first call. The first call takes no lock: it belongs
+// before threads start.
 [[nodiscard]] ZTOK_API TJadroKlas* JadroKlas();
 
 // Makes classes known to the kernel by name.
 template <class... T> void RejestrujKlasy() { (JadroKlas()->RejestrujKlase(T::KlasaStatyczna()), ...); }
 
-// Ends the library: warns of interfaces still registered and frees the library's own kernel, once. A host calls it before
-// it unloads the library; otherwise unloading does, without waiting for a lock. With g_ZTOKQuiet nothing is shown and the
-// kernel stays.
+// Ends the library: warns of interfaces still registered and frees the library's own kernel, once. A host calls it
+// before it unloads the library; otherwise unloading does, without waiting for a lock. With g_ZTOKQuiet nothing is
+// shown and the kernel stays.
 ZTOK_API void ZamknijBiblioteke() noexcept;
-
-
 
 } // namespace ztok

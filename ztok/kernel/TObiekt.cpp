@@ -3,10 +3,11 @@
 #include <cstring>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
-#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
@@ -26,11 +27,11 @@ TObiekt::~TObiekt() { DokonczZycie(); }
 
 const TMigawkaOpisu& TObiekt::Migawka() const {
     const TKlasa* klasa = Klasa();
-    TJadroKlas* jadro = JadroKlas();
+    TJadroKlas& jadro = JadroBiezace();
     const TMigawkaOpisu* migawka = klasa->stan->migawka.load(std::memory_order_acquire);
-    if (migawka != nullptr && migawka->numerJadra == jadro->Numer()) [[likely]]
+    if (migawka != nullptr && migawka->numerJadra == jadro.Numer()) [[likely]]
         return *migawka;
-    return jadro->UtworzMigawke(klasa);
+    return jadro.UtworzMigawke(klasa);
 }
 
 const TKlasa* TObiekt::TypPolaNr(int nrPola) const {
@@ -96,6 +97,8 @@ std::uint8_t TObiekt::StanKlasy(const TKlasa& klasa) noexcept {
         stan |= spObiekt;
     if (klasa.Ma(ckWlasnaDestrukcja))
         stan |= spDestrukcja;
+    if (klasa.kodWlasny)
+        stan |= spDokladna;
     return stan;
 }
 
@@ -107,22 +110,27 @@ void TObiekt::ZrobMiejsceDlaPola(int nrPola) {
         // Room for all declared fields at once, if the descriptor is there already; asking for it here would build it
         // while descriptors themselves are being built.
         const TMigawkaOpisu* migawka = Klasa()->stan->migawka.load(std::memory_order_acquire);
-        if (migawka != nullptr && migawka->numerJadra == JadroKlas()->Numer() && migawka->ilePol > nowa)
+        if (migawka != nullptr && migawka->numerJadra == JadroBiezace().Numer() && migawka->ilePol > nowa)
             nowa = migawka->ilePol;
-        const auto pola = static_cast<std::size_t>(nowa);
-        auto* blok = static_cast<TPole**>(PulaPrzydziel(pola * (sizeof(TPole*) + 1)));
-        auto* stany = reinterpret_cast<std::uint8_t*>(blok + nowa);
-        std::memset(static_cast<void*>(blok), 0, pola * (sizeof(TPole*) + 1));
-        if (FPola != nullptr) {
-            const auto stare = static_cast<std::size_t>(ilePol_);
-            std::memcpy(static_cast<void*>(blok), static_cast<const void*>(FPola), stare * sizeof(TPole*));
-            std::memcpy(stany, Stany(), stare);
-            PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
-        }
-        FPola = blok;
-        pojPol_ = nowa;
+        Zarezerwuj(nowa);
     }
     ilePol_ = nrPola + 1; // the positions up to here are null since the block was made
+}
+
+void TObiekt::Zarezerwuj(int ile) {
+    if (ile <= pojPol_)
+        return;
+    const auto pola = static_cast<std::size_t>(ile);
+    auto* blok = static_cast<TPole**>(PulaPrzydziel(pola * (sizeof(TPole*) + 1)));
+    std::memset(static_cast<void*>(blok), 0, pola * (sizeof(TPole*) + 1));
+    if (FPola != nullptr) {
+        const auto stare = static_cast<std::size_t>(ilePol_);
+        std::memcpy(static_cast<void*>(blok), static_cast<const void*>(FPola), stare * sizeof(TPole*));
+        std::memcpy(blok + ile, Stany(), stare);
+        PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
+    }
+    FPola = blok;
+    pojPol_ = ile;
 }
 
 TPole& TObiekt::UtworzPole(int nrPola, const TKlasa* klasa) {
@@ -185,6 +193,30 @@ void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
         Zwolnij(poprzednie);
 }
 
+namespace {
+
+// Frees a field that is exactly of the class of its code: the classes met most are freed without a virtual call.
+void UsunPoleKodu(TPole* pole, unsigned kod) noexcept {
+    switch (kod) {
+    case kpString:
+        return TPrzydzial::UsunDokladny(static_cast<TPoleString*>(pole));
+    case kpInteger:
+        return TPrzydzial::UsunDokladny(static_cast<TPoleInteger*>(pole));
+    case kpDouble:
+        return TPrzydzial::UsunDokladny(static_cast<TPoleDouble*>(pole));
+    case kpBoolean:
+        return TPrzydzial::UsunDokladny(static_cast<TPoleBoolean*>(pole));
+    case kpByte:
+        return TPrzydzial::UsunDokladny(static_cast<TPoleByte*>(pole));
+    case kpDate:
+        return TPrzydzial::UsunDokladny(static_cast<TPoleDate*>(pole));
+    default:
+        TPrzydzial::Usun(pole);
+    }
+}
+
+} // namespace
+
 void TObiekt::ZwolnijPola(bool zachowajTablice) {
     TPierwszyBlad blad;
     for (int nr = ilePol_ - 1; nr >= 0; --nr) {
@@ -194,10 +226,13 @@ void TObiekt::ZwolnijPola(bool zachowajTablice) {
             ilePol_ = nr; // a field that looks at its owner meanwhile finds no freed neighbour
         if (pole == nullptr)
             continue;
-        if ((Stany()[nr] & spDestrukcja) == 0)
+        const std::uint8_t stan = Stany()[nr];
+        if ((stan & spDestrukcja) != 0)
+            blad.Wykonaj([pole] { Zwolnij(pole); });
+        else if ((stan & spDokladna) == 0)
             TPrzydzial::Usun(pole);
         else
-            blad.Wykonaj([pole] { Zwolnij(pole); });
+            UsunPoleKodu(pole, stan >> 4U);
     }
     if (!zachowajTablice && FPola != nullptr && ilePol_ == 0) {
         PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
@@ -208,10 +243,9 @@ void TObiekt::ZwolnijPola(bool zachowajTablice) {
 }
 
 void TObiekt::ZerujDane() {
-    if (FPola == nullptr)
-        return;
     const TBlokadaObiektu blokada(*this);
-    ZwolnijPola(false);
+    if (FPola != nullptr)
+        ZwolnijPola(false);
 }
 
 // --- whether fields hold values
@@ -277,7 +311,7 @@ bool TObiekt::MaDefWartosc(int nrPola) const {
 
 namespace {
 
-template <class P> bool JestPolem(const TPole& pole, std::uint8_t kod) {
+template <class P> bool JestPolem(const TPole& pole, unsigned kod) {
     if constexpr (P::KodPola != kpInne && P::CechyKlasy == (P::CechyKlasy & ~ckPoleRef))
         return kod == P::KodPola;
     else
@@ -290,7 +324,7 @@ template <class P> P* TObiekt::PoleKlasy(int nrPola) const {
     TPole* pole = Pole(nrPola);
     if (pole == nullptr)
         return nullptr;
-    if (!JestPolem<P>(*pole, static_cast<std::uint8_t>(Stany()[nrPola] >> 4U))) [[unlikely]]
+    if (!JestPolem<P>(*pole, Stany()[nrPola] >> 4U)) [[unlikely]]
         ZglosZlyTyp(nrPola, *pole, P::KlasaStatyczna());
     return static_cast<P*>(pole);
 }
@@ -329,6 +363,9 @@ std::int32_t TObiekt::GetPoleInteger(int nrPola) const { return Czytaj<TPoleInte
 std::uint32_t TObiekt::GetPoleCardinal(int nrPola) const { return Czytaj<TPoleCardinal>(nrPola); }
 std::int64_t TObiekt::GetPoleInt64(int nrPola) const { return Czytaj<TPoleInt64>(nrPola); }
 double TObiekt::GetPoleDouble(int nrPola) const { return Czytaj<TPoleDouble>(nrPola); }
+double TObiekt::GetPoleDateTime(int nrPola) const { return Czytaj<TPoleDateTime>(nrPola); }
+double TObiekt::GetPoleDate(int nrPola) const { return Czytaj<TPoleDate>(nrPola); }
+double TObiekt::GetPoleTime(int nrPola) const { return Czytaj<TPoleTime>(nrPola); }
 bool TObiekt::GetPoleBoolean(int nrPola) const { return Czytaj<TPoleBoolean>(nrPola); }
 std::u16string TObiekt::GetPoleString(int nrPola) const { return Czytaj<TPoleString>(nrPola); }
 std::u16string TObiekt::GetPoleCDATA(int nrPola) const { return Czytaj<TPoleString>(nrPola); }
@@ -342,6 +379,9 @@ void TObiekt::SetPoleInteger(int nrPola, std::int32_t wartosc) { Pisz<TPoleInteg
 void TObiekt::SetPoleCardinal(int nrPola, std::uint32_t wartosc) { Pisz<TPoleCardinal>(nrPola, wartosc); }
 void TObiekt::SetPoleInt64(int nrPola, std::int64_t wartosc) { Pisz<TPoleInt64>(nrPola, wartosc); }
 void TObiekt::SetPoleDouble(int nrPola, double wartosc) { Pisz<TPoleDouble>(nrPola, wartosc); }
+void TObiekt::SetPoleDateTime(int nrPola, double wartosc) { Pisz<TPoleDateTime>(nrPola, wartosc); }
+void TObiekt::SetPoleDate(int nrPola, double wartosc) { Pisz<TPoleDate>(nrPola, wartosc); }
+void TObiekt::SetPoleTime(int nrPola, double wartosc) { Pisz<TPoleTime>(nrPola, wartosc); }
 
 void TObiekt::SetPoleBoolean(int nrPola, TBajtLogiczny wartosc) {
     if (wartosc.Bajt() > 1)
@@ -361,9 +401,7 @@ void TObiekt::SetPoleString(int nrPola, std::u16string_view wartosc) {
 }
 
 void TObiekt::SetPoleCDATA(int nrPola, std::u16string_view wartosc) { Pisz<TPoleString>(nrPola, wartosc); }
-void TObiekt::SetPoleRawByteString(int nrPola, std::string_view wartosc) {
-    Pisz<TPoleRawByteString>(nrPola, wartosc);
-}
+void TObiekt::SetPoleRawByteString(int nrPola, std::string_view wartosc) { Pisz<TPoleRawByteString>(nrPola, wartosc); }
 void TObiekt::SetPoleWideString(int nrPola, std::u16string_view wartosc) { Pisz<TPoleWideString>(nrPola, wartosc); }
 
 TObiektBazowy* TObiekt::GetPoleRefObiektu(int nrPola) const {

@@ -23,8 +23,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     ~TObiekt() override;
 
     // Metadata, from the class's descriptor.
-    [[nodiscard]] virtual const TKlasa* TypPolaNr(int nrPola) const;   // null: not declared
-    [[nodiscard]] virtual int RozmPolaNr(int nrPola) const;            // -1: field count; else 0 = no size limit
+    [[nodiscard]] virtual const TKlasa* TypPolaNr(int nrPola) const;    // null: not declared
+    [[nodiscard]] virtual int RozmPolaNr(int nrPola) const;             // -1: field count; else 0 = no size limit
     [[nodiscard]] virtual std::u16string NazwaPolaNr(int nrPola) const; // -1: class name without its first character
     [[nodiscard]] virtual int NrPolaONazwie(std::u16string_view nazwa) const; // -1: none; letter case is ignored
     [[nodiscard]] virtual std::u16string AliasXMLPolaNr(int nrPola) const;
@@ -128,6 +128,10 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] bool MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const override;
     [[nodiscard]] std::int32_t PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                              std::uint32_t localeID) const override;
+    [[nodiscard]] std::int32_t WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                  TPorownywaczDanych& porownywacz) const override;
+    [[nodiscard]] std::int32_t WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                      TPorownywaczDanych& porownywacz) const override;
     bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) override;
     [[nodiscard]] bool MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const override;
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
@@ -148,11 +152,15 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         spWartosc = 0x01,    // value flag
         spObiekt = 0x02,     // the field object is an object of the model; its state is its own
         spDestrukcja = 0x04, // its end of life is more than the C++ destructor
+        spDokladna = 0x08,   // it is exactly of the library's class that the code names
         spKod = 0xF0,        // EKodPola in the high bits
     };
 
     [[nodiscard]] std::uint8_t* Stany() const noexcept { return reinterpret_cast<std::uint8_t*>(FPola + pojPol_); }
     [[nodiscard]] static std::uint8_t StanKlasy(const TKlasa& klasa) noexcept;
+    void Zarezerwuj(int ile);
+    void SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const;
+    friend void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
     [[nodiscard]] const TMigawkaOpisu& Migawka() const;
     TPole& UtworzPole(int nrPola, const TKlasa* klasa);
     void ZwolnijPola(bool zachowajTablice);
@@ -166,10 +174,14 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
-    [[nodiscard]] bool PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const;
+    [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
+                                    TZapisywaczDanych& zapisywacz) const;
 
     std::int32_t ilePol_ = 0;
     std::int32_t pojPol_ = 0;
 };
+
+// Refuses a tree that nests deeper than the writer allows: ZTException.
+void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
 
 } // namespace ztok

@@ -105,14 +105,11 @@ TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
     return korzen != nullptr ? korzen : this;
 }
 
-const TObiektBazowy* TObiektBazowy::DajKorzen() const noexcept {
-    return const_cast<TObiektBazowy*>(this)->DajKorzen();
-}
+const TObiektBazowy* TObiektBazowy::DajKorzen() const noexcept { return const_cast<TObiektBazowy*>(this)->DajKorzen(); }
 
 TObiektBazowy* TObiektBazowy::DajRodzica(const TKlasa* klasa) const noexcept {
-    return FRodzic == nullptr
-               ? nullptr
-               : WGore(FRodzic, [klasa](const TObiektBazowy& o) { return o.JestKlasy(klasa); });
+    return FRodzic == nullptr ? nullptr
+                              : WGore(FRodzic, [klasa](const TObiektBazowy& o) { return o.JestKlasy(klasa); });
 }
 
 bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {
@@ -252,6 +249,13 @@ std::int32_t TObiektBazowy::Porownaj(const TPole& inne, TPorownywaczDanych* poro
     return WykonajPorownanie(inne, wlasny);
 }
 
+std::int32_t TObiektBazowy::PorownajZObiektem(const TObiektBazowy& inny, TRozmiarLiter rozmLiter,
+                                              std::uint32_t localeID) const {
+    TPorownywaczDanych porownywacz(this, &inny, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
+    const TBlokadaObiektu blokada(*this);
+    return Porownaj(inny, &porownywacz);
+}
+
 std::int32_t TObiektBazowy::PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
                                           std::uint32_t localeID, TPorownywaczDanych* porownywacz) const {
     if (porownywacz != nullptr)
@@ -364,8 +368,8 @@ void TObiektBazowy::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* za
     }
     TZapisywaczDanych wlasny;
     const TBlokadaObiektu blokada(*this);
+    wlasny.PrzygotujKorzen(*this); // refuses a tree that nests too deep before the first byte
     const TPoziom poziom(wlasny.Zagniezdzenie, *this);
-    DajObiektyDoZapisu(wlasny); // refuses a tree that nests too deep before the first byte
     TBuforZapisu bufor(strumien, 0x4000);
     WykonajZapis(bufor, wlasny);
     bufor.Flush();
@@ -461,6 +465,21 @@ std::int32_t TObiektBazowy::PorownajCechy(TArgumenty /*pola*/, TArgumenty /*wart
                                           std::uint32_t /*localeID*/) const {
     BladAbstrakcyjny(u"PorownajCechy");
 }
+std::u16string TObiektBazowy::DrzewoObiektu() const { BladAbstrakcyjny(u"DrzewoObiektu"); }
+std::u16string TObiektBazowy::GetTekstowoWgSciezki(std::u16string_view /*sciezka*/) const {
+    BladAbstrakcyjny(u"GetTekstowoWgSciezki");
+}
+void TObiektBazowy::SetTekstowoWgSciezki(std::u16string_view /*sciezka*/, std::u16string_view /*tekst*/) {
+    BladAbstrakcyjny(u"SetTekstowoWgSciezki");
+}
+std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view /*sciezka*/) const {
+    BladAbstrakcyjny(u"DajTrescWgSciezki");
+}
+std::string TObiektBazowy::ZapiszWStringuXML() const { BladAbstrakcyjny(u"ZapiszWStringuXML"); }
+void TObiektBazowy::WczytajZeStringuXML(std::string_view /*tekst*/) { BladAbstrakcyjny(u"WczytajZeStringuXML"); }
+void TObiektBazowy::ZapiszWPlikuXML(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPlikuXML"); }
+void TObiektBazowy::ZapiszWPliku(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPliku"); }
+void TObiektBazowy::WczytajZPliku(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPliku"); }
 void TObiektBazowy::ZerujPole(std::u16string_view /*sciezka*/) { BladAbstrakcyjny(u"ZerujPole"); }
 std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
                                                TPorownywaczDanych& /*porownywacz*/) const {

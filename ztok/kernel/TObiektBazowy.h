@@ -10,8 +10,8 @@ class TBlokadaObiektu;
 // An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
 // operations is part of the interface.
 //
-// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself. At the end of life every field that
-// refers to the object is cleared, then its content, then its lock, while the object still has its full type.
+// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself. At the end of life every field
+// that refers to the object is cleared, then its content, then its lock, while the object still has its full type.
 // Nesting of objects and lists beyond TLimity::zaglebienie is refused by reading, writing, comparing and copying.
 class ZTOK_API TObiektBazowy : public TPole {
     ZTOK_KLASA_DEKL(TObiektBazowy)
@@ -54,8 +54,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     virtual void OdblokujObiekt() const;
     virtual void ZerujDanePol(TArgumenty pola);
     virtual void ZerujDaneOprocz(TArgumenty pola);
-    // Resolves a path to an object and a field number (-1: the whole object), on request creating what is missing. False
-    // for a path that leads nowhere. Never raises for a path.
+    // Resolves a path to an object and a field number (-1: the whole object), on request creating what is missing.
+    // False for a path that leads nowhere. Never raises for a path.
     virtual bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola);
     // The same on classes alone, without an instance.
     virtual bool KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const;
@@ -128,10 +128,26 @@ class ZTOK_API TObiektBazowy : public TPole {
     // The field object of one path, or null.
     [[nodiscard]] TPole* DajPoleONazwie(std::u16string_view sciezka) { return PoleONazwie(sciezka); }
 
+    // A readable dump of the object's tree, for diagnostics.
+    [[nodiscard]] std::u16string DrzewoObiektu() const;
+    // Values by path, as text.
+    [[nodiscard]] std::u16string GetTekstowoWgSciezki(std::u16string_view sciezka) const;
+    void SetTekstowoWgSciezki(std::u16string_view sciezka, std::u16string_view tekst);
+    [[nodiscard]] std::u16string DajTrescWgSciezki(std::u16string_view sciezka) const;
+    // XML form as text, and whole files.
+    [[nodiscard]] std::string ZapiszWStringuXML() const;
+    void WczytajZeStringuXML(std::string_view tekst);
+    void ZapiszWPlikuXML(std::u16string_view plik) const;
+    void ZapiszWPliku(std::u16string_view plik) const;
+    void WczytajZPliku(std::u16string_view plik);
+
     // Copies everything from an object that fits; the root of the copy locks itself and the source.
     void KopiujDane(const TPole& zrodlo, TKopierDanych* kopier = nullptr) override;
     // Full comparison; without a comparer letter case does not matter.
     [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
+    // Full comparison with a letter case of the caller's choice.
+    [[nodiscard]] std::int32_t PorownajZObiektem(const TObiektBazowy& inny, TRozmiarLiter rozmLiter,
+                                                 std::uint32_t localeID = LocaleWin1250) const;
     // Compares the listed fields (or all but them).
     [[nodiscard]] std::int32_t PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
                                              std::uint32_t localeID = LocaleWin1250,
@@ -154,8 +170,8 @@ class ZTOK_API TObiektBazowy : public TPole {
 
   protected:
     void WykonajDestrukcje() override;
-    // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user notice.
-    // For destructors of derived classes (the declaring macros write them).
+    // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user
+    // notice. For destructors of derived classes (the declaring macros write them).
     void DokonczZycie() noexcept {
         if (!zakonczony_)
             DokonczZycieCicho();

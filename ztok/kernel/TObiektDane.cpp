@@ -5,10 +5,14 @@
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaDaty.h"
+#include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/persist/TOdczytywaczDanych.h"
@@ -252,6 +256,52 @@ std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& p
     return 0;
 }
 
+std::int32_t TObiekt::WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                         TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(inny);
+    for (const TArgument& selektor : pola) {
+        std::int32_t wynik = 0;
+        if (selektor.Tag() == TTag::Integer) {
+            const auto nr = static_cast<std::int16_t>(selektor.Calkowita());
+            wynik = nr == CalyObiekt ? Porownaj(inny, &porownywacz) : PorownajPole(nr, obiekt, porownywacz);
+        } else if (selektor.JestNazwa()) {
+            const std::u16string sciezka = selektor.JakoTekst();
+            const TPole* tu = const_cast<TObiekt*>(this)->PoleONazwie(sciezka);
+            const TPole* tam = const_cast<TObiekt&>(obiekt).PoleONazwie(sciezka);
+            wynik = tu != nullptr && tam != nullptr
+                        ? tu->Porownaj(*tam, &porownywacz)
+                        : static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
+        } else {
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PWP"});
+        }
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                             TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(inny);
+    std::vector<int> pominiete;
+    for (const TArgument& selektor : pola) {
+        if (selektor.Tag() == TTag::Integer)
+            pominiete.push_back(static_cast<std::int16_t>(selektor.Calkowita()));
+        else if (selektor.JestNazwa())
+            pominiete.push_back(NrPolaONazwie(selektor.JakoTekst()));
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"POP"});
+    }
+    const int ile = std::max(ilePol_, obiekt.ilePol_);
+    for (int nr = 0; nr < ile; ++nr)
+        if (std::find(pominiete.begin(), pominiete.end(), nr) == pominiete.end())
+            if (const std::int32_t wynik = PorownajPole(nr, obiekt, porownywacz); wynik != 0)
+                return wynik;
+    return 0;
+}
+
 // --- copy
 
 void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
@@ -301,7 +351,7 @@ void TObiekt::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
     }
 }
 
-bool TObiekt::PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const {
+bool TObiekt::PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const {
     const std::uint8_t stan = Stany()[nrPola];
     if ((stan & spObiekt) != 0 || (cechy & ckWlasneNiepuste) != 0) {
         if (!PoleNiepuste(nrPola))
@@ -312,7 +362,7 @@ bool TObiekt::PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& z
     if (zapisywacz.CzyZapisacPole) {
         if (!zapisywacz.CzyZapisacPole(*this, nrPola))
             return false;
-    } else if (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nrPola)) {
+    } else if (pytajKlase && !PoleZapisywane(nrPola)) {
         return false;
     }
     if ((stan >> 4U) == kpWskObiektu) {
@@ -320,6 +370,34 @@ bool TObiekt::PoleWZapisie(int nrPola, std::uint32_t cechy, TZapisywaczDanych& z
         return zapisywacz.JestObiekt(static_cast<const TPoleWskObiektu*>(FPola[nrPola])->Obiekt(), gdzie);
     }
     return true;
+}
+
+void TObiekt::SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const {
+    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr && PoleNiepuste(nr) &&
+            (zapisywacz.ZapisWszystkichPol || PoleZapisywane(nr)))
+            SprawdzZagniezdzenie(static_cast<const TObiektBazowy&>(*FPola[nr]), zapisywacz);
+}
+
+void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz) {
+    const TPoziom poziom(zapisywacz.Zagniezdzenie, obiekt);
+    const std::uint32_t cechy = obiekt.Klasa()->cechy;
+    if ((cechy & ckObiekt) != 0) {
+        static_cast<const TObiekt&>(obiekt).SprawdzZagniezdzeniePol(zapisywacz);
+    } else if ((cechy & ckListaZObiektami) != 0) {
+        const auto& lista = static_cast<const TListaBazowa&>(obiekt);
+        for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
+            const TObiektBazowy* element = lista.Obiekty(i);
+            if (element == nullptr)
+                continue;
+            SprawdzZagniezdzenie(*element, zapisywacz);
+            // Elements of one class that nests nothing are all as deep as the first.
+            if (lista.Jednorodna() && element->Klasa()->Ma(ckObiekt) && !element->Klasa()->Ma(ckWlasneTypyPol) &&
+                !static_cast<const TObiekt*>(element)->Migawka().saObiekty)
+                break;
+        }
+    }
 }
 
 namespace {
@@ -342,21 +420,76 @@ class TMapaPol {
 
 } // namespace
 
+namespace {
+
+template <class P> void ZapiszSkalar(const TPole& pole, TStrumien& strumien) {
+    const auto wartosc = static_cast<const P&>(pole).Wartosc();
+    strumien.WriteBuffer(&wartosc, sizeof wartosc);
+}
+
+// Writes a field. The classes met most, known by their code, need no virtual call.
+void ZapiszPole(const TPole& pole, unsigned kod, TStrumien& strumien, TZapisywaczDanych& zapisywacz) {
+    switch (kod) {
+    case kpString:
+        return TZapisywaczDanych::ZapiszWideString(strumien, static_cast<const TPoleString&>(pole).Wartosc(),
+                                                   &zapisywacz);
+    case kpInteger:
+        return ZapiszSkalar<TPoleInteger>(pole, strumien);
+    case kpDouble:
+        return ZapiszSkalar<TPoleDouble>(pole, strumien);
+    case kpByte:
+        return ZapiszSkalar<TPoleByte>(pole, strumien);
+    case kpDate:
+        return ZapiszSkalar<TPoleDate>(pole, strumien);
+    default:
+        pole.ZapiszWStrumieniu(strumien, &zapisywacz);
+    }
+}
+
+template <class P> void CzytajSkalar(TPole& pole, TStrumien& strumien) {
+    decltype(static_cast<P&>(pole).Wartosc()) wartosc;
+    strumien.ReadBuffer(&wartosc, sizeof wartosc);
+    static_cast<P&>(pole).UstawWartosc(wartosc);
+}
+
+// Reads a field that a plain reader need not hear of.
+void WczytajPole(TPole& pole, unsigned kod, TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
+    switch (kod) {
+    case kpInteger:
+        return CzytajSkalar<TPoleInteger>(pole, strumien);
+    case kpDouble:
+        return CzytajSkalar<TPoleDouble>(pole, strumien);
+    case kpByte:
+        return CzytajSkalar<TPoleByte>(pole, strumien);
+    case kpDate:
+        return CzytajSkalar<TPoleDate>(pole, strumien);
+    default:
+        pole.WczytajZeStrumienia(strumien, &odczytywacz);
+    }
+}
+
+} // namespace
+
 void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
     TMapaPol mapa((static_cast<std::size_t>(ilePol_) + 7) / 8);
     const std::uint32_t cechy = Klasa()->cechy;
+    const bool pytajKlase =
+        !zapisywacz.ZapisWszystkichPol && ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
     int ostatnie = -1;
     for (int nr = 0; nr < ilePol_; ++nr)
-        if (FPola[nr] != nullptr && PoleWZapisie(nr, cechy, zapisywacz)) {
+        if (FPola[nr] != nullptr && PoleWZapisie(nr, pytajKlase, cechy, zapisywacz)) {
             mapa.Bajty()[nr / 8] |= static_cast<std::uint8_t>(1U << (static_cast<unsigned>(nr) % 8U));
             ostatnie = nr;
         }
     const auto bajtow = static_cast<std::uint32_t>(ostatnie + 8) / 8;
     TZapisywaczDanych::ZapiszLicznik15(strumien, bajtow);
     strumien.WriteBuffer(mapa.Bajty(), bajtow);
+    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
     for (std::uint32_t j = 0; j < bajtow; ++j)
-        for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1)
-            FPola[8 * j + static_cast<unsigned>(std::countr_zero(bity))]->ZapiszWStrumieniu(strumien, &zapisywacz);
+        for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
+            const std::size_t nr = 8 * std::size_t{j} + static_cast<unsigned>(std::countr_zero(bity));
+            ZapiszPole(*FPola[nr], (stany[nr] & spDokladna) != 0 ? stany[nr] >> 4U : 0U, strumien, zapisywacz);
+        }
 }
 
 void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
@@ -366,13 +499,17 @@ void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz
         return;
     TMapaPol mapa(bajtow);
     strumien.ReadBuffer(mapa.Bajty(), bajtow);
-    const bool wlasneTypy = (Klasa()->cechy & ckWlasneTypyPol) != 0;
+    const std::uint32_t cechy = Klasa()->cechy;
     const TMigawkaOpisu& migawka = Migawka();
+    const bool szybko = (cechy & ckWlasneUstawNiepuste) == 0 && !odczytywacz.ChceKazdePole();
+    if ((cechy & ckWlasneTypyPol) == 0)
+        Zarezerwuj(std::min(static_cast<int>(8 * bajtow), migawka.ilePol));
+    odczytywacz.ZuzyjPamiec(32 * std::int64_t{bajtow});
     for (std::uint32_t j = 0; j < bajtow; ++j)
         for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
             const int nr = static_cast<int>(8 * j + static_cast<unsigned>(std::countr_zero(bity)));
             const TKlasa* typ = nullptr;
-            if (wlasneTypy)
+            if ((cechy & ckWlasneTypyPol) != 0)
                 typ = TypPolaNr(nr);
             else if (nr < migawka.ilePol)
                 typ = migawka.pola[nr].klasa;
@@ -381,6 +518,12 @@ void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz
                 continue;
             TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
             odczytywacz.ZuzyjPamiec(48);
+            std::uint8_t& stan = Stany()[nr];
+            if (szybko && (stan & (spDokladna | spObiekt)) == spDokladna && (stan >> 4U) != kpWskObiektu) {
+                WczytajPole(pole, stan >> 4U, strumien, odczytywacz);
+                Stany()[nr] |= spWartosc;
+                continue;
+            }
             pole.WczytajZeStrumienia(strumien, &odczytywacz);
             if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
                 migawka.pola[nr].wiersz->klasa != nullptr)

@@ -18,6 +18,8 @@ class ZTOK_API TObiektTS : public TObiekt {
     void UsunSekcjeKrytyczna() override;
     void ZablokujObiekt() const override;
     void OdblokujObiekt() const override;
+    // Takes the lock unless another thread holds it; whether it was taken.
+    [[nodiscard]] bool SprobujZablokowac() const noexcept { return sekcja_.SprobujWejsc(); }
 
   private:
     mutable TSekcjaKrytyczna sekcja_;

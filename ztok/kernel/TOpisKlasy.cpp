@@ -1,6 +1,7 @@
 #include "ztok/kernel/TOpisKlasy.h"
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -46,6 +47,13 @@ const TKlasa* KlasaPolaWiersza(const TWierszPola& w) {
         if (w.czytnik != TDostep::PoleDouble && w.czytnik != TDostep::PoleDateTime && w.czytnik != TDostep::PoleDate &&
             w.czytnik != TDostep::PoleTime)
             return nullptr;
+        // The declared type's name tells dates and times from other real numbers.
+        if (CompareTxtSgn(w.typ, u"TDateTime") == 0)
+            return TPoleDateTime::KlasaStatyczna();
+        if (CompareTxtSgn(w.typ, u"TDate") == 0)
+            return TPoleDate::KlasaStatyczna();
+        if (CompareTxtSgn(w.typ, u"TTime") == 0)
+            return TPoleTime::KlasaStatyczna();
         return TPoleDouble::KlasaStatyczna();
     case TRodzajWartosci::Int64:
         return gdy(TDostep::PoleInt64, TPoleInt64::KlasaStatyczna());
@@ -55,7 +63,7 @@ const TKlasa* KlasaPolaWiersza(const TWierszPola& w) {
         return gdy(TDostep::PoleWideString, TPoleWideString::KlasaStatyczna());
     case TRodzajWartosci::String:
         return w.czytnik == TDostep::PoleString || w.czytnik == TDostep::PoleCDATA ? TPoleString::KlasaStatyczna()
-                                                                                    : nullptr;
+                                                                                   : nullptr;
     case TRodzajWartosci::RefObiektu:
         return w.pisarz == TDostep::PoleRefObiektu ? gdy(TDostep::PoleRefObiektu, TPoleRefObiektu::KlasaStatyczna())
                                                    : nullptr;

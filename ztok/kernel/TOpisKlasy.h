@@ -80,14 +80,14 @@ class ZTOK_API TListaOpisowKlas : public TListaTypu<TOpisKlasy> {
 // What the inner loops need of a descriptor: immutable, found without a lock. Valid for the kernel of that number only.
 struct TMigawkaOpisu {
     struct TPozycja {
-        const TKlasa* klasa;            // null: no field of that number
-        const TWierszPola* wiersz;      // the declaration
-        std::uint8_t stan;              // initial state byte of the field
+        const TKlasa* klasa;       // null: no field of that number
+        const TWierszPola* wiersz; // the declaration
     };
     std::uint64_t numerJadra;
     TOpisKlasy* opis;
-    std::int32_t ilePol;                // length of the field table
-    bool saPredykaty;                   // some field has a "stored" predicate
+    std::int32_t ilePol; // length of the field table
+    bool saPredykaty;        // some field has a "stored" predicate
+    bool saObiekty;          // some field is an object of the model
     const TPozycja* pola;
 };
 

@@ -58,14 +58,14 @@ enum class TDostep : std::uint8_t {
 };
 
 struct TWierszPola {
-    std::int32_t nr;               // below 0: not part of the model
+    std::int32_t nr; // below 0: not part of the model
     std::u16string_view nazwa;
     TRodzajWartosci rodzaj;
     TDostep czytnik;
     TDostep pisarz;
-    std::u16string_view typ;       // name of the declared type; tells dates and times from other real numbers
-    const TKlasa* (*klasa)() noexcept;               // declared class: of the field, or of the object pointed at
-    bool (*zapisywane)(const TObiekt&);              // "stored" predicate; null: always stored
+    std::u16string_view typ;            // name of the declared type; tells dates and times from other real numbers
+    const TKlasa* (*klasa)() noexcept;  // declared class: of the field, or of the object pointed at
+    bool (*zapisywane)(const TObiekt&); // "stored" predicate; null: always stored
 };
 
 } // namespace ztok

@@ -2,12 +2,15 @@
 #pragma once
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/KonwersjeWartosci.h"
+#include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPole.h"
 #include "ztok/fields/TPoleBoolean.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/fields/TypyPol.h"
+#include "ztok/fields/WyjatkiModelu.h"
 #include "ztok/kernel/DeklaracjaObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"

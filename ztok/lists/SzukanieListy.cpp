@@ -50,9 +50,8 @@ bool TListaBazowa::JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiar
 bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, std::int32_t& gdzie,
                                      TRozmiarLiter rozmLiter, TRodzajWyszukiwania jakSzukac,
                                      std::int32_t zacznijOd) const {
-    return Szukaj(gdzie, jakSzukac, zacznijOd, [&](const TObiektBazowy& o) {
-        return o.PorownajWgPol(obiekt, pola, rozmLiter, LocaleWin1250) == 0;
-    });
+    return Szukaj(gdzie, jakSzukac, zacznijOd,
+                  [&](const TObiektBazowy& o) { return o.PorownajWgPol(obiekt, pola, rozmLiter, LocaleWin1250) == 0; });
 }
 
 bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter,

@@ -96,15 +96,16 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
         strumien.ReadBuffer(nazwa8.data(), dlugosc);
         const std::u16string nazwa = PolskiWide(nazwa8);
         const TKlasa* klasa = nullptr;
-        const bool znana = JadroKlas()->JestKlasaONazwie(nazwa, klasa) && klasa->Ma(ckObiektBazowy) &&
-                           klasa->utworz != nullptr;
+        const bool znana =
+            JadroKlas()->JestKlasaONazwie(nazwa, klasa) && klasa->Ma(ckObiektBazowy) && klasa->utworz != nullptr;
         if (!znana) {
             if (odczytywacz.BladNieznanejKlasy)
                 ZTErrorFmt(Komunikat(kmNieznanaKlasa), {NazwaKlasy(), nazwa});
             continue; // without its record: what follows is read from the wrong place
         }
         odczytywacz.ZuzyjPamiec(96);
-        DodajNowy(*klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
+        DodajObiekt(static_cast<TObiektBazowy*>(klasa->utworz(this)), MaxInt)
+            ->WczytajZeStrumienia(strumien, &odczytywacz);
     }
     if (!pewne)
         UstawPojemnosc(FIleObiektow);

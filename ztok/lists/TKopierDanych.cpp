@@ -42,13 +42,21 @@ void TKopierDanych::PrzepnijReferencje() {
                 wskaznik.UstawObiekt(kopia);
         } else {
             auto& lista = static_cast<TListaWskObiektow&>(*pole);
+            // A target that gives way to its copy loses its last occurrence here; one that is itself a copy of another
+            // is registered again below.
             for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
                 TObiektBazowy*& element = lista.FObiekty[i];
-                if (TObiektBazowy* kopia = KopiaObiektu(element); kopia != nullptr)
-                    element = kopia;
-                if ((cechy & ckListaRef) != 0 && element != nullptr)
-                    element->DodajRefOd(&lista);
+                TObiektBazowy* kopia = KopiaObiektu(element);
+                if (kopia == nullptr)
+                    continue;
+                if ((cechy & ckListaRef) != 0)
+                    element->ZwolnijRefOd(&lista);
+                element = kopia;
             }
+            if ((cechy & ckListaRef) != 0)
+                for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
+                    if (lista.FObiekty[i] != nullptr)
+                        lista.FObiekty[i]->DodajRefOd(&lista);
         }
     }
 }

@@ -1,8 +1,8 @@
 #include "ztok/lists/TListaBazowa.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <algorithm>
 #include <new>
 
 #include "ztok/fields/Konwersje.h"
@@ -44,7 +44,8 @@ void TListaBazowa::UstawPojemnosc(std::int32_t pojemnosc) {
     }
     if (static_cast<std::size_t>(pojemnosc) > static_cast<std::size_t>(-1) / sizeof(TObiektBazowy*))
         throw std::bad_alloc();
-    void* blok = std::realloc(static_cast<void*>(FObiekty), static_cast<std::size_t>(pojemnosc) * sizeof(TObiektBazowy*));
+    void* blok =
+        std::realloc(static_cast<void*>(FObiekty), static_cast<std::size_t>(pojemnosc) * sizeof(TObiektBazowy*));
     if (blok == nullptr)
         throw std::bad_alloc();
     FObiekty = static_cast<PListaObiektowBazowych>(blok);
@@ -176,25 +177,28 @@ bool TListaBazowa::UsunDuplikaty(TArgumenty /*pola*/, TRozmiarLiter /*rozmLiter*
 bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij) {
     TPierwszyBlad blad;
     bool usunieto = false;
-    for (std::int32_t i = FIleObiektow - 1; i >= 1; --i) {
-        TObiektBazowy* element = FObiekty[i];
-        for (std::int32_t j = i - 1; element != nullptr && j >= 0; --j) {
-            if (FObiekty[j] == nullptr)
-                continue;
-            const std::int32_t wynik = pola.empty() ? element->Porownaj(*FObiekty[j])
-                                                    : element->PorownajWgPol(*FObiekty[j], pola, rozmLiter);
-            if (wynik != 0)
-                continue;
-            FObiekty[i] = nullptr;
-            usunieto = true;
-            // The survivor may be the same object: the list still refers to it then.
-            if (zwolnijRef && ZnajdzObiekt(element) < 0)
-                element->ZwolnijRefOd(this);
-            if (zwolnij)
-                blad.Wykonaj([element] { Zwolnij(element); });
-            break;
+    // An element that cannot be compared ends the search; those dropped so far leave no holes.
+    blad.Wykonaj([&] {
+        for (std::int32_t i = FIleObiektow - 1; i >= 1; --i) {
+            TObiektBazowy* element = FObiekty[i];
+            for (std::int32_t j = i - 1; element != nullptr && j >= 0; --j) {
+                if (FObiekty[j] == nullptr)
+                    continue;
+                const std::int32_t wynik = pola.empty() ? element->Porownaj(*FObiekty[j])
+                                                        : element->PorownajWgPol(*FObiekty[j], pola, rozmLiter);
+                if (wynik != 0)
+                    continue;
+                FObiekty[i] = nullptr;
+                usunieto = true;
+                // The survivor may be the same object: the list still refers to it then.
+                if (zwolnijRef && ZnajdzObiekt(element) < 0)
+                    element->ZwolnijRefOd(this);
+                if (zwolnij)
+                    blad.Wykonaj([element] { Zwolnij(element); });
+                break;
+            }
         }
-    }
+    });
     if (usunieto)
         UsunObiektyNil(false);
     blad.Rzuc();

@@ -11,8 +11,8 @@ namespace ztok {
 class TListaBazowa;
 class TListaWskObiektow;
 
-using TListaObiektowBazowych = TObiektBazowy*;            // element slot
-using PListaObiektowBazowych = TListaObiektowBazowych*;   // growable array of slots
+using TListaObiektowBazowych = TObiektBazowy*;          // element slot
+using PListaObiektowBazowych = TListaObiektowBazowych*; // growable array of slots
 
 // Comparison of two elements: negative, zero or positive.
 using TFunPorownania = std::int16_t (*)(const TObiektBazowy& ObiektA, const TObiektBazowy& ObiektB);
@@ -80,9 +80,9 @@ class TListaBazowaOdKonca final : public IListaBazowaOdKonca {
     const TListaBazowa* FLista;
 };
 
-// The list does not own its elements unless a derived one says so. Indices count from 0; an index out of range gives null
-// or false. As a field of its owner, its field number N is the element N and -1 the whole list. Not locked by its own
-// operations. The order of the virtual operations is part of the interface.
+// The list does not own its elements unless a derived one says so. Indices count from 0; an index out of range gives
+// null or false. As a field of its owner, its field number N is the element N and -1 the whole list. Not locked by its
+// own operations. The order of the virtual operations is part of the interface.
 class ZTOK_API TListaBazowa : public TObiektBazowy {
     ZTOK_KLASA_DEKL(TListaBazowa)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista;
@@ -110,8 +110,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     virtual void PrzypnijObiekt(TObiektBazowy* obiekt);
     // Called after `ile` elements were moved here from another list, to index `od`.
     virtual void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile);
-    virtual bool PrzeniesObiektyWgCech(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
-                                       bool majace);
+    virtual bool PrzeniesObiektyWgCech(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci,
+                                       TRozmiarLiter rozmLiter, bool majace);
     // Inserts the object at the index, which is clamped into the list (MaxInt appends); returns it.
     virtual TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
     // Adds the object as the kind of list does: itself, or a copy of it.
@@ -120,8 +120,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     virtual TObiektBazowy* PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie);
     virtual bool PrzeniesObiektyGdyBrak(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter);
     virtual bool PrzeniesDane(TListaBazowa& dane);
-    // Removes the element; freed, or returned (null when it was freed or the index is out of range). The array shrinks by
-    // fixed steps unless its capacity is to be kept.
+    // Removes the element; freed, or returned (null when it was freed or the index is out of range). The array shrinks
+    // by fixed steps unless its capacity is to be kept.
     virtual TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc);
     // Removes the elements that have the values (or that do not); true when any was removed.
     virtual bool UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
@@ -134,7 +134,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     virtual void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc);
     // Makes the elements correspond one to one to those of the other list.
     virtual void WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc);
-    [[nodiscard]] virtual std::int16_t PorownajObiekty(const TObiektBazowy& obiektA, const TObiektBazowy& obiektB) const;
+    [[nodiscard]] virtual std::int16_t PorownajObiekty(const TObiektBazowy& obiektA,
+                                                       const TObiektBazowy& obiektB) const;
 
     [[nodiscard]] std::int32_t IleObiektow() const noexcept { return FIleObiektow; }
     [[nodiscard]] bool ListaPusta() const noexcept { return FIleObiektow == 0; }
@@ -150,8 +151,11 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     [[nodiscard]] auto end() const noexcept { return TIteratorListy<TEnumListaBazowa>::TKoniec{}; }
     [[nodiscard]] TListaBazowaOdKonca ListaOdKonca() const noexcept { return TListaBazowaOdKonca(*this); }
 
-    // Adds the object unless an element equals it on the fields; returns the element. The caller keeps an object that was
-    // not added.
+    // Whether every element is known to be exactly of the item class.
+    [[nodiscard]] bool Jednorodna() const noexcept { return jednorodna_; }
+
+    // Adds the object unless an element equals it on the fields; returns the element. The caller keeps an object that
+    // was not added.
     TObiektBazowy* DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter);
     TObiektBazowy* UsunTenObiekt(const TObiektBazowy* obiekt, bool zwolnij);
     TObiektBazowy* UsunTakiObiekt(const TObiektBazowy& obiekt, bool zwolnij);
@@ -175,8 +179,9 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
 
     // Linear searches from an index (MaxInt: from the natural end). On a miss `gdzie` is -1 from the end and the count
     // from the start.
-    bool JestObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
-                    TRodzajWyszukiwania jakSzukac = rwOdKonca, std::int32_t zacznijOd = MaxInt) const;
+    bool JestObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie,
+                    TRozmiarLiter rozmLiter = rlRozmLiterWazny, TRodzajWyszukiwania jakSzukac = rwOdKonca,
+                    std::int32_t zacznijOd = MaxInt) const;
     [[nodiscard]] bool JestObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
                                   TRodzajWyszukiwania jakSzukac = rwOdKonca, std::int32_t zacznijOd = MaxInt) const;
     bool JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie,
@@ -216,6 +221,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     PListaObiektowBazowych FObiekty = nullptr; // slots at and beyond the count hold nothing
     std::int32_t FIleObiektow = 0;
     std::int32_t FPojemnosc = 0;
+    bool jednorodna_ = false; // kept by lists of one item class
 
   private:
     friend class TJadroKlas;

@@ -30,9 +30,12 @@ TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32
     const TKlasa& klasa = KlasaElementu();
     if (nowyObiekt == nullptr)
         return DodajNowy(klasa, gdzie);
-    if (nowyObiekt->Klasa() != &klasa && !nowyObiekt->JestKlasy(&klasa)) {
-        const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
-        BladKlasy(*nowyObiekt, &klasa);
+    if (nowyObiekt->Klasa() != &klasa) {
+        if (!nowyObiekt->JestKlasy(&klasa)) {
+            const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
+            BladKlasy(*nowyObiekt, &klasa);
+        }
+        jednorodna_ = false;
     }
     return TListaZObiektami::DodajObiekt(nowyObiekt, gdzie);
 }
@@ -136,8 +139,14 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
 
 void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
     TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(FIleObiektow));
-    for (std::int32_t i = 0; i < FIleObiektow; ++i)
-        FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        if (FObiekty[i] != nullptr) {
+            FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+        } else { // a fresh item keeps the place, so that positions come back
+            const TWlasny<TObiektBazowy> pusty(static_cast<TObiektBazowy*>(KlasaElementu().utworz(nullptr)));
+            pusty->ZapiszWStrumieniu(strumien, &zapisywacz);
+        }
+    }
 }
 
 void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
@@ -149,10 +158,9 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
     const bool pewne = strumien.Pozostalo() >= 0;
     if (pewne)
         UstawPojemnosc(static_cast<std::int32_t>(ile));
-    const TKlasa& klasa = KlasaElementu();
     for (std::uint32_t i = 0; i < ile; ++i) {
         odczytywacz.ZuzyjPamiec(96);
-        DodajNowy(klasa, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz);
+        DodajObiekt(nullptr, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz); // as the class adds items
     }
     if (!pewne)
         UstawPojemnosc(static_cast<std::int32_t>(ile));

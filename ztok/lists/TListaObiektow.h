@@ -8,10 +8,11 @@ namespace ztok {
 // A concrete list derives from TListaTypu<Element> (below) or declares `static const TKlasa* TypObiektow()`.
 class ZTOK_API TListaObiektow : public TListaZObiektami {
     ZTOK_KLASA_DEKL(TListaObiektow)
-    static constexpr std::uint32_t CechyKlasy =
-        ckPole | ckObiektBazowy | ckLista | ckListaZObiektami | ckListaObiektow;
+    static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaZObiektami | ckListaObiektow;
 
-    explicit TListaObiektow(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaZObiektami(wlasciciel) {}
+    explicit TListaObiektow(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaZObiektami(wlasciciel) {
+        jednorodna_ = true;
+    }
     ~TListaObiektow() override;
 
     // The item class of this list's class. EBladAbstrakcyjny when the class does not say.

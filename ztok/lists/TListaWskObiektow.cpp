@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <utility>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -26,35 +27,37 @@ TObiektBazowy* TListaWskObiektow::UsunObiekt(std::int32_t nrObiektu, bool /*zwol
 
 namespace {
 
-// Nulls the slots that the condition picks, from the last to the first; true when any was.
+// Nulls the slots that the condition picks, from the last to the first; true when any was. The condition is asked about
+// all of them first: when it raises, the list is as it was.
 template <class F>
 bool NilujSloty(PListaObiektowBazowych obiekty, std::int32_t ile, std::vector<TObiektBazowy*>* usuniete, F warunek) {
-    bool usunieto = false;
+    std::vector<std::int32_t> wybrane;
     for (std::int32_t i = ile - 1; i >= 0; --i)
-        if (obiekty[i] != nullptr && warunek(*obiekty[i])) {
-            if (usuniete != nullptr)
-                usuniete->push_back(obiekty[i]);
-            obiekty[i] = nullptr;
-            usunieto = true;
-        }
-    return usunieto;
+        if (obiekty[i] != nullptr && warunek(*obiekty[i]))
+            wybrane.push_back(i);
+    if (usuniete != nullptr)
+        usuniete->reserve(wybrane.size());
+    for (const std::int32_t i : wybrane) {
+        if (usuniete != nullptr)
+            usuniete->push_back(obiekty[i]);
+        obiekty[i] = nullptr;
+    }
+    return !wybrane.empty();
 }
 
 } // namespace
 
 bool TListaWskObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
-        return o.MaCechy(pola, wartosci, rozmLiter);
-    });
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
+                                     [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
     if (usunieto)
         UsunObiektyNil(false);
     return usunieto;
 }
 
 bool TListaWskObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
-        return !o.MaCechy(pola, wartosci, rozmLiter);
-    });
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
+                                     [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
     if (usunieto)
         UsunObiektyNil(false);
     return usunieto;
@@ -96,7 +99,7 @@ void TListaWskObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowaj
 void TListaWskObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
     if (lista.Klasa()->Ma(ckListaRef))
         for (std::int32_t i = od; i < od + ile; ++i)
-            if (TObiektBazowy* element = Obiekty(i); element != nullptr)
+            if (TObiektBazowy* element = Obiekty(i); element != nullptr && lista.ZnajdzObiekt(element) < 0)
                 element->ZwolnijRefOd(&lista);
 }
 
@@ -154,7 +157,7 @@ void TListaWskObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& /*
     UstawPojemnosc(lista.IleObiektow());
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
         FObiekty[i] = lista.Obiekty(i);
-    FIleObiektow = lista.IleObiektow(); // registered by the copier at its end
+    FIleObiektow = lista.IleObiektow();
 }
 
 void TListaWskObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
@@ -212,7 +215,6 @@ TObiektBazowy* TListaRefObiektow::UsunObiekt(std::int32_t nrObiektu, bool zwolni
 
 bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
     std::vector<TObiektBazowy*> usuniete;
-    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
     if (usuniete.empty())
@@ -224,7 +226,6 @@ bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmi
 
 bool TListaRefObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
     std::vector<TObiektBazowy*> usuniete;
-    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
     if (usuniete.empty())
@@ -238,7 +239,6 @@ bool TListaRefObiektow::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zac
     if (&obiekty == this)
         return TListaWskObiektow::UsunTeObiekty(obiekty, zachowajPojemnosc);
     std::vector<TObiektBazowy*> usuniete;
-    usuniete.reserve(static_cast<std::size_t>(FIleObiektow));
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return obiekty.ZnajdzObiekt(&o) >= 0; });
     if (usuniete.empty())
@@ -256,7 +256,7 @@ void TListaRefObiektow::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc
     const std::int32_t granica = nowyRozm < 0 ? 0 : nowyRozm;
     while (FIleObiektow > granica) {
         TObiektBazowy* obiekt = FObiekty[--FIleObiektow];
-        if (obiekt != nullptr && ZnajdzObiekt(obiekt) < 0)
+        if (obiekt != nullptr && std::find(FObiekty, FObiekty + granica, obiekt) == FObiekty + granica)
             obiekt->ZwolnijRefOd(this);
     }
     TListaWskObiektow::SkrocListe(nowyRozm, zachowajPojemnosc);
@@ -267,6 +267,17 @@ void TListaRefObiektow::ZerujDane() {
         if (TObiektBazowy* obiekt = FObiekty[--FIleObiektow]; obiekt != nullptr)
             obiekt->ZwolnijRefOd(this);
     TListaWskObiektow::ZerujDane();
+}
+
+void TListaRefObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    TListaWskObiektow::WykonajKopiowanie(zrodlo, kopier);
+    // At once, not when the copier re-points: until then the copy may free what the list points at.
+    const std::int32_t ile = std::exchange(FIleObiektow, 0);
+    while (FIleObiektow < ile) {
+        if (FObiekty[FIleObiektow] != nullptr)
+            FObiekty[FIleObiektow]->DodajRefOd(this);
+        ++FIleObiektow;
+    }
 }
 
 void TListaRefObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {

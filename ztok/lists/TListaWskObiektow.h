@@ -62,6 +62,7 @@ class ZTOK_API TListaRefObiektow : public TListaWskObiektow {
     bool UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) override;
     void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) override;
     void ZerujDane() override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
     void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
 
   private:

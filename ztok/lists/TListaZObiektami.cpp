@@ -1,6 +1,6 @@
 #include "ztok/lists/TListaZObiektami.h"
 
-#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/persist/TZapisywaczDanych.h"
 #include "ztok/platform/Komunikaty.h"
@@ -18,7 +18,7 @@ TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
     if (nowyObiekt != nullptr)
-        JadroKlas()->UstawRodzica(*nowyObiekt, this);
+        JadroBiezace().UstawRodzica(*nowyObiekt, this);
     return TListaBazowa::DodajObiekt(straznik.Oddaj(), gdzie);
 }
 
@@ -30,20 +30,20 @@ TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdz
 
 void TListaZObiektami::PrzypnijObiekt(TObiektBazowy* obiekt) {
     if (obiekt != nullptr)
-        JadroKlas()->UstawRodzica(*obiekt, nullptr);
+        JadroBiezace().UstawRodzica(*obiekt, nullptr);
     DodajObiekt(obiekt, MaxInt);
 }
 
 void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& /*lista*/, std::int32_t od, std::int32_t ile) {
     for (std::int32_t i = od; i < od + ile; ++i)
         if (TObiektBazowy* element = Obiekty(i); element != nullptr)
-            JadroKlas()->UstawRodzica(*element, this);
+            JadroBiezace().UstawRodzica(*element, this);
 }
 
 TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
     TObiektBazowy* obiekt = TListaBazowa::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
     if (obiekt != nullptr)
-        JadroKlas()->UstawRodzica(*obiekt, nullptr);
+        JadroBiezace().UstawRodzica(*obiekt, nullptr);
     return obiekt;
 }
 

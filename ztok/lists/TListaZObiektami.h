@@ -26,7 +26,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     bool UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) override;
     void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) override;
 
-    // Frees the elements from the last down to the index. Each one, even when one fails; the first error is raised then.
+    // Frees the elements from the last down to the index. Each one, even when one fails; the first error is raised
+    // then.
     void ZwolnijObiekty(std::int32_t od);
     // Ownership in the type: the list takes the object, or gives the element.
     TObiektBazowy* Dodaj(TWlasny<TObiektBazowy> nowyObiekt, std::int32_t gdzie = MaxInt) {

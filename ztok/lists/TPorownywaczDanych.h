@@ -13,8 +13,8 @@ namespace ztok {
 class TObiektBazowy;
 class TPole;
 
-// Carries the options of one comparison and remembers which pairs of pointer lists are being compared, so that cycles end.
-// Serves one top-level comparison, on one thread.
+// Carries the options of one comparison and remembers which pairs of pointer lists are being compared, so that cycles
+// end. Serves one top-level comparison, on one thread.
 class ZTOK_API TPorownywaczDanych {
   public:
     // The roots may be null; paths of pointers are taken relative to them.
@@ -27,13 +27,13 @@ class ZTOK_API TPorownywaczDanych {
     // Records the pair, unless JestPara knows one of its sides.
     void Porownuje(const TPole& co, const TPole& zCzym);
     [[nodiscard]] bool SaPorownywane(const TPole& co, const TPole& zCzym) const;
-    // The first recorded pair whose left side is `co` or whose right side is `zCzym`: either side suffices, by intent. On
-    // a miss `gdzie` is the number of pairs.
+    // The first recorded pair whose left side is `co` or whose right side is `zCzym`: either side suffices, by intent.
+    // On a miss `gdzie` is the number of pairs.
     [[nodiscard]] bool JestPara(const TPole& co, const TPole& zCzym, std::size_t& gdzie) const;
     void ZerujListy();
     // For pointer fields: whether exactly this pair of targets is met for the first time. A pair met before is being
-    // compared higher up or was found equal, since a difference ends the whole walk; so cycles end, and targets that many
-    // fields share are compared once.
+    // compared higher up or was found equal, since a difference ends the whole walk; so cycles end, and targets that
+    // many fields share are compared once.
     bool NowaParaCelow(const TObiektBazowy* co, const TObiektBazowy* zCzym);
 
     const TObiektBazowy* ObiektCo;

@@ -50,8 +50,8 @@ class ZTOK_API TOdczytywaczDanych {
     // Whether OdczytywanoPole is to be called for every field, scalars included: so for every derived reader.
     [[nodiscard]] bool ChceKazdePole() const noexcept { return kazdePole_; }
 
-    // Counts and texts as the format has them; EBladOdczytu for a stream that ends too early, ZTException for a count or
-    // length that the data left cannot hold, or that is above the reader's limits (null: the default ones).
+    // Counts and texts as the format has them; EBladOdczytu for a stream that ends too early, ZTException for a count
+    // or length that the data left cannot hold, or that is above the reader's limits (null: the default ones).
     static std::uint32_t WczytajLicznik15(TStrumien& strumien);
     static std::uint32_t WczytajLicznik30(TStrumien& strumien);
     static std::uint32_t WczytajLicznik31(TStrumien& strumien);
@@ -91,10 +91,10 @@ class ZTOK_API TOdczytywaczDanych {
 
     std::vector<TObiektBazowy*> OdczObiekty;
     struct TWpisRef {
-        TPole* pole;          // null: it died
+        TPole* pole; // null: it died
         bool lista;
-        const TKlasa* klasa;  // declared class of the target; null: any
-        std::size_t od;       // its numbers, in Numery
+        const TKlasa* klasa; // declared class of the target; null: any
+        std::size_t od;      // its numbers, in Numery
         std::size_t ile;
     };
     std::vector<TWpisRef> OdczRef;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/TObiekt.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TStrumien.h"
@@ -44,10 +46,25 @@ std::size_t UlozLicznik30(std::uint8_t* cel, std::uint32_t licznik) noexcept {
 TZapisywaczDanych::TZapisywaczDanych() = default;
 TZapisywaczDanych::~TZapisywaczDanych() = default;
 
+void TZapisywaczDanych::PrzygotujKorzen(const TObiektBazowy& korzen) {
+    SprawdzZagniezdzenie(korzen, *this);
+    if (CzyZapisacPole)
+        korzen.DajObiektyDoZapisu(*this);
+    else
+        nieZebrany_ = &korzen;
+}
+
 void TZapisywaczDanych::DodajObiekt(const TObiektBazowy& obiekt) {
     // The record keeps pointers as lists of the model do; a write changes no object.
     ZapObiekty.DodajObiekt(const_cast<TObiektBazowy*>(&obiekt), MaxInt);
     posortowane_ = false;
+}
+
+void TZapisywaczDanych::ZbierzObiekty() {
+    // The levels of the write in progress are not levels of the collection.
+    const TLicznikZagniezdzenia wToku = std::exchange(Zagniezdzenie, TLicznikZagniezdzenia{Zagniezdzenie.granica});
+    std::exchange(nieZebrany_, nullptr)->DajObiektyDoZapisu(*this);
+    Zagniezdzenie = wToku;
 }
 
 void TZapisywaczDanych::SortujListe() {
@@ -72,6 +89,8 @@ bool TZapisywaczDanych::JestObiekt(const TObiektBazowy* obiekt, std::int32_t& gd
     gdzie = -1;
     if (obiekt == nullptr)
         return false;
+    if (nieZebrany_ != nullptr)
+        ZbierzObiekty();
     if (!posortowane_)
         SortujListe();
     if (obiekt != OstObiekt) {

@@ -33,6 +33,9 @@ class ZTOK_API TZapisywaczDanych {
     TZapisywaczDanych& operator=(const TZapisywaczDanych&) = delete;
     virtual ~TZapisywaczDanych();
 
+    // Prepares the write of a tree: checks how deep it nests. The objects are collected at the first lookup; with a
+    // per-field filter, which could change the tree, at once.
+    void PrzygotujKorzen(const TObiektBazowy& korzen);
     // Appends an object to those that take part; its number in the stream is its position plus one.
     void DodajObiekt(const TObiektBazowy& obiekt);
     // Orders the objects by address, for JestObiekt; done by itself at the first lookup.
@@ -49,22 +52,25 @@ class ZTOK_API TZapisywaczDanych {
     // Text as UTF-8, or as the writer's options say (null: UTF-8).
     static void ZapiszWideString(TStrumien& strumien, std::u16string_view tekst, const TZapisywaczDanych* zapisywacz);
 
-    TListaWskObiektow ZapObiekty;   // in collection order
+    TListaWskObiektow ZapObiekty;    // in collection order
     bool ZapisWszystkichPol = false; // every field that holds a value, whatever the class says
     std::int16_t OpcjeZapisu = 0;
     TFunCzyZapisac CzyZapisacPole;
-    bool DaneDlaD2007 = false;      // Unicode elements of tagged-value arrays as 8-bit text
+    bool DaneDlaD2007 = false; // Unicode elements of tagged-value arrays as 8-bit text
     TLicznikZagniezdzenia Zagniezdzenie;
 
   private:
+    void ZbierzObiekty();
+
     struct TPozycja {
         const TObiektBazowy* obiekt;
         std::int32_t pozycja;
     };
-    std::vector<TPozycja> Posortowane; // the same objects by address
+    std::vector<TPozycja> Posortowane;        // the same objects by address
     const TObiektBazowy* OstObiekt = nullptr; // the last lookup
     std::int32_t OstGdzie = -1;
     bool posortowane_ = false;
+    const TObiektBazowy* nieZebrany_ = nullptr; // root of a tree whose objects are still to be collected
 };
 
 } // namespace ztok

@@ -84,9 +84,10 @@ template <class T> constexpr auto KlasaElementow() noexcept {
     static constinit const ::ztok::TKlasa klasa = {                                                                    \
         nazwaKlasy,                                                                                                    \
         &::ztok::KlasaTypu<Baza>,                                                                                      \
-        ::ztok::szczegoly::KonstruktorWirtualny<T>(),                                           \
-        T::CechyKlasy | ::ztok::TObiektOgolny::CechyWlasne<T>(),                                                                           \
+        ::ztok::szczegoly::KonstruktorWirtualny<T>(),                                                                  \
+        T::CechyKlasy | ::ztok::TObiektOgolny::CechyWlasne<T>(),                                                       \
         T::KodPola,                                                                                                    \
+        T::KodPola != Baza::KodPola,                                                                                   \
         ::ztok::szczegoly::WierszePol<T>(),                                                                            \
         ::ztok::szczegoly::WierszeInterfejsow<T>(),                                                                    \
         ::ztok::szczegoly::KlasaElementow<T>(),                                                                        \

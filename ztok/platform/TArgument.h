@@ -22,16 +22,16 @@ struct TKlasa;
 enum class TTag : std::uint8_t {
     Integer = 0,
     Boolean = 1,
-    Char = 2,          // 8-bit character
-    Extended = 3,      // real number, 80 bits
-    ShortString = 4,   // 8-bit text
+    Char = 2,        // 8-bit character
+    Extended = 3,    // real number, 80 bits
+    ShortString = 4, // 8-bit text
     Pointer = 5,
-    PChar = 6,         // zero-terminated 8-bit text
+    PChar = 6, // zero-terminated 8-bit text
     Object = 7,
     Class = 8,
     WideChar = 9,
-    PWideChar = 10,    // zero-terminated wide text
-    AnsiString = 11,   // 8-bit text
+    PWideChar = 10,  // zero-terminated wide text
+    AnsiString = 11, // 8-bit text
     Currency = 12,
     Variant = 13,
     Interface = 14,
@@ -88,8 +88,8 @@ class ZTOK_API TArgument {
     ~TArgument();
 
     // Kinds that no C++ type stands for.
-    static TArgument ShortString(std::string bajty); // at most 255 bytes are kept
-    static TArgument PChar(std::string bajty);       // up to the first zero
+    static TArgument ShortString(std::string bajty);       // at most 255 bytes are kept
+    static TArgument PChar(std::string bajty);             // up to the first zero
     static TArgument PWideChar(std::u16string_view tekst); // up to the first zero
     static TArgument WideString(std::u16string tekst);
     static TArgument Pointer(const void* wskaznik) noexcept;
@@ -109,17 +109,21 @@ class ZTOK_API TArgument {
     }
 
     // The value, each for the tags that it names; the caller has looked at Tag().
-    [[nodiscard]] std::int64_t Calkowita() const noexcept { return calkowita_; } // Integer, Int64, Boolean, Char, WideChar, Currency
+    [[nodiscard]] std::int64_t Calkowita() const noexcept {
+        return calkowita_;
+    } // Integer, Int64, Boolean, Char, WideChar, Currency
     [[nodiscard]] bool Logiczna() const noexcept { return calkowita_ != 0; }
     [[nodiscard]] long double Rzeczywista() const noexcept { return rzeczywista_; } // Extended
-    [[nodiscard]] const std::string& Bajty() const noexcept { return bajty_; }   // ShortString, PChar, AnsiString
-    [[nodiscard]] const std::u16string& Tekst() const noexcept { return tekst_; } // PWideChar, WideString, UnicodeString
-    [[nodiscard]] const void* Wskaznik() const noexcept { return wskaznik_; }    // Pointer
-    [[nodiscard]] TObiektOgolny* Obiekt() const noexcept {                       // Object
+    [[nodiscard]] const std::string& Bajty() const noexcept { return bajty_; }      // ShortString, PChar, AnsiString
+    [[nodiscard]] const std::u16string& Tekst() const noexcept {
+        return tekst_;
+    }                                                                         // PWideChar, WideString, UnicodeString
+    [[nodiscard]] const void* Wskaznik() const noexcept { return wskaznik_; } // Pointer
+    [[nodiscard]] TObiektOgolny* Obiekt() const noexcept {                    // Object
         return static_cast<TObiektOgolny*>(const_cast<void*>(wskaznik_));
     }
     [[nodiscard]] const TKlasa* Klasa() const noexcept { return static_cast<const TKlasa*>(wskaznik_); } // Class
-    [[nodiscard]] IInterfejs* Interfejs() const noexcept {                       // Interface
+    [[nodiscard]] IInterfejs* Interfejs() const noexcept {                                               // Interface
         return static_cast<IInterfejs*>(const_cast<void*>(wskaznik_));
     }
     [[nodiscard]] const TWariant& Wariant() const noexcept { return *wariant_; } // Variant

@@ -21,28 +21,29 @@ struct TMigawkaOpisu;
 // What a class inherits from, as bits: the tests that the library makes in its inner loops. A class has the
 // bits of all its ancestors; classes of an application inherit them with the base class.
 enum ECechyKlasy : std::uint32_t {
-    ckPole = 1U << 0U,              // TPole
-    ckObiektBazowy = 1U << 1U,      // TObiektBazowy: an object of the model
-    ckObiekt = 1U << 2U,            // TObiekt: has numbered fields
-    ckLista = 1U << 3U,             // TListaBazowa
-    ckListaZObiektami = 1U << 4U,   // owns its elements
-    ckListaObiektow = 1U << 5U,     // one item class
-    ckKolekcja = 1U << 6U,          // mixed classes
-    ckListaWsk = 1U << 7U,          // TListaWskObiektow
-    ckListaRef = 1U << 8U,          // TListaRefObiektow
-    ckPoleWsk = 1U << 9U,           // TPoleWskObiektu
-    ckPoleRef = 1U << 10U,          // TPoleRefObiektu
-    ckParametr = 1U << 11U,         // parameter object: counted
-    ckPoleTekstowe = 1U << 12U,     // a field whose value is text
+    ckPole = 1U << 0U,            // TPole
+    ckObiektBazowy = 1U << 1U,    // TObiektBazowy: an object of the model
+    ckObiekt = 1U << 2U,          // TObiekt: has numbered fields
+    ckLista = 1U << 3U,           // TListaBazowa
+    ckListaZObiektami = 1U << 4U, // owns its elements
+    ckListaObiektow = 1U << 5U,   // one item class
+    ckKolekcja = 1U << 6U,        // mixed classes
+    ckListaWsk = 1U << 7U,        // TListaWskObiektow
+    ckListaRef = 1U << 8U,        // TListaRefObiektow
+    ckPoleWsk = 1U << 9U,         // TPoleWskObiektu
+    ckPoleRef = 1U << 10U,        // TPoleRefObiektu
+    ckParametr = 1U << 11U,       // parameter object: counted
+    ckPoleTekstowe = 1U << 12U,   // a field whose value is text
 
     // Which hooks a class of its own replaces; found by the compiler for each class (DeklaracjaKlasy.h), so that
     // classes that replace none pay for none.
-    ckWlasnaDestrukcja = 1U << 16U,  // WykonajDestrukcje: otherwise nothing happens but the C++ destructor
-    ckWlasnaBlokada = 1U << 17U,     // ZablokujObiekt, OdblokujObiekt
-    ckWlasneZapisywane = 1U << 18U,  // PoleZapisywane
-    ckWlasneTypyPol = 1U << 19U,     // TypPolaNr
-    ckWlasneUtworzono = 1U << 20U,   // UtworzonoPole
-    ckWlasneNiepuste = 1U << 21U,    // PoleNiepuste of an object with fields
+    ckWlasnaDestrukcja = 1U << 16U, // WykonajDestrukcje: otherwise nothing happens but the C++ destructor
+    ckWlasnaBlokada = 1U << 17U,    // ZablokujObiekt, OdblokujObiekt
+    ckWlasneZapisywane = 1U << 18U, // PoleZapisywane
+    ckWlasneTypyPol = 1U << 19U,    // TypPolaNr
+    ckWlasneUtworzono = 1U << 20U,  // UtworzonoPole
+    ckWlasneNiepuste = 1U << 21U,      // PoleNiepuste of an object with fields
+    ckWlasneUstawNiepuste = 1U << 22U, // UstawNiepuste of an object with fields
 };
 
 // Codes of the field classes whose value the typed accessors reach without a virtual call. A class derived from one of
@@ -99,14 +100,15 @@ struct TWierszInterfejsu {
 // when their names are (KlasaADziedziczyPoB).
 struct TKlasa {
     std::u16string_view nazwa;
-    const TKlasa* (*przodek)() noexcept;                // null for the root
+    const TKlasa* (*przodek)() noexcept;                 // null for the root
     TObiektOgolny* (*utworz)(TObiektBazowy* wlasciciel); // virtual constructor; null for an abstract class
-    std::uint32_t cechy;                                // ECechyKlasy
-    std::uint8_t kodPola;                               // EKodPola
-    std::span<const TWierszPola> (*pola)() noexcept;    // the class's own rows, without its ancestors'; may be null
+    std::uint32_t cechy;                                 // ECechyKlasy
+    std::uint8_t kodPola; // EKodPola
+    bool kodWlasny;       // the code is the class's own, not its base's
+    std::span<const TWierszPola> (*pola)() noexcept;     // the class's own rows, without its ancestors'; may be null
     std::span<const TWierszInterfejsu> (*interfejsy)() noexcept; // own rows; may be null
-    const TKlasa* (*typObiektow)();                     // item class of a list of one item class; null elsewhere
-    TModul& (*modul)() noexcept;                        // the module that declares the class
+    const TKlasa* (*typObiektow)(); // item class of a list of one item class; null elsewhere
+    TModul& (*modul)() noexcept;    // the module that declares the class
     TStanKlasy* stan;
 
     [[nodiscard]] const TKlasa* Przodek() const noexcept { return przodek == nullptr ? nullptr : przodek(); }

@@ -56,6 +56,11 @@ class ZTOK_API TObiektOgolny {
 struct TPrzydzial {
     template <class T, class... A> static T* Nowy(A&&... argumenty) { return new T(std::forward<A>(argumenty)...); }
     static void Usun(TObiektOgolny* obiekt) noexcept { delete obiekt; }
+    // The same for an object known to be exactly a T.
+    template <class T> static void UsunDokladny(T* obiekt) noexcept {
+        obiekt->T::~T();
+        T::operator delete(obiekt, sizeof(T));
+    }
     static void Zakoncz(TObiektOgolny& obiekt) { obiekt.WykonajDestrukcje(); }
     static void Odlacz(TObiektOgolny& obiekt) noexcept { obiekt.Odlacz(); }
     template <class T> static void PoUtworzeniu(T& obiekt, std::uint32_t cechy) { obiekt.PoUtworzeniu(cechy); }
@@ -81,14 +86,14 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
                           requires std::is_same_v<decltype(&T::TypPolaNr), const TKlasa* (TObiekt::*)(int) const>;
                       })
             cechy |= ckWlasneTypyPol;
-        if constexpr (!requires {
-                          requires std::is_same_v<decltype(&T::UtworzonoPole), void (TObiekt::*)(int)>;
-                      })
+        if constexpr (!requires { requires std::is_same_v<decltype(&T::UtworzonoPole), void (TObiekt::*)(int)>; })
             cechy |= ckWlasneUtworzono;
-        if constexpr (!requires {
-                          requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>;
-                      })
+        if constexpr (!requires { requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>; })
             cechy |= ckWlasneNiepuste;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::UstawNiepuste), void (TObiekt::*)(int, bool)>;
+                      })
+            cechy |= ckWlasneUstawNiepuste;
     }
     return cechy;
 }
@@ -107,7 +112,7 @@ template <class T> class TWlasny {
     explicit TWlasny(T* obiekt) noexcept : obiekt_(obiekt) {}
     TWlasny(TWlasny&& inny) noexcept : obiekt_(inny.Oddaj()) {}
     template <class U>
-        requires requires(U* u) { static_cast<T*>(u); }
+    requires requires(U* u) { static_cast<T*>(u); }
     TWlasny(TWlasny<U>&& inny) noexcept : obiekt_(inny.Oddaj()) {}
     TWlasny(const TWlasny&) = delete;
     TWlasny& operator=(const TWlasny&) = delete;

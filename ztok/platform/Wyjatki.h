@@ -46,14 +46,14 @@ class ZTOK_API EWyjatek : public std::exception {
         ~Nazwa() override;                                                                                             \
     }
 
-ZTOK_WYJATEK(EBladKonwersji, EWyjatek);        // text or variant that does not convert
-ZTOK_WYJATEK(EBladWariantu, EBladKonwersji);   // variant conversion: wrong type or out of range
-ZTOK_WYJATEK(EBladOdczytu, EWyjatek);          // stream: fewer bytes than asked
-ZTOK_WYJATEK(EBladZapisu, EWyjatek);           // stream: fewer bytes written than asked
-ZTOK_WYJATEK(EBladRzutowania, EWyjatek);       // an object is not of the class that it must be
-ZTOK_WYJATEK(EBladAbstrakcyjny, EWyjatek);     // call of an operation that the class does not supply
-ZTOK_WYJATEK(EBladSystemu, EWyjatek);          // the operating system refused
-ZTOK_WYJATEK(EBladAsercji, EWyjatek);          // a condition of the library's own does not hold
-ZTOK_WYJATEK(EBladFormatu, EBladKonwersji);    // format string and its arguments do not fit
+ZTOK_WYJATEK(EBladKonwersji, EWyjatek);      // text or variant that does not convert
+ZTOK_WYJATEK(EBladWariantu, EBladKonwersji); // variant conversion: wrong type or out of range
+ZTOK_WYJATEK(EBladOdczytu, EWyjatek);        // stream: fewer bytes than asked
+ZTOK_WYJATEK(EBladZapisu, EWyjatek);         // stream: fewer bytes written than asked
+ZTOK_WYJATEK(EBladRzutowania, EWyjatek);     // an object is not of the class that it must be
+ZTOK_WYJATEK(EBladAbstrakcyjny, EWyjatek);   // call of an operation that the class does not supply
+ZTOK_WYJATEK(EBladSystemu, EWyjatek);        // the operating system refused
+ZTOK_WYJATEK(EBladAsercji, EWyjatek);        // a condition of the library's own does not hold
+ZTOK_WYJATEK(EBladFormatu, EBladKonwersji);  // format string and its arguments do not fit
 
 } // namespace ztok

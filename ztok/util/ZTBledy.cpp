@@ -1,6 +1,7 @@
 #include "ztok/util/ZTBledy.h"
 
 #include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Guid.h"
 #include "ztok/platform/TObiektOgolny.h"
 
 namespace ztok {
@@ -25,6 +26,13 @@ void ZTErrorFmt(EKomunikat format, std::initializer_list<TArgument> argumenty) {
 
 void NiedozwoloneUzycie(std::u16string_view operacja, const TObiektOgolny& obiekt) {
     ZTErrorFmt(kmNiedozwoloneUzycie, {operacja, obiekt.Klasa()});
+}
+
+void BrakInterfejsu(const TGUID& iid, std::u16string_view komunikat) {
+    std::u16string format(komunikat.empty() ? Komunikat(kmBrakInterfejsu) : komunikat);
+    if (format.find(u"%s") == std::u16string::npos)
+        format += u" %s";
+    ZTErrorFmt(format, {TekstGuid(iid)});
 }
 
 } // namespace ztok

@@ -11,6 +11,7 @@
 namespace ztok {
 
 class TObiektOgolny;
+struct TGUID;
 
 ZTOK_WYJATEK(ZTException, EWyjatek); // a check of the library's own failed
 
@@ -25,5 +26,9 @@ ZTOK_WYJATEK(ZTException, EWyjatek); // a check of the library's own failed
 
 // Raises ZTException: the operation of this name makes no sense for the object's class.
 [[noreturn]] ZTOK_API void NiedozwoloneUzycie(std::u16string_view operacja, const TObiektOgolny& obiekt);
+
+// Raises ZTException: no object gives the interface. The message is the format, its "%s" (appended when it has none)
+// the identifier; empty: the library's own.
+[[noreturn]] ZTOK_API void BrakInterfejsu(const TGUID& iid, std::u16string_view komunikat);
 
 } // namespace ztok

@@ -13,7 +13,9 @@ inline constexpr int kZaglebienieDomyslne = 256;
 
 class TLicznikZagniezdzenia {
   public:
-    int granica = kZaglebienieDomyslne;
+    constexpr explicit TLicznikZagniezdzenia(int dozwolone = kZaglebienieDomyslne) noexcept : granica(dozwolone) {}
+
+    int granica;
 
   private:
     friend class TPoziom;

@@ -4,7 +4,8 @@ namespace ztok {
 
 namespace {
 
-// Runs when the library is unloaded, or at the end of the process, after the static objects of the programs that use it.
+// Runs when the library is unloaded, or at the end of the process, after the static objects of the programs that use
+// it.
 [[gnu::destructor]] void PrzyWyladowaniu() { ZamknijPrzyWyladowaniu(); }
 
 } // namespace
