@@ -89,12 +89,14 @@ void WypiszKategorie(const TListaBlokow& bloki) {
 }
 
 void WypiszZnak(const TZnak& znak) {
-    const auto kod = static_cast<char16_t>(znak.GetKod());
+    const std::uint32_t kod = znak.GetKod();
+    const std::u16string tekst = kod < 0x10000 ? std::u16string{static_cast<char16_t>(kod)}
+                                               : std::u16string{static_cast<char16_t>(0xD7C0U + (kod >> 10U)),
+                                                                static_cast<char16_t>(0xDC00U + (kod & 0x3FFU))};
     std::printf("looked up:  U+%04X %s  %s, category %s, combining class %d, mirrored: %s, first named %s\n",
-                static_cast<unsigned>(znak.GetKod()), ztok::Utf8ZUtf16({&kod, 1}).c_str(),
-                ztok::Utf8ZUtf16(znak.GetNazwa()).c_str(), ztok::Utf8ZUtf16(znak.GetKategoria()).c_str(),
-                znak.GetKlasaLaczenia(), znak.GetLustrzany() ? "yes" : "no",
-                ztok::Utf8ZUtf16(znak.GetStaraNazwa()).c_str());
+                static_cast<unsigned>(kod), ztok::Utf8ZUtf16(tekst).c_str(), ztok::Utf8ZUtf16(znak.GetNazwa()).c_str(),
+                ztok::Utf8ZUtf16(znak.GetKategoria()).c_str(), znak.GetKlasaLaczenia(),
+                znak.GetLustrzany() ? "yes" : "no", ztok::Utf8ZUtf16(znak.GetStaraNazwa()).c_str());
 }
 
 void WypiszPamiec(std::int64_t drzewa, std::int64_t obiektow) {
