@@ -173,7 +173,7 @@ std::size_t WczytajDlugosc(TStrumien& strumien, TOdczytywaczDanych* odczytywacz)
     if (odczytywacz != nullptr)
         odczytywacz->SprawdzTekst(dlugosc);
     else if (dlugosc > TLimityOdczytu{}.bajtyTekstu)
-        ZTErrorFmt(Komunikat(kmPrzekroczonoLimit), {u"bajtyTekstu", TLimityOdczytu{}.bajtyTekstu});
+        ZTErrorFmt(Komunikat(kmPrzekroczonoLimit), {u"rozmiar tekstu w bajtach", TLimityOdczytu{}.bajtyTekstu});
     return dlugosc;
 }
 
@@ -213,7 +213,7 @@ void WczytajTekstUtf8(TStrumien& strumien, std::u16string& tekst, std::size_t dl
 
 void TOdczytywaczDanych::SprawdzTekst(std::uint32_t dlugosc) {
     if (dlugosc > limity_.bajtyTekstu)
-        BladLimitu(u"bajtyTekstu", limity_.bajtyTekstu);
+        BladLimitu(u"rozmiar tekstu w bajtach", limity_.bajtyTekstu);
     ZuzyjPamiec(2LL * dlugosc);
 }
 
