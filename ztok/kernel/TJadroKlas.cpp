@@ -196,6 +196,8 @@ void TJadroKlas::ZapomnijKlase(const TKlasa* klasa, const TKlasa* zastepcza) {
 // --- edit functions
 
 void TJadroKlas::RejestrujFunEdycji(const TKlasa* klasa, TFunEdycji funkcja) {
+    if (klasa == nullptr)
+        return;
     const TBlokadaObiektu blokada(*this);
     RejestrujKlase(klasa);
     const std::u16string klucz = DuzymiLiterami(klasa->nazwa);

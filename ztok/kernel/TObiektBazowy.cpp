@@ -115,8 +115,9 @@ TObiektBazowy* TObiektBazowy::DajRodzica(const TKlasa* klasa) const noexcept {
 bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {
     const std::uint32_t cechy = FRodzic->Klasa()->cechy;
     if ((cechy & ckLista) != 0) {
-        nazwa = Formatuj(u"[%d]", {static_cast<const TListaBazowa*>(FRodzic)->ZnajdzObiekt(this)});
-        return true;
+        const std::int32_t indeks = static_cast<const TListaBazowa*>(FRodzic)->ZnajdzObiekt(this);
+        nazwa = Formatuj(u"[%d]", {indeks});
+        return indeks >= 0;
     }
     if ((cechy & ckObiekt) == 0)
         return false;

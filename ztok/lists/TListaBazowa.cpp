@@ -106,8 +106,6 @@ TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArg
 }
 
 TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie) {
-    if (lista.Obiekty(nrObiektu) == nullptr)
-        return nullptr;
     return DodajObiekt(lista.UsunObiekt(nrObiektu, false, false), gdzie);
 }
 

@@ -116,7 +116,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     virtual TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
     // Adds the object as the kind of list does: itself, or a copy of it.
     virtual TObiektBazowy* DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
-    // Takes an element out of the other list and inserts it here; null, with nothing done, for a bad index.
+    // Takes an element out of the other list and inserts it here; a bad index inserts null, as this list does that.
     virtual TObiektBazowy* PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie);
     virtual bool PrzeniesObiektyGdyBrak(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter);
     virtual bool PrzeniesDane(TListaBazowa& dane);

@@ -1,0 +1,52 @@
+// After every test the pool holds as many blocks as before it, what the kernel keeps apart: its descriptors are built on
+// first use and stay. Without a pool (sanitizers) the leak checker of the sanitizer does this work.
+#include <gtest/gtest.h>
+
+#include "ztok/kernel/Typypolbazowe.h"
+#include "ztok/platform/Pula.h"
+
+namespace {
+
+using namespace ztok;
+
+// Blocks of a tree: each object and field is one, and so is the field array of an object.
+std::int64_t Bloki(const TPole& pole) {
+    std::int64_t ile = 1;
+    const TKlasa* klasa = pole.Klasa();
+    if (klasa->Ma(ckObiekt)) {
+        const auto& obiekt = static_cast<const TObiekt&>(pole);
+        ile += obiekt.OstUzywanePole() >= 0 ? 1 : 0;
+        for (int nr = 0; nr <= obiekt.OstUzywanePole(); ++nr)
+            if (obiekt.Pole(nr) != nullptr)
+                ile += Bloki(*obiekt.Pole(nr));
+    } else if (klasa->Ma(ckListaZObiektami)) {
+        const auto& lista = static_cast<const TListaBazowa&>(pole);
+        for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
+            if (lista.Obiekty(i) != nullptr)
+                ile += Bloki(*lista.Obiekty(i));
+    }
+    return ile;
+}
+
+class TWyciek : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo& /*test*/) override { przed_ = BezJadra(); }
+    void OnTestEnd(const testing::TestInfo& /*test*/) override {
+        EXPECT_EQ(UserKernel, nullptr) << "the test leaves its kernel installed";
+        EXPECT_EQ(BezJadra() - przed_, 0) << "blocks that the test does not free";
+    }
+
+    static std::int64_t BezJadra() {
+        const std::int64_t jadro = Bloki(*JadroKlas()); // first: makes the kernel if there is none
+        return PulaZajete() - jadro;
+    }
+
+    std::int64_t przed_ = 0;
+};
+
+// The program's start belongs to the framework; the listener is there before the first test.
+const bool zarejestrowany = [] {
+    testing::UnitTest::GetInstance()->listeners().Append(new TWyciek);
+    return true;
+}();
+
+} // namespace
