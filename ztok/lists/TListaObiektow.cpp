@@ -135,9 +135,10 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
 }
 
 void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
-    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(FIleObiektow));
+    TZapisywaczDanych::ZapiszLicznik31(strumien, IleNiepustych());
     for (std::int32_t i = 0; i < FIleObiektow; ++i)
-        FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+        if (FObiekty[i] != nullptr)
+            FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
 }
 
 void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {

@@ -150,6 +150,10 @@ std::int32_t TListaZObiektami::PorownajLiczby(const TListaBazowa& inna) const no
     return static_cast<int>(FIleObiektow > inna.IleObiektow()) - static_cast<int>(FIleObiektow < inna.IleObiektow());
 }
 
+std::uint32_t TListaZObiektami::IleNiepustych() const noexcept {
+    return static_cast<std::uint32_t>(FIleObiektow - std::count(FObiekty, FObiekty + FIleObiektow, nullptr));
+}
+
 const TListaBazowa& TListaZObiektami::JakoLista(const TPole& inne) const {
     SprawdzKlase(inne, TListaBazowa::KlasaStatyczna());
     return static_cast<const TListaBazowa&>(inne);

@@ -41,6 +41,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     template <class F> bool ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc);
     // Compares the counts: 0 when they are equal, else the sign of this count minus the other.
     [[nodiscard]] std::int32_t PorownajLiczby(const TListaBazowa& inna) const noexcept;
+    // How many elements are not null: those that a stream gets. A null one has no class and no record.
+    [[nodiscard]] std::uint32_t IleNiepustych() const noexcept;
     [[nodiscard]] const TListaBazowa& JakoLista(const TPole& inne) const;
     // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what was
     // read: nested lists that each announce all the bytes left get no memory for it.
