@@ -412,8 +412,10 @@ void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz
         return;
     TMapaPol mapa(bajtow);
     strumien.ReadBuffer(mapa.Bajty(), bajtow);
-    const bool wlasneTypy = (Klasa()->cechy & ckWlasneTypyPol) != 0;
     const TMigawkaOpisu& migawka = Migawka();
+    // The field array has room for every declared field as soon as it has one.
+    odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1));
+    const bool wlasneTypy = (Klasa()->cechy & ckWlasneTypyPol) != 0;
     for (std::uint32_t j = 0; j < bajtow; ++j)
         for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
             const int nr = static_cast<int>(8 * j + static_cast<unsigned>(std::countr_zero(bity)));
