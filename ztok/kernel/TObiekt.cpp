@@ -164,6 +164,8 @@ TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
 }
 
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
+    if (pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy))
+        SprawdzCykl(*this, static_cast<const TObiektBazowy&>(*pole));
     TWlasny<TPole> straznik(pole);
     if (nrPola < 0 || nrPola > 32767)
         ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});

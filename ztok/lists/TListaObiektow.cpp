@@ -31,6 +31,7 @@ TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32
     if (nowyObiekt == nullptr)
         return DodajNowy(klasa, gdzie);
     if (nowyObiekt->Klasa() != &klasa && !nowyObiekt->JestKlasy(&klasa)) {
+        SprawdzCykl(*this, *nowyObiekt);
         const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
         BladKlasy(*nowyObiekt, &klasa);
     }

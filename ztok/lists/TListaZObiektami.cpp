@@ -16,6 +16,8 @@ ZTOK_KLASA_DEF(TListaZObiektami, TListaBazowa)
 TListaZObiektami::~TListaZObiektami() { DokonczZycie(); }
 
 TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    if (nowyObiekt != nullptr)
+        SprawdzCykl(*this, *nowyObiekt);
     TWlasny<TObiektBazowy> straznik(nowyObiekt);
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();

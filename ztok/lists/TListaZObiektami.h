@@ -16,7 +16,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void PrzypnijObiekt(TObiektBazowy* obiekt) override;
     void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
-    // Takes the object over also when the call raises.
+    // Takes the object over also when the call raises. Only an object that the list is a part of is refused and left
+    // alone.
     TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;
     // An element that is not freed goes back to the caller, without a parent.
     TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;

@@ -204,9 +204,11 @@ void WczytajTekstUtf8(TStrumien& strumien, std::u16string& tekst, std::size_t dl
         strumien.Pomin(static_cast<std::int64_t>(dlugosc));
         return;
     }
-    std::string bajty;
-    WczytajBajty(strumien, bajty, dlugosc);
-    tekst = Utf16ZUtf8(bajty);
+    {
+        std::string bajty;
+        WczytajBajty(strumien, bajty, dlugosc);
+        tekst = Utf16ZUtf8(bajty);
+    }
     tekst.shrink_to_fit();
 }
 
