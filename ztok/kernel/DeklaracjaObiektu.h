@@ -123,7 +123,8 @@ template <class T> struct Obiekt {
     }
 };
 
-// Another kind, stored only when the predicate says so for the object.
+// Another kind, stored only when the predicate says so for the object: ZapisGdy<rodzaj::Word, &TFaktura::Wystawiona>,
+// a const member function that stands before the macro in the class.
 template <class K, auto Predykat> struct ZapisGdy : K {
     template <class O> static bool Zapytaj(bool (O::*predykat)() const, const TObiekt& obiekt) {
         return (static_cast<const O&>(obiekt).*predykat)();

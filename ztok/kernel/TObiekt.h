@@ -55,7 +55,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         return nrPola >= 0 && nrPola < ilePol_ ? FPola[nrPola] : nullptr;
     }
     void ZrobMiejsceDlaPola(int nrPola);
-    // Installs a field object under a number; the object owns it from then on, also when the call raises.
+    // Installs a field object under a number; the object owns it from then on, also when the call raises. Only an object
+    // that this one is a part of is refused and left alone.
     void UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie);
     [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
     [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;

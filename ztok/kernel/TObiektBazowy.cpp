@@ -100,6 +100,20 @@ template <class O, class F> O* WGore(O* od, const F& koniec) {
 
 } // namespace
 
+void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
+    const std::uint32_t cechy = nowy.Klasa()->cechy;
+    const bool pusty = (cechy & ckLista) != 0 ? static_cast<const TListaBazowa&>(nowy).ListaPusta()
+                                              : (cechy & ckObiekt) != 0 &&
+                                                    static_cast<const TObiekt&>(nowy).OstUzywanePole() < 0;
+    if (pusty && &nowy != &rodzic)
+        return; // has no parts
+    // Bounded, or building a chain downwards would take the square of its length.
+    const TObiektBazowy* o = &rodzic;
+    for (int poziom = 0; o != nullptr && poziom < 2 * kZaglebienieDomyslne; ++poziom, o = o->FRodzic)
+        if (o == &nowy)
+            ZTErrorFmt(Komunikat(kmObiektWSobie), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
+}
+
 TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
     TObiektBazowy* korzen = WGore(this, [](const TObiektBazowy& o) { return o.Rodzic() == nullptr; });
     return korzen != nullptr ? korzen : this;

@@ -187,6 +187,10 @@ class ZTOK_API TObiektBazowy : public TPole {
             DokonczZycieCicho();
     }
 
+    // Refuses (ZTException) to put an object into itself or into one of its own parts, as far up as trees are read. The
+    // object stays with the caller then: it owns the one that refuses.
+    static void SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
+
     TObiektBazowy* FRodzic = nullptr;
 
   private:

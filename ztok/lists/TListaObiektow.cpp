@@ -38,6 +38,7 @@ void TListaObiektow::SprawdzElement(const TObiektBazowy& element) {
 TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
     if (nowyObiekt == nullptr)
         return DodajNowy(KlasaElementu(), gdzie);
+    SprawdzCykl(*this, *nowyObiekt);
     TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over, also when it refuses it
     SprawdzElement(*nowyObiekt);
     return TListaZObiektami::DodajObiekt(straznik.Oddaj(), gdzie);
@@ -183,15 +184,10 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
 }
 
 void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
-    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(FIleObiektow));
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        if (FObiekty[i] != nullptr) {
+    TZapisywaczDanych::ZapiszLicznik31(strumien, IleNiepustych());
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        if (FObiekty[i] != nullptr)
             FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
-        } else { // a fresh item keeps the place, so that positions come back
-            const TWlasny<TObiektBazowy> pusty(static_cast<TObiektBazowy*>(KlasaElementu().utworz(nullptr)));
-            pusty->ZapiszWStrumieniu(strumien, &zapisywacz);
-        }
-    }
 }
 
 void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {

@@ -21,7 +21,7 @@ std::atomic<int> czynneOdczyty{0};
 constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
 
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
-constexpr std::size_t kKrokTekstu = 1024UL * 1024UL;
+constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
 
 } // namespace
 
@@ -204,9 +204,12 @@ void WczytajTekstUtf8(TStrumien& strumien, std::u16string& tekst, std::size_t dl
         strumien.Pomin(static_cast<std::int64_t>(dlugosc));
         return;
     }
-    std::string bajty;
-    WczytajBajty(strumien, bajty, dlugosc);
-    tekst = Utf16ZUtf8(bajty);
+    {
+        std::string bajty;
+        WczytajBajty(strumien, bajty, dlugosc);
+        tekst = Utf16ZUtf8(bajty);
+    }
+    tekst.shrink_to_fit();
 }
 
 } // namespace
