@@ -86,8 +86,8 @@ struct TMigawkaOpisu {
     std::uint64_t numerJadra;
     TOpisKlasy* opis;
     std::int32_t ilePol; // length of the field table
-    bool saPredykaty;        // some field has a "stored" predicate
-    bool saObiekty;          // some field is an object of the model
+    bool saPredykaty;    // some field has a "stored" predicate
+    bool saObiekty;      // some field is an object of the model
     const TPozycja* pola;
 };
 

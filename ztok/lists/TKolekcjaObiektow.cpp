@@ -86,9 +86,6 @@ void TKolekcjaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zap
 void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
     ZerujDane();
     const std::uint32_t ile = odczytywacz.WczytajIleElementow(strumien, 1);
-    const bool pewne = strumien.Pozostalo() >= 0;
-    if (pewne && ile != 0)
-        UstawPojemnosc(static_cast<std::int32_t>(ile));
     std::string nazwa8;
     for (std::uint32_t i = 0; i < ile; ++i) {
         const std::uint32_t dlugosc = TOdczytywaczDanych::WczytajLicznik15(strumien);
@@ -104,11 +101,11 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
             continue; // without its record: what follows is read from the wrong place
         }
         odczytywacz.ZuzyjPamiec(96);
+        MiejsceNaOdczytany(ile);
         DodajObiekt(static_cast<TObiektBazowy*>(klasa->utworz(this)), MaxInt)
             ->WczytajZeStrumienia(strumien, &odczytywacz);
     }
-    if (!pewne)
-        UstawPojemnosc(FIleObiektow);
+    UstawPojemnosc(FIleObiektow);
 }
 
 } // namespace ztok

@@ -154,16 +154,12 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
     const std::uint32_t ile = odczytywacz.WczytajIleElementow(strumien, 1);
     if (ile == 0)
         return;
-    // The capacity becomes the count at once only if the bytes left can hold so many elements; else it grows with them.
-    const bool pewne = strumien.Pozostalo() >= 0;
-    if (pewne)
-        UstawPojemnosc(static_cast<std::int32_t>(ile));
     for (std::uint32_t i = 0; i < ile; ++i) {
         odczytywacz.ZuzyjPamiec(96);
+        MiejsceNaOdczytany(ile);
         DodajObiekt(nullptr, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz); // as the class adds items
     }
-    if (!pewne)
-        UstawPojemnosc(static_cast<std::int32_t>(ile));
+    UstawPojemnosc(static_cast<std::int32_t>(ile));
 }
 
 } // namespace ztok

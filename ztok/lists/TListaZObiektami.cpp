@@ -1,5 +1,7 @@
 #include "ztok/lists/TListaZObiektami.h"
 
+#include <algorithm>
+
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/persist/TZapisywaczDanych.h"
@@ -20,6 +22,13 @@ TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int
     if (nowyObiekt != nullptr)
         JadroBiezace().UstawRodzica(*nowyObiekt, this);
     return TListaBazowa::DodajObiekt(straznik.Oddaj(), gdzie);
+}
+
+void TListaZObiektami::MiejsceNaOdczytany(std::uint32_t zapowiedziane) {
+    constexpr std::uint32_t kPoczatkowe = 512;
+    if (FIleObiektow == FPojemnosc)
+        UstawPojemnosc(static_cast<std::int32_t>(
+            std::min(zapowiedziane, std::max(kPoczatkowe, 2 * static_cast<std::uint32_t>(FPojemnosc)))));
 }
 
 TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdzie) {

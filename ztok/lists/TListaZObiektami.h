@@ -43,6 +43,9 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     // Compares the counts: 0 when they are equal, else the sign of this count minus the other.
     [[nodiscard]] std::int32_t PorownajLiczby(const TListaBazowa& inna) const noexcept;
     [[nodiscard]] const TListaBazowa& JakoLista(const TPole& inne) const;
+    // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what was
+    // read: nested lists that each announce all the bytes left get no memory for it.
+    void MiejsceNaOdczytany(std::uint32_t zapowiedziane);
     // Appends an object made by the class's virtual constructor.
     TObiektBazowy* DodajNowy(const TKlasa& klasa, std::int32_t gdzie);
 };

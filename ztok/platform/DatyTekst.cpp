@@ -5,17 +5,14 @@
 #include <atomic>
 #include <cmath>
 
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/PorownanieTekstow.h"
 #include "ztok/platform/Wyjatki.h"
 
 namespace ztok {
 
 namespace {
-
-// To move into the message table.
-constexpr std::u16string_view TekstZlaData = u"' nie jest poprawną datą";
-constexpr std::u16string_view TekstZlyCzas = u"' nie jest poprawną godziną";
-constexpr std::u16string_view TekstZlaDataICzas = u"' nie jest poprawną datą i godziną";
 
 constinit std::atomic<TFunkcjaDzisiaj> FunkcjaDzisiaj{nullptr};
 
@@ -24,10 +21,8 @@ constinit std::atomic<TFunkcjaDzisiaj> FunkcjaDzisiaj{nullptr};
     return funkcja != nullptr ? funkcja() : DzisiajWgSystemu();
 }
 
-[[noreturn]] void ZlyTekst(std::u16string_view tekst, std::u16string_view koniec) {
-    std::u16string komunikat(1, u'\'');
-    komunikat.append(tekst).append(koniec);
-    throw EBladKonwersji(komunikat);
+[[noreturn]] void ZlyTekst(std::u16string_view tekst, EKomunikat numer) {
+    throw EBladKonwersji(Formatuj(Komunikat(numer), {tekst}));
 }
 
 [[nodiscard]] constexpr bool Przestepny(int rok) noexcept { return rok % 4 == 0 && (rok % 100 != 0 || rok % 400 == 0); }
@@ -290,21 +285,21 @@ bool SprobujTekstNaDateICzas(std::u16string_view tekst, double& wartosc, const T
 double TekstNaDate(std::u16string_view tekst, const TUstawieniaFormatu& ustawienia) {
     double wynik = 0;
     if (!SprobujTekstNaDate(tekst, wynik, ustawienia))
-        ZlyTekst(tekst, TekstZlaData);
+        ZlyTekst(tekst, kmNiepoprawnaData);
     return wynik;
 }
 
 double TekstNaCzas(std::u16string_view tekst, const TUstawieniaFormatu& ustawienia) {
     double wynik = 0;
     if (!SprobujTekstNaCzas(tekst, wynik, ustawienia))
-        ZlyTekst(tekst, TekstZlyCzas);
+        ZlyTekst(tekst, kmNiepoprawnyCzas);
     return wynik;
 }
 
 double TekstNaDateICzas(std::u16string_view tekst, const TUstawieniaFormatu& ustawienia) {
     double wynik = 0;
     if (!SprobujTekstNaDateICzas(tekst, wynik, ustawienia))
-        ZlyTekst(tekst, TekstZlaDataICzas);
+        ZlyTekst(tekst, kmNiepoprawnaDataICzas);
     return wynik;
 }
 

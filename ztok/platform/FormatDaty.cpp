@@ -3,6 +3,8 @@
 #include <charconv>
 
 #include "ztok/platform/DatyTekst.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/PorownanieTekstow.h"
 #include "ztok/platform/Wyjatki.h"
@@ -10,9 +12,6 @@
 namespace ztok {
 
 namespace {
-
-// To move into the message table.
-constexpr std::u16string_view TekstDataPozaZakresem = u"' nie jest poprawną datą";
 
 constexpr std::u16string_view MaskaDomyslna = u"c";
 // Formats of the settings may name each other, in a circle even: this many levels are looked through.
@@ -31,9 +30,7 @@ struct TChwila {
 [[nodiscard]] TChwila Rozloz(double wartosc) {
     TChwila chwila;
     if (!SprobujRozlozycDateICzas(wartosc, chwila.data, chwila.czas)) {
-        std::u16string komunikat(1, u'\'');
-        komunikat.append(FloatNaTekst(wartosc, UstawieniaPolskie())).append(TekstDataPozaZakresem);
-        throw EBladKonwersji(komunikat);
+        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaData), {FloatNaTekst(wartosc, UstawieniaPolskie())}));
     }
     return chwila;
 }

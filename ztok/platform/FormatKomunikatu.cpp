@@ -8,6 +8,7 @@
 #include <span>
 
 #include "ztok/platform/Interfejsy.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/TObiektOgolny.h"
 #include "ztok/platform/TUstawieniaFormatu.h"
@@ -243,17 +244,13 @@ class TFormatowanie {
     }
     [[nodiscard]] static bool Cyfra(char16_t znak) noexcept { return znak >= u'0' && znak <= u'9'; }
 
-    [[noreturn]] void Blad(std::u16string_view powod) const {
-        std::u16string komunikat = u"Błędny format '";
-        komunikat += format_;
-        komunikat += u"': ";
-        komunikat += powod;
-        throw EBladFormatu(komunikat);
+    [[noreturn]] void Blad(EKomunikat powod) const {
+        throw EBladFormatu(Formatuj(Komunikat(kmBlednyFormat), {format_, Komunikat(powod)}));
     }
 
     const TArgument& Argument() {
         if (biezacy_ >= argumenty_.size())
-            Blad(u"brak argumentu");
+            Blad(kmFormatBrakArgumentu);
         return argumenty_[biezacy_++];
     }
 
@@ -262,7 +259,7 @@ class TFormatowanie {
         for (; Cyfra(Nastepny()); ++pozycja_) {
             liczba = liczba * 10 + (Nastepny() - u'0');
             if (liczba > kNajwiekszaSzerokosc)
-                Blad(u"za duża liczba");
+                Blad(kmFormatZaDuzaLiczba);
         }
         return liczba;
     }
@@ -273,10 +270,10 @@ class TFormatowanie {
             return Liczba();
         const TArgument& argument = Argument();
         if (!argument.JestCalkowity())
-            Blad(u"argument dla '*' nie jest liczbą całkowitą");
+            Blad(kmFormatGwiazdka);
         const std::int64_t liczba = argument.Calkowita();
         if (liczba > kNajwiekszaSzerokosc || liczba < -kNajwiekszaSzerokosc)
-            Blad(u"za duża liczba");
+            Blad(kmFormatZaDuzaLiczba);
         return liczba;
     }
 
@@ -332,7 +329,7 @@ class TFormatowanie {
         case u'x': {
             const TArgument& argument = Argument();
             if (!argument.JestCalkowity())
-                Blad(u"argument nie jest liczbą całkowitą");
+                Blad(kmFormatNieCalkowita);
             return TekstCalkowitej(argument, spec);
         }
         case u'f':
@@ -342,18 +339,18 @@ class TFormatowanie {
         case u'g': {
             const TArgument& argument = Argument();
             if (argument.Tag() != TTag::Extended && argument.Tag() != TTag::Currency)
-                Blad(u"argument nie jest liczbą rzeczywistą");
+                Blad(kmFormatNieRzeczywista);
             return TekstRzeczywistej(argument, spec.rodzaj, spec.precyzja, Ustawienia());
         }
         case u'p': {
             const TArgument& argument = Argument();
             const TTag tag = argument.Tag();
             if (tag != TTag::Pointer && tag != TTag::Object && tag != TTag::Class && tag != TTag::Interface)
-                Blad(u"argument nie jest adresem");
+                Blad(kmFormatNieAdres);
             return TekstAdresu(AdresArgumentu(argument));
         }
         default:
-            Blad(u"nieznany specyfikator");
+            Blad(kmFormatSpecyfikator);
         }
     }
 
@@ -370,7 +367,7 @@ class TFormatowanie {
         case TTag::Interface:
             return NazwaZaInterfejsem(argument.Interfejs());
         default:
-            Blad(u"argument nie jest tekstem");
+            Blad(kmFormatNieTekst);
         }
     }
 

@@ -1,5 +1,7 @@
 #include "ztok/platform/Guid.h"
 
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/Wyjatki.h"
 
 namespace ztok {
@@ -9,10 +11,7 @@ bool TryGuidZTekstu(std::u16string_view tekst, TGUID& guid) noexcept { return Cz
 TGUID GuidZTekstu(std::u16string_view tekst) {
     TGUID guid;
     if (!CzytajGuid(tekst, guid)) {
-        std::u16string komunikat = u"'";
-        komunikat += tekst;
-        komunikat += u"' nie jest poprawnym identyfikatorem GUID";
-        throw EBladKonwersji(komunikat);
+        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnyGUID), {tekst}));
     }
     return guid;
 }

@@ -9,14 +9,13 @@
 #include <emmintrin.h>
 #endif
 
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/Wyjatki.h"
 
 namespace ztok {
 
 namespace {
-
-// To move into the message table.
-constexpr std::u16string_view TekstNieznanaStrona = u"nieznana strona kodowa: ";
 
 constexpr char16_t ZnakZastepczy = 0xFFFD;
 
@@ -227,10 +226,7 @@ std::u16string ZBajtow(std::string_view bajty, const std::array<char16_t, 128>& 
 }
 
 [[noreturn]] void NieznanaStrona(std::uint16_t strona) {
-    const std::string cyfry = std::to_string(strona);
-    std::u16string komunikat(TekstNieznanaStrona);
-    komunikat.append(cyfry.begin(), cyfry.end());
-    throw EBladKonwersji(komunikat);
+    throw EBladKonwersji(Formatuj(Komunikat(kmNieznanaStronaKodowa), {strona}));
 }
 
 // Grows by at least half, so that many appends stay linear.

@@ -7,6 +7,8 @@
 #include <cstring>
 #include <limits>
 
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/PorownanieTekstow.h"
 #include "ztok/platform/Wyjatki.h"
 
@@ -14,17 +16,11 @@ namespace ztok {
 
 namespace {
 
-// To move into the message table.
-constexpr std::u16string_view TekstZlaCalkowita = u"' nie jest poprawną liczbą całkowitą";
-constexpr std::u16string_view TekstZlaRzeczywista = u"' nie jest poprawną liczbą zmiennoprzecinkową";
-
 constexpr int CyfrOgolnych = 15; // what a double holds for certain
 constexpr int BezOgraniczenia = 10000;
 
-[[noreturn]] void ZlaLiczba(std::u16string_view tekst, std::u16string_view koniec) {
-    std::u16string komunikat(1, u'\'');
-    komunikat.append(tekst).append(koniec);
-    throw EBladKonwersji(komunikat);
+[[noreturn]] void ZlaLiczba(std::u16string_view tekst, EKomunikat numer) {
+    throw EBladKonwersji(Formatuj(Komunikat(numer), {tekst}));
 }
 
 template <class T> [[nodiscard]] std::u16string CalkowitaNaTekst(T liczba) {
@@ -272,14 +268,14 @@ bool SprobujTekstNaInt64(std::u16string_view tekst, std::int64_t& liczba) noexce
 std::int32_t TekstNaInt(std::u16string_view tekst) {
     std::int32_t liczba = 0;
     if (!SprobujTekstNaInt(tekst, liczba))
-        ZlaLiczba(tekst, TekstZlaCalkowita);
+        ZlaLiczba(tekst, kmNiepoprawnaLiczbaCalkowita);
     return liczba;
 }
 
 std::int64_t TekstNaInt64(std::u16string_view tekst) {
     std::int64_t liczba = 0;
     if (!SprobujTekstNaInt64(tekst, liczba))
-        ZlaLiczba(tekst, TekstZlaCalkowita);
+        ZlaLiczba(tekst, kmNiepoprawnaLiczbaCalkowita);
     return liczba;
 }
 
@@ -343,7 +339,7 @@ bool SprobujTekstNaFloat(std::u16string_view tekst, double& liczba, const TUstaw
 double TekstNaFloat(std::u16string_view tekst, const TUstawieniaFormatu& ustawienia) {
     double liczba = 0;
     if (!SprobujTekstNaFloat(tekst, liczba, ustawienia))
-        ZlaLiczba(tekst, TekstZlaRzeczywista);
+        ZlaLiczba(tekst, kmNiepoprawnaLiczbaZmiennoprzecinkowa);
     return liczba;
 }
 

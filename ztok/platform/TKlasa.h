@@ -37,11 +37,11 @@ enum ECechyKlasy : std::uint32_t {
 
     // Which hooks a class of its own replaces; found by the compiler for each class (DeklaracjaKlasy.h), so that
     // classes that replace none pay for none.
-    ckWlasnaDestrukcja = 1U << 16U, // WykonajDestrukcje: otherwise nothing happens but the C++ destructor
-    ckWlasnaBlokada = 1U << 17U,    // ZablokujObiekt, OdblokujObiekt
-    ckWlasneZapisywane = 1U << 18U, // PoleZapisywane
-    ckWlasneTypyPol = 1U << 19U,    // TypPolaNr
-    ckWlasneUtworzono = 1U << 20U,  // UtworzonoPole
+    ckWlasnaDestrukcja = 1U << 16U,    // WykonajDestrukcje: otherwise nothing happens but the C++ destructor
+    ckWlasnaBlokada = 1U << 17U,       // ZablokujObiekt, OdblokujObiekt
+    ckWlasneZapisywane = 1U << 18U,    // PoleZapisywane
+    ckWlasneTypyPol = 1U << 19U,       // TypPolaNr
+    ckWlasneUtworzono = 1U << 20U,     // UtworzonoPole
     ckWlasneNiepuste = 1U << 21U,      // PoleNiepuste of an object with fields
     ckWlasneUstawNiepuste = 1U << 22U, // UstawNiepuste of an object with fields
 };
@@ -103,8 +103,8 @@ struct TKlasa {
     const TKlasa* (*przodek)() noexcept;                 // null for the root
     TObiektOgolny* (*utworz)(TObiektBazowy* wlasciciel); // virtual constructor; null for an abstract class
     std::uint32_t cechy;                                 // ECechyKlasy
-    std::uint8_t kodPola; // EKodPola
-    bool kodWlasny;       // the code is the class's own, not its base's
+    std::uint8_t kodPola;                                // EKodPola
+    bool kodWlasny;                                      // the code is the class's own, not its base's
     std::span<const TWierszPola> (*pola)() noexcept;     // the class's own rows, without its ancestors'; may be null
     std::span<const TWierszInterfejsu> (*interfejsy)() noexcept; // own rows; may be null
     const TKlasa* (*typObiektow)(); // item class of a list of one item class; null elsewhere

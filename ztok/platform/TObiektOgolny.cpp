@@ -12,7 +12,7 @@ namespace ztok {
 
 const TKlasa* TObiektOgolny::KlasaStatyczna() noexcept {
     static constinit TStanKlasy stan;
-    static constinit const TKlasa klasa = {u"TObiektOgolny", nullptr, nullptr,       0, kpInne, false, nullptr,
+    static constinit const TKlasa klasa = {u"TObiektOgolny", nullptr, nullptr,       0,    kpInne, false, nullptr,
                                            nullptr,          nullptr, &ModulBiezacy, &stan};
     return &klasa;
 }

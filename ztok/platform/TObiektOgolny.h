@@ -90,9 +90,7 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
             cechy |= ckWlasneUtworzono;
         if constexpr (!requires { requires std::is_same_v<decltype(&T::PoleNiepuste), bool (TObiekt::*)(int) const>; })
             cechy |= ckWlasneNiepuste;
-        if constexpr (!requires {
-                          requires std::is_same_v<decltype(&T::UstawNiepuste), void (TObiekt::*)(int, bool)>;
-                      })
+        if constexpr (!requires { requires std::is_same_v<decltype(&T::UstawNiepuste), void (TObiekt::*)(int, bool)>; })
             cechy |= ckWlasneUstawNiepuste;
     }
     return cechy;

@@ -9,7 +9,9 @@
 #include <utility>
 
 #include "ztok/platform/DatyTekst.h"
+#include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/Wyjatki.h"
 
@@ -330,11 +332,11 @@ bool TWariant::JestCalkowity() const noexcept {
 }
 
 void TWariant::BladTypu(TTypWariantu cel) const {
-    throw EBladWariantu(u"Nie można zamienić wariantu typu " + NazwaTypu() + u" na typ " + NazwaTypuWariantu(cel));
+    throw EBladWariantu(Formatuj(Komunikat(kmKonwersjaWariantu), {NazwaTypu(), NazwaTypuWariantu(cel)}));
 }
 
 void TWariant::BladZakresu(TTypWariantu cel) const {
-    throw EBladWariantu(u"Wartość wariantu typu " + NazwaTypu() + u" nie mieści się w typie " + NazwaTypuWariantu(cel));
+    throw EBladWariantu(Formatuj(Komunikat(kmPrzepelnienieWariantu), {NazwaTypu(), NazwaTypuWariantu(cel)}));
 }
 
 std::u16string TWariant::Tekst() const { return typ_ == TTypWariantu::AnsiString ? ZWin1250(bajty_) : tekst_; }

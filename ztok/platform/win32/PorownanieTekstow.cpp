@@ -1,24 +1,12 @@
 #include "ztok/platform/PorownanieTekstow.h"
 
-#include <string>
-
 #include <windows.h>
 
-#include "ztok/platform/Wyjatki.h"
+#include "ztok/platform/PlikSystemowy.h"
 
 namespace ztok {
 
 namespace {
-
-// To move into the message table.
-constexpr std::u16string_view TekstBladSystemu = u"Błąd systemu, kod ";
-
-[[noreturn]] void BladSystemu(DWORD kod) {
-    const std::string cyfry = std::to_string(kod);
-    std::u16string komunikat(TekstBladSystemu);
-    komunikat.append(cyfry.begin(), cyfry.end());
-    throw EBladSystemu(komunikat);
-}
 
 // The system refuses a null pointer even for no characters.
 [[nodiscard]] const wchar_t* Adres(std::u16string_view tekst) noexcept {
@@ -35,7 +23,7 @@ int PorownajWgLokalizacji(std::u16string_view a, std::u16string_view b, std::uin
                                      Adres(b), static_cast<int>(b.size()));
     const DWORD blad = GetLastError();
     if (blad != ERROR_SUCCESS || wynik == 0)
-        BladSystemu(blad);
+        ZglosBladSystemu(u"CompareStringW", blad);
     return wynik - CSTR_EQUAL;
 }
 

@@ -1,0 +1,18 @@
+// Reads the files of the Unicode character database.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+#include "Znaki.h"
+
+// A file that is missing, or a line that is not what the format says; the message tells where.
+class BladDanych : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// Fills the empty list from Blocks.txt and then UnicodeData.txt. A character outside every block goes to a last block
+// named No_Block. Returns the number of records of UnicodeData.txt. Raises BladDanych.
+std::size_t WczytajZnaki(const std::string& plikZnakow, const std::string& plikBlokow, TListaBlokow& bloki);

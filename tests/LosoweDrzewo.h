@@ -1,0 +1,137 @@
+// Random trees of the sample classes, the same for a seed on every target: every kind of field, extreme numbers, any
+// UTF-16 text, nested lists and collections, pointers and references inside the tree.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "Probki.h"
+
+namespace probki {
+
+class TLosoweDrzewo {
+  public:
+    explicit TLosoweDrzewo(std::uint32_t ziarno) : los_(ziarno) {}
+
+    // Fills the object, nested at most so deep, and points the pointers of the tree at its objects.
+    void Wypelnij(TWszystko& korzen, int glebokosc) {
+        wszystkie_.clear();
+        adresy_.clear();
+        budowane_.clear();
+        Buduj(korzen, glebokosc);
+        for (TWszystko* o : budowane_)
+            Powiaz(*o);
+    }
+
+    std::u16string Tekst() {
+        static constexpr char16_t zakresy[][2] = {
+            {1, 0x7F}, {0xA0, 0x17F}, {0x3040, 0x9FFF}, {0xD800, 0xDFFF}, {0, 0xFFFF}};
+        static constexpr std::size_t dlugosci[] = {0, 1, 2, 5, 42, 43, 127, 128, 300, 6000};
+        std::size_t dlugosc = dlugosci[Z(Z(8) == 0 ? 10 : 7)];
+        std::u16string tekst;
+        const auto& zakres = zakresy[Z(5)];
+        while (dlugosc-- > 0)
+            tekst += static_cast<char16_t>(zakres[0] + Z(zakres[1] - zakres[0] + 1U));
+        return tekst;
+    }
+
+    std::uint32_t Z(std::size_t ile) { return static_cast<std::uint32_t>(los_() % ile); }
+
+  private:
+    template <class W> W Liczba() {
+        const auto losowa = static_cast<std::uint64_t>(los_()) << 32U | los_();
+        if constexpr (std::is_same_v<W, double>) {
+            static constexpr double brzegi[] = {-0.0, 5e-324, 1.7976931348623157e308, -1e-9,
+                                                std::numeric_limits<double>::infinity()};
+            const double dowolna = std::bit_cast<double>(losowa);
+            return Z(2) == 0 || dowolna != dowolna ? brzegi[Z(5)] : dowolna;
+        } else {
+            static constexpr W brzegi[] = {std::numeric_limits<W>::min(), std::numeric_limits<W>::max(), 0, 1};
+            return Z(2) == 0 ? brzegi[Z(4)] : static_cast<W>(losowa);
+        }
+    }
+
+    bool Tak() { return Z(2) == 0; }
+
+    void Buduj(TAdres& adres) {
+        wszystkie_.push_back(&adres);
+        adresy_.push_back(&adres);
+        if (Tak())
+            adres.SetUlica(Tekst());
+        if (Tak())
+            adres.SetNumer(Liczba<std::int32_t>());
+        if (Tak())
+            adres.SetMiasto(Tekst());
+    }
+
+    void Buduj(TWszystko& o, int glebokosc) {
+        wszystkie_.push_back(&o);
+        budowane_.push_back(&o);
+        if (Tak())
+            o.SetB(Liczba<std::uint8_t>());
+        if (Tak())
+            o.SetS(Liczba<std::int16_t>());
+        if (Tak())
+            o.SetW(Liczba<std::uint16_t>());
+        if (Tak())
+            o.SetI(Liczba<std::int32_t>());
+        if (Tak())
+            o.SetC(Liczba<std::uint32_t>());
+        if (Tak())
+            o.SetL(Liczba<std::int64_t>());
+        if (Tak())
+            o.SetD(Liczba<double>());
+        if (Tak())
+            o.SetTak(Tak());
+        if (Tak())
+            o.SetNazwa(Tekst());
+        if (Tak()) {
+            std::string bajty(Z(300), '\0');
+            for (char& bajt : bajty)
+                bajt = static_cast<char>(los_());
+            o.SetBajty(bajty);
+        }
+        if (Tak())
+            o.SetSzeroki(Tekst());
+        if (Tak())
+            o.SetOpis(Tekst());
+        if (Tak()) {
+            Buduj(o.GetAdres());
+            o.GetAdres().SetNumer(1); // without any value it takes no part in a write, nor what points at it
+        }
+        for (std::uint32_t i = Z(4); i > 0; --i)
+            Buduj(o.GetAdresy().Dopisz());
+        if (glebokosc > 0) {
+            for (std::uint32_t i = Z(4); i > 0; --i)
+                Buduj(o.GetPodrzedne().Dopisz(), glebokosc - 1);
+            for (std::uint32_t i = Z(4); i > 0; --i) {
+                if (Tak())
+                    Buduj(static_cast<TAdres&>(*o.GetRozne().Dodaj(ztok::Utworz<TAdres>())));
+                else
+                    Buduj(static_cast<TWszystko&>(*o.GetRozne().Dodaj(ztok::Utworz<TWszystko>())), glebokosc - 1);
+            }
+        }
+    }
+
+    void Powiaz(TWszystko& o) {
+        if (Tak())
+            o.SetWskaznik(budowane_[Z(budowane_.size())]);
+        if (!adresy_.empty() && Tak())
+            o.SetReferencja(adresy_[Z(adresy_.size())]);
+        for (std::uint32_t i = Z(4); i > 0; --i)
+            o.GetWskazywane().DodajObiekt(wszystkie_[Z(wszystkie_.size())], ztok::MaxInt);
+        for (std::uint32_t i = Z(4); i > 0; --i)
+            o.GetPowiazane().DodajObiekt(wszystkie_[Z(wszystkie_.size())], ztok::MaxInt);
+    }
+
+    std::mt19937 los_;
+    std::vector<ztok::TObiektBazowy*> wszystkie_;
+    std::vector<TAdres*> adresy_;
+    std::vector<TWszystko*> budowane_;
+};
+
+} // namespace probki

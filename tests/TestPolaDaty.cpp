@@ -1,0 +1,131 @@
+// Date and time fields: what each keeps, whatever the way in.
+#include <cmath>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "ztok/fields/TPolaDaty.h"
+#include "ztok/kernel/Typypolbazowe.h"
+#include "ztok/platform/DatyTekst.h"
+
+using namespace ztok;
+
+namespace {
+
+class TChwile : public TObiekt {
+    ZTOK_OBIEKT(TChwile, TObiekt, (0, Data, Date), (1, Godzina, Time), (2, Chwila, DateTime), (3, Liczba, Double))
+};
+
+template <class P> double PrzezStrumien(double wartosc) {
+    TZTMemoryStream strumien;
+    strumien.WriteBuffer(&wartosc, sizeof wartosc);
+    strumien.Seek(0, ESeek::Poczatek);
+    P pole;
+    pole.WczytajZeStrumienia(strumien, nullptr);
+    return pole.Wartosc();
+}
+
+} // namespace
+
+TEST(PolaDaty, CzescZachowanaPrzezKazdeWejscie) {
+    for (const double wartosc : {42006.75, 0.25, -5.25, -0.5, 0.0, 2958465.5}) {
+        const double data = std::trunc(wartosc);
+        const double czas = wartosc - data;
+        TPoleDate poleDaty;
+        TPoleTime poleCzasu;
+        TPoleDateTime poleObu;
+        poleDaty.UstawWartosc(wartosc);
+        poleCzasu.UstawWartosc(wartosc);
+        poleObu.UstawWartosc(wartosc);
+        EXPECT_EQ(poleDaty.Wartosc(), data);
+        EXPECT_EQ(poleCzasu.Wartosc(), czas);
+        EXPECT_EQ(poleObu.Wartosc(), wartosc);
+        EXPECT_EQ(PrzezStrumien<TPoleDate>(wartosc), data);
+        EXPECT_EQ(PrzezStrumien<TPoleTime>(wartosc), czas);
+        EXPECT_EQ(PrzezStrumien<TPoleDateTime>(wartosc), wartosc);
+        poleDaty.SetJakoVariant(TWariant(TDataCzas{wartosc}));
+        EXPECT_EQ(poleDaty.Wartosc(), data);
+        poleCzasu.SetJakoVariant(TWariant(wartosc));
+        EXPECT_EQ(poleCzasu.Wartosc(), czas);
+        EXPECT_EQ(poleObu.GetJakoVariant().Typ(), TTypWariantu::Date);
+    }
+    TPoleDate pole;
+    pole.SetJakoVariant(TWariant(u"2015-01-02 18:00:00"));
+    EXPECT_EQ(pole.Wartosc(), 42006); // cut, not rounded
+}
+
+TEST(PolaDaty, TekstyIMaski) {
+    const struct {
+        double wartosc;
+        std::u16string_view data, czas, oba;
+    } przypadki[] = {
+        {42006, u"2015-01-02", u"00:00:00", u"2015-01-02"},
+        {42006.75, u"2015-01-02", u"18:00:00", u"2015-01-02 18:00:00"},
+        {0.25, u"1899-12-30", u"06:00:00", u"06:00:00"},
+        {0, u"1899-12-30", u"00:00:00", u"1899-12-30"},
+        {-5.25, u"1899-12-25", u"06:00:00", u"1899-12-25 06:00:00"},
+    };
+    for (const auto& p : przypadki) {
+        TPoleDate data;
+        TPoleTime czas;
+        TPoleDateTime oba;
+        data.UstawWartosc(p.wartosc);
+        czas.UstawWartosc(p.wartosc);
+        oba.UstawWartosc(p.wartosc);
+        EXPECT_EQ(data.GetJakoString(), p.data);
+        EXPECT_EQ(czas.GetJakoString(), p.czas);
+        EXPECT_EQ(oba.GetJakoString(), p.oba);
+        TPoleDateTime zTekstu;
+        zTekstu.SetJakoString(p.oba);
+        EXPECT_EQ(zTekstu.Wartosc(), p.wartosc);
+    }
+    TPoleDateTime pole;
+    pole.UstawWartosc(42006.75);
+    EXPECT_EQ(pole.WartWgMaski(u"d.mm.yy hh:nn"), u"2.01.15 18:00");
+    EXPECT_EQ(pole.WartWgMaski(u""), pole.GetJakoString());
+    TUstawieniaFormatu inne = UstawieniaPolskie();
+    inne.separatorDaty = u'.';
+    EXPECT_EQ(pole.WartWgMaski(u"yyyy/mm/dd", &inne), u"2015.01.02");
+    EXPECT_THROW(pole.SetJakoString(u"wczoraj"), EBladKonwersji);
+    EXPECT_EQ(pole.Wartosc(), 42006.75); // kept after the error
+}
+
+TEST(PolaDaty, PorownanieIKopia) {
+    TPoleDateTime a;
+    TPoleDateTime b;
+    a.UstawWartosc(1);
+    b.UstawWartosc(2);
+    EXPECT_EQ(a.Porownaj(b), -1);
+    EXPECT_EQ(b.Porownaj(a), 1);
+    b.UstawWartosc(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(a.Porownaj(b), 0);
+    b.KopiujDane(a);
+    EXPECT_EQ(b.Wartosc(), 1);
+    TPoleDouble liczba;
+    EXPECT_THROW(a.KopiujDane(liczba), EBladRzutowania);
+    EXPECT_THROW((void)a.Porownaj(liczba), EBladRzutowania);
+    EXPECT_EQ(a.PorownajZCecha(TArgument(2), rlRozmLiterWazny, 0), 1);
+}
+
+TEST(PolaDaty, PoleWObiekcie) {
+    auto o = Utworz<TChwile>();
+    o->SetData(42006.75);
+    o->SetGodzina(42006.75);
+    o->SetChwila(42006.75);
+    o->SetLiczba(42006.75);
+    EXPECT_EQ(o->GetData(), 42006);
+    EXPECT_EQ(o->GetGodzina(), 0.75);
+    EXPECT_EQ(o->GetChwila(), 42006.75);
+    EXPECT_EQ(o->TypPolaNr(0), TPoleDate::KlasaStatyczna());
+    EXPECT_EQ(o->TypPolaNr(1), TPoleTime::KlasaStatyczna());
+    EXPECT_EQ(o->TypPolaNr(2), TPoleDateTime::KlasaStatyczna());
+    EXPECT_THROW((void)o->GetPoleDouble(0), EBladRzutowania);
+    TZTMemoryStream strumien;
+    o->ZapiszWStrumieniu(strumien);
+    EXPECT_EQ(strumien.GetSize(), 2 + 4 * 8);
+    strumien.Seek(0, ESeek::Poczatek);
+    auto p = Utworz<TChwile>();
+    p->WczytajZeStrumienia(strumien);
+    EXPECT_EQ(p->Porownaj(*o), 0);
+    EXPECT_EQ(p->GetGodzina(), 0.75);
+}
