@@ -435,11 +435,11 @@ TEST_F(FormatBinarny, LimityOdczytuMoznaPodniesc) {
     };
     TLimityOdczytu limity;
     limity.bajtyTekstu = 99;
-    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: bajtyTekstu (99)");
+    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: rozmiar tekstu w bajtach (99)");
     limity.bajtyTekstu = 100;
     EXPECT_EQ(czytaj(limity), "");
     limity.pamiec = 150;
-    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: pamiec (150)");
+    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: pamięć w bajtach (150)");
 }
 
 // --- whole trees

@@ -548,9 +548,8 @@ const TDzialanie dzialania[] = {
      }},
     {"compare",
      [](TWszystko& zrodlo, const std::string& bajty) {
-         static const TWlasny<TWszystko> inny = Utworz<TWszystko>();
-         if (inny->Porownaj(zrodlo) != 0)
-             Wczytaj(*inny, bajty);
+         const TWlasny<TWszystko> inny = Utworz<TWszystko>();
+         Wczytaj(*inny, bajty);
          TPorownywaczDanych wskazniki(nullptr, nullptr, rpWszystkiePola, rlRozmLiterWazny, LocaleWin1250,
                                       tprRefJakoWskazn);
          return std::to_string(zrodlo.Porownaj(*inny, &wskazniki));

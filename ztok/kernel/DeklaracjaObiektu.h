@@ -171,7 +171,7 @@ struct Shortint {
 // One row: its number as a constant, and its accessors. They are templates so that the class of a nested field may be
 // declared later.
 #define ZTOK_DOSTEP_POLA(numer, nazwa, ...)                                                                            \
-    static constexpr int nr##nazwa = numer;                                                                            \
+    [[maybe_unused]] static constexpr int nr##nazwa = numer;                                                           \
     template <class ZTOK_K = ::ztok::rodzaj::__VA_ARGS__> decltype(auto) Get##nazwa() {                                \
         return ZTOK_K::Daj(*this, numer);                                                                              \
     }                                                                                                                  \

@@ -7,8 +7,8 @@
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TWariant.h"
-#include "ztok/util/Zagniezdzenie.h"
 #include "ztok/util/ZTBledy.h"
+#include "ztok/util/Zagniezdzenie.h"
 
 namespace ztok {
 
@@ -151,7 +151,7 @@ std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view sciezka) con
     if (pole == nullptr)
         return {};
     return pole->Klasa()->Ma(ckObiektBazowy) ? static_cast<const TObiektBazowy*>(pole)->OpisTekstowy()
-                                              : pole->GetJakoString();
+                                             : pole->GetJakoString();
 }
 
 bool TObiektBazowy::PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha, TRozmiarLiter rozmLiter) const {

@@ -25,7 +25,8 @@ TObiekt::~TObiekt() {
     DokonczZycie();
     if (FPola == nullptr) [[likely]]
         return;
-    // Clearing failed before it came to the fields, at the object's lock: the error is told, the fields go all the same.
+    // Clearing failed before it came to the fields, at the object's lock: the error is told, the fields go all the
+    // same.
     try {
         ZwolnijPola(false);
     } catch (...) { // NOLINT(bugprone-empty-catch): the second error of one end

@@ -55,8 +55,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         return nrPola >= 0 && nrPola < ilePol_ ? FPola[nrPola] : nullptr;
     }
     void ZrobMiejsceDlaPola(int nrPola);
-    // Installs a field object under a number; the object owns it from then on, also when the call raises. Only an object
-    // that this one is a part of is refused and left alone.
+    // Installs a field object under a number; the object owns it from then on, also when the call raises. Only an
+    // object that this one is a part of is refused and left alone.
     void UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie);
     [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
     [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
@@ -128,7 +128,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // Whether a text does not fit Windows-1250.
     [[nodiscard]] bool SaDaneUnicode(int nrPola) const override;
     [[nodiscard]] std::u16string OpisTekstowy() const override;
-    // Copy the listed fields, all but them, or those of the given field classes. A path copies a part of a nested object.
+    // Copy the listed fields, all but them, or those of the given field classes. A path copies a part of a nested
+    // object.
     void KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale = false,
                        TKopierDanych* kopier = nullptr);
     void KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDanych* kopier = nullptr);

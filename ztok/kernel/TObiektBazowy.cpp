@@ -102,9 +102,9 @@ template <class O, class F> O* WGore(O* od, const F& koniec) {
 
 void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
     const std::uint32_t cechy = nowy.Klasa()->cechy;
-    const bool pusty = (cechy & ckLista) != 0 ? static_cast<const TListaBazowa&>(nowy).ListaPusta()
-                                              : (cechy & ckObiekt) != 0 &&
-                                                    static_cast<const TObiekt&>(nowy).OstUzywanePole() < 0;
+    const bool pusty = (cechy & ckLista) != 0
+                           ? static_cast<const TListaBazowa&>(nowy).ListaPusta()
+                           : (cechy & ckObiekt) != 0 && static_cast<const TObiekt&>(nowy).OstUzywanePole() < 0;
     if (pusty && &nowy != &rodzic)
         return; // has no parts
     // Bounded, or building a chain downwards would take the square of its length.

@@ -174,8 +174,8 @@ class ZTOK_API TObiektBazowy : public TPole {
 
   protected:
     void WykonajDestrukcje() override;
-    // What a path leads to, for reading: false when a good path leads through objects that do not exist. ZTException with
-    // the operation's name for a bad path.
+    // What a path leads to, for reading: false when a good path leads through objects that do not exist. ZTException
+    // with the operation's name for a bad path.
     bool CelSciezki(std::u16string_view operacja, std::u16string_view sciezka, TObiektBazowy*& obiekt,
                     int& nrPola) const;
     // The object with the field that a path leads to, for writing: what is missing is made.

@@ -130,9 +130,8 @@ void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
         }
         const auto rozmiar = static_cast<std::size_t>(std::max(RozmPolaNr(nr), 0));
         if (rozmiar != 0 || trymuj)
-            ZmienTekst(*this, nr, *pole, [&](auto tekst) {
-                return trymuj ? ZTOKTrim(tekst, rozmiar) : tekst.substr(0, rozmiar);
-            });
+            ZmienTekst(*this, nr, *pole,
+                       [&](auto tekst) { return trymuj ? ZTOKTrim(tekst, rozmiar) : tekst.substr(0, rozmiar); });
     }
 }
 

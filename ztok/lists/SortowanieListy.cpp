@@ -10,8 +10,8 @@ namespace ztok {
 namespace {
 
 // In-place quicksort with a fixed order of exchanges, so that equal elements always end where they do: the pivot is the
-// middle element, both ends move towards it, and elements equal to it are exchanged too. `porownaj` gives the sign of its
-// first argument minus the second. Whatever it answers, I and J stay within [L, R].
+// middle element, both ends move towards it, and elements equal to it are exchanged too. `porownaj` gives the sign of
+// its first argument minus the second. Whatever it answers, I and J stay within [L, R].
 template <class F>
 void Szybkie(PListaObiektowBazowych e, std::int32_t l, std::int32_t r, bool& zamieniono, const F& porownaj) {
     while (l < r) {
@@ -49,7 +49,7 @@ void Szybkie(PListaObiektowBazowych e, std::int32_t l, std::int32_t r, bool& zam
 
 // One field of a sort, taken from its selector once.
 struct TKluczSortowania {
-    int nrPola;              // below -1: by path
+    int nrPola; // below -1: by path
     std::u16string sciezka;
     bool malejaco;
 };
@@ -82,10 +82,9 @@ std::int32_t PorownajWgKluczy(const TObiektBazowy& a, const TObiektBazowy& b,
     for (const TKluczSortowania& klucz : klucze) {
         std::int32_t wynik = 0;
         if (klucz.nrPola != kWgSciezki) {
-            wynik = klucz.nrPola == CalyObiekt
-                        ? a.Porownaj(b, &porownywacz)
-                        : static_cast<const TObiekt&>(a).PorownajPole(klucz.nrPola, static_cast<const TObiekt&>(b),
-                                                                      porownywacz);
+            wynik = klucz.nrPola == CalyObiekt ? a.Porownaj(b, &porownywacz)
+                                               : static_cast<const TObiekt&>(a).PorownajPole(
+                                                     klucz.nrPola, static_cast<const TObiekt&>(b), porownywacz);
         } else {
             const TPole* tu = const_cast<TObiektBazowy&>(a).PoleONazwie(klucz.sciezka);
             const TPole* tam = const_cast<TObiektBazowy&>(b).PoleONazwie(klucz.sciezka);

@@ -79,8 +79,8 @@ std::int32_t TListaBazowa::ZnajdzObiekt(const TObiektBazowy* obiekt) const noexc
     return i;
 }
 
-// Bisection with the sign of the values minus element i, turned so that the list is always ascending: the lowest index of a
-// run of equal elements, or the index to insert at. True when an element may be there.
+// Bisection with the sign of the values minus element i, turned so that the list is always ascending: the lowest index
+// of a run of equal elements, or the index to insert at. True when an element may be there.
 template <class F>
 bool TListaBazowa::SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const {
     const auto c = [&](std::int32_t i) {

@@ -238,8 +238,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
 
     // Sorts in place by a quicksort with a fixed order of exchanges; not stable. True when any two elements were
     // exchanged. No function: by full comparison of the elements. A field counts from its own rule: missing equals
-    // default. A direction array shorter than the field list goes on with its last direction. ZTException for a selector
-    // that is neither a number nor a name.
+    // default. A direction array shorter than the field list goes on with its last direction. ZTException for a
+    // selector that is neither a number nor a name.
     bool PosortujWgFun(TFunPorownania fun = nullptr);
     bool PosortujWgPol(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
                        TRozmiarLiter rozmLiter = rlRozmLiterWazny, std::uint32_t localeID = LocaleWin1250);
@@ -252,8 +252,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
                                            TRozmiarLiter rozmLiter = rlRozmLiterWazny,
                                            std::uint32_t localeID = LocaleWin1250) const;
 
-    // Adds elements of another list (null: none), in its order, as DopiszObiekt does: those that have the values, that do
-    // not, that have no equal here, or all. KopiujObiektyOCechach empties this list first. True when any was added.
+    // Adds elements of another list (null: none), in its order, as DopiszObiekt does: those that have the values, that
+    // do not, that have no equal here, or all. KopiujObiektyOCechach empties this list first. True when any was added.
     bool DopiszObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
     bool DopiszObiektyOprocz(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
     bool DopiszObiektyGdyBrak(const TListaBazowa* dane, TArgumenty pola, TRozmiarLiter rozmLiter);
@@ -264,8 +264,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     bool PrzeniesObiektyOprocz(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
     // The different texts of the field at the path, in order of first occurrence; elements without it are left out.
     void DajListeWartPola(std::u16string_view sciezka, TListaNapisow& wartosci) const;
-    // The text of the field at the path for every element (empty where it is missing), with the element's address as the
-    // value.
+    // The text of the field at the path for every element (empty where it is missing), with the element's address as
+    // the value.
     void WpiszDoStrings(std::u16string_view sciezka, TListaNapisow& napisy) const;
 
   protected:
@@ -293,8 +293,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     static bool KazdyElement(std::u16string_view sciezka, std::u16string_view& reszta) noexcept;
     template <class F> bool DopiszWybrane(const TListaBazowa* dane, const F& wybrany);
     template <class F> std::int32_t PrzeniesSloty(TListaBazowa& dane, const F& wybrany);
-    template <class F>
-    bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;
+    template <class F> bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;
     [[nodiscard]] bool MaTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter) const;
     template <class F>
     bool Szukaj(std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd, F pasuje) const;

@@ -107,7 +107,8 @@ void TListaObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPoj
 
 namespace {
 
-// Copies between elements of two lists as the operation says, under one copier, so that pointers inside the copy find it.
+// Copies between elements of two lists as the operation says, under one copier, so that pointers inside the copy find
+// it.
 template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow& zrodlo, const F& kopiuj) {
     if (&cel == &zrodlo)
         return;
@@ -183,11 +184,28 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
             FObiekty[i]->KopiujDane(*lista.Obiekty(i), &kopier);
 }
 
-void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
-    TZapisywaczDanych::ZapiszLicznik31(strumien, IleNiepustych());
+void TListaObiektow::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
+    TListaBazowa::DajObiektyDoZapisu(zapisywacz);
+    if (FIleObiektow == 0)
+        return;
+    const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
     for (std::int32_t i = 0; i < FIleObiektow; ++i)
         if (FObiekty[i] != nullptr)
+            FObiekty[i]->DajObiektyDoZapisu(zapisywacz);
+        else
+            zapisywacz.DodajPusty(); // an item is written in its place, and the reader counts it
+}
+
+void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(FIleObiektow));
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        if (FObiekty[i] != nullptr) {
             FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+        } else { // a fresh item keeps the place, so that positions come back
+            const TWlasny<TObiektBazowy> pusty(static_cast<TObiektBazowy*>(KlasaElementu().utworz(nullptr)));
+            pusty->ZapiszWStrumieniu(strumien, &zapisywacz);
+        }
+    }
 }
 
 void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {

@@ -25,6 +25,7 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     void WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc) override;
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
+    void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
 

@@ -46,8 +46,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     // How many elements are not null: those that a stream gets. A null one has no class and no record.
     [[nodiscard]] std::uint32_t IleNiepustych() const noexcept;
     [[nodiscard]] const TListaBazowa& JakoLista(const TPole& inne) const;
-    // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what was
-    // read: nested lists that each announce all the bytes left get no memory for it.
+    // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what
+    // was read: nested lists that each announce all the bytes left get no memory for it.
     void MiejsceNaOdczytany(std::uint32_t zapowiedziane);
     // Appends an object made by the class's virtual constructor.
     TObiektBazowy* DodajNowy(const TKlasa& klasa, std::int32_t gdzie);

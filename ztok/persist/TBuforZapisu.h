@@ -36,7 +36,7 @@ class ZTOK_API TBuforZapisu : public TStrumien {
     TStrumien& cel_;
     std::uint8_t* bufor_; // owned
     std::size_t rozmiar_;
-    int wyjatkow_;             // on their way when the buffer was made
+    int wyjatkow_;            // on their way when the buffer was made
     bool uszkodzony_ = false; // the target failed in the middle
 };
 

@@ -17,8 +17,8 @@ struct TLimityOdczytu {
 
 // What the caller of a root read may choose.
 struct TOpcjeOdczytu {
-    bool odczytANSI = false;          // strings were written in Windows-1250
-    bool bladNieznanejKlasy = false;  // an unknown class name in a collection is an error; else the entry is passed over
+    bool odczytANSI = false;         // strings were written in Windows-1250
+    bool bladNieznanejKlasy = false; // an unknown class name in a collection is an error; else the entry is passed over
     TLimityOdczytu limity;
 };
 
