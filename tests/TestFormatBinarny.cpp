@@ -265,16 +265,18 @@ TEST_F(FormatBinarny, KorzeniemMozeBycLista) {
     EXPECT_EQ(odczytana[1]->Rodzic(), &odczytana);
 }
 
-// A list of descriptors has null elements, where a class leaves field numbers out. They are no elements of the stream.
-TEST_F(FormatBinarny, PusteElementyListyPomijane) {
+// A field table has null elements, where a class leaves field numbers out. An empty item keeps their place in the stream,
+// since the place is the field's number.
+TEST_F(FormatBinarny, PusteElementyZachowujaMiejsce) {
     const TOpisKlasy* opis = JadroKlas()->OpisKlasy(TWszystko::KlasaStatyczna());
     const TListaWlasciwosci* pola = opis->GetListaWlasciwosci();
     ASSERT_EQ(pola->IleObiektow(), 21);
     ASSERT_EQ(pola->GetWlasciwosc(9), nullptr);
     TOpisKlasy odczytany;
     Wczytaj(odczytany, Zapisz(*opis));
-    ASSERT_EQ(odczytany.GetListaWlasciwosci()->IleObiektow(), 20);
-    EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(9)->GetNazwa(), u"Bajty");
+    ASSERT_EQ(odczytany.GetListaWlasciwosci()->IleObiektow(), 21);
+    EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(9)->GetNazwa(), u"");
+    EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(10)->GetNazwa(), u"Bajty");
     EXPECT_EQ(Zapisz(odczytany), Zapisz(*opis));
 }
 
