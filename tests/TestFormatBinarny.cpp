@@ -265,8 +265,8 @@ TEST_F(FormatBinarny, KorzeniemMozeBycLista) {
     EXPECT_EQ(odczytana[1]->Rodzic(), &odczytana);
 }
 
-// A field table has null elements, where a class leaves field numbers out. An empty item keeps their place in the stream,
-// since the place is the field's number.
+// A field table has null elements, where a class leaves field numbers out. An empty item keeps their place in the
+// stream, since the place is the field's number.
 TEST_F(FormatBinarny, PusteElementyZachowujaMiejsce) {
     const TOpisKlasy* opis = JadroKlas()->OpisKlasy(TWszystko::KlasaStatyczna());
     const TListaWlasciwosci* pola = opis->GetListaWlasciwosci();

@@ -56,12 +56,14 @@ void TObiektBazowy::WykonajDestrukcje() {
     if (MaJakiesRef())
         blad.Wykonaj([&] { ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje)); });
     blad.Wykonaj([&] { ZKontekstem([this] { ZerujDane(); }, kontekst(kmWyjatekZerujDane)); });
+    // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): Zwolnij calls this before the destructor
     blad.Wykonaj([this] { UsunSekcjeKrytyczna(); });
     blad.Rzuc();
 }
 
 void TObiektBazowy::DokonczZycieCicho() noexcept {
     try {
+        // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): each class calls this first, at its own level
         WykonajDestrukcje();
     } catch (const EWyjatek& e) {
         Powiadom(e.Komunikat());

@@ -341,7 +341,9 @@ void TObiekt::KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopie
 
 void TObiekt::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
     zapisywacz.DodajObiekt(*this);
-    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    if (FPola == nullptr)
+        return;
+    const std::uint8_t* stany = Stany();
     for (int nr = 0; nr < ilePol_; ++nr) {
         if ((stany[nr] & spObiekt) == 0 || FPola[nr] == nullptr || !PoleNiepuste(nr) ||
             (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nr)))
@@ -373,7 +375,9 @@ bool TObiekt::PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy, TZa
 }
 
 void TObiekt::SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const {
-    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    if (FPola == nullptr)
+        return;
+    const std::uint8_t* stany = Stany();
     for (int nr = 0; nr < ilePol_; ++nr)
         if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr && PoleNiepuste(nr) &&
             (zapisywacz.ZapisWszystkichPol || PoleZapisywane(nr)))

@@ -61,6 +61,7 @@ template <class TEnum> class TIteratorListy {
     bool jest_ = false;
 };
 
+// NOLINTBEGIN(cppcoreguidelines-virtual-class-destructor): nobody owns through this interface
 // The list seen from its end: `for (TObiektBazowy* o : lista.ListaOdKonca())`.
 class IListaBazowaOdKonca {
   public:
@@ -81,6 +82,7 @@ class TListaBazowaOdKonca final : public IListaBazowaOdKonca {
   private:
     const TListaBazowa* FLista;
 };
+// NOLINTEND(cppcoreguidelines-virtual-class-destructor)
 
 // The list does not own its elements unless a derived one says so. Indices count from 0; an index out of range gives
 // null or false. As a field of its owner, its field number N is the element N and -1 the whole list. Not locked by its

@@ -185,7 +185,8 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
 }
 
 void TListaObiektow::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
-    TListaBazowa::DajObiektyDoZapisu(zapisywacz);
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the list itself, not its items
+    TObiektBazowy::DajObiektyDoZapisu(zapisywacz);
     if (FIleObiektow == 0)
         return;
     const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);

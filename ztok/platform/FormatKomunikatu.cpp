@@ -162,7 +162,7 @@ struct TSpecyfikator {
 std::u16string TekstCalkowitej(const TArgument& argument, const TSpecyfikator& spec) {
     const std::int64_t wartosc = argument.Calkowita();
     const bool zeZnakiem = spec.rodzaj == u'd' && wartosc < 0;
-    std::uint64_t modul = static_cast<std::uint64_t>(wartosc);
+    auto modul = static_cast<std::uint64_t>(wartosc);
     if (zeZnakiem)
         modul = 0 - modul;
     else if (argument.Tag() == TTag::Integer)
@@ -354,7 +354,7 @@ class TFormatowanie {
         }
     }
 
-    std::u16string TekstArgumentu(const TArgument& argument) const {
+    [[nodiscard]] std::u16string TekstArgumentu(const TArgument& argument) const {
         if (argument.JestTekst8() || argument.JestTekst16())
             return argument.JakoTekst();
         switch (argument.Tag()) {
@@ -391,7 +391,9 @@ class TFormatowanie {
         return std::u16string(obiekt == nullptr ? u"nil" : obiekt->NazwaKlasy());
     }
 
-    const TUstawieniaFormatu& Ustawienia() const { return ustawienia_ != nullptr ? *ustawienia_ : UstawieniaProcesu(); }
+    [[nodiscard]] const TUstawieniaFormatu& Ustawienia() const {
+        return ustawienia_ != nullptr ? *ustawienia_ : UstawieniaProcesu();
+    }
 
     std::u16string_view format_;
     TArgumenty argumenty_;

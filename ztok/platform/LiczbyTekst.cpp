@@ -75,7 +75,7 @@ template <class T> [[nodiscard]] bool SprobujCalkowita(std::u16string_view tekst
     std::uint64_t wielkosc = 0;
     if (!RozbierzCalkowita(tekst, ujemna, szesnastkowa, wielkosc))
         return false;
-    constexpr std::uint64_t Najwieksza = static_cast<std::uint64_t>(std::numeric_limits<T>::max());
+    constexpr auto Najwieksza = static_cast<std::uint64_t>(std::numeric_limits<T>::max());
     if (wielkosc > (szesnastkowa ? std::numeric_limits<U>::max() : ujemna ? Najwieksza + 1 : Najwieksza))
         return false;
     const auto bity = static_cast<U>(wielkosc);

@@ -53,7 +53,7 @@ void TStrumienPlikowy::Oproznij() {
     if (stan != EStan::Zapis)
         return;
     if (const std::int64_t zapisano = PiszWszystko(poczatek, bufor_, ile); zapisano != ile)
-        throw EBladZapisu(Formatuj(Komunikat(kmBladZapisu), {Klasa(), zapisano, ile}));
+        throw EBladZapisu(Formatuj(Komunikat(kmBladZapisu), {KlasaStatyczna(), zapisano, ile}));
 }
 
 std::int64_t TStrumienPlikowy::PiszWszystko(std::int64_t pozycja, const std::uint8_t* bajty, std::int64_t ile) {

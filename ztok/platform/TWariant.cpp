@@ -71,7 +71,8 @@ struct TCalkowita {
     // `reszta` is the sign of (what was cut off - one half): the neighbour is taken when more than half was cut off,
     // the even one when just half.
     void Zaokraglij(std::partial_ordering reszta) noexcept {
-        if (reszta > 0 || (reszta == 0 && modul % 2 != 0))
+        if (reszta > 0 ||
+            (reszta == 0 && modul % 2 != 0)) // NOLINT(modernize-use-nullptr): a category of order, no pointer
             ++modul;
     }
     // Whether the number is in min..max, min being 0 or negative.
@@ -198,8 +199,10 @@ std::u16string TekstKwoty(std::int64_t dziesieciotysieczne) {
     return wynik;
 }
 
+// NOLINTBEGIN(modernize-use-nullptr): categories of order, no pointers
 int Znak(std::strong_ordering porzadek) noexcept { return porzadek < 0 ? -1 : porzadek > 0 ? 1 : 0; }
 int Znak(std::partial_ordering porzadek) noexcept { return porzadek < 0 ? -1 : porzadek > 0 ? 1 : 0; }
+// NOLINTEND(modernize-use-nullptr)
 
 } // namespace
 
@@ -262,7 +265,7 @@ TWariant::TWariant(const TWariant& inny) : TWariant() { Zbuduj(inny); }
 
 TWariant::TWariant(TWariant&& inny) noexcept : TWariant() {
     Zbuduj(std::move(inny));
-    inny.Zburz();
+    inny.Zburz(); // NOLINT(bugprone-use-after-move): leaves it empty
 }
 
 TWariant& TWariant::operator=(const TWariant& inny) {
@@ -617,6 +620,7 @@ int PorownajWarianty(const TWariant& a, const TWariant& b) {
         bool duza; // above the signed range: UInt64 only
         std::int64_t calkowita;
         std::int64_t reszta;
+        // NOLINTNEXTLINE(modernize-use-nullptr,readability-implicit-bool-conversion): what the compiler makes of it
         auto operator<=>(const TCzesci&) const = default;
     };
     const auto czesci = [](const TWariant& w) -> TCzesci {

@@ -70,6 +70,7 @@ EWyjatek::EWyjatek(std::u16string_view komunikat) : tresc_(TTresc::Nowa(komunika
 EWyjatek::EWyjatek(const EWyjatek& inny) noexcept
     : std::exception(inny), tresc_(inny.tresc_->Dolacz()), kontekst_(inny.kontekst_) {}
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the content is joined before the old one is left
 EWyjatek& EWyjatek::operator=(const EWyjatek& inny) noexcept {
     TTresc* tresc = inny.tresc_->Dolacz();
     std::exchange(tresc_, tresc)->Odlacz();

@@ -1,4 +1,5 @@
 // 64-bit file positions on 32-bit systems too.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cppcoreguidelines-macro-usage): the name is the system's
 #define _FILE_OFFSET_BITS 64
 
 #include "ztok/platform/PlikSystemowy.h"
