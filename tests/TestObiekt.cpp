@@ -265,7 +265,8 @@ TEST_F(Obiekt, RodziceIKlony) {
         EXPECT_NE(klon->DajWyroznikObiektu(), adres.DajWyroznikObiektu());
     }
     EXPECT_EQ(&element.GetAdres(), &adres);
-    EXPECT_EQ(adres.OpisTekstowy(), u"?");
+    EXPECT_EQ(adres.OpisTekstowy(), u"Adres: Ulica=Długa");
+    EXPECT_EQ(adres.TObiektBazowy::OpisTekstowy(), u"?"); // of a root object that has no description of its own
 }
 
 TEST_F(Obiekt, MoznaCzytacDaneTypu) {

@@ -1,0 +1,37 @@
+// The groups of benchmarks.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "biblioteki/Biblioteka.h"
+#include "dane/Dane.h"
+
+namespace pomiary {
+
+// Makes the compiler believe that the value is used and that memory may have changed.
+template <class T> inline void Zuzyj(const T& wartosc) { asm volatile("" : : "g"(&wartosc) : "memory"); }
+
+template <class TDane> struct TPozycjaListy {
+    std::string_view biblioteka;
+    std::unique_ptr<ISeria<TDane>> seria;
+};
+
+// Writing and reading the data set in every library of the list, which must outlive the run.
+template <class TDane>
+void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std::vector<TPozycjaListy<TDane>>& serie,
+                      std::size_t ileObiektow);
+// Our write and read taken apart.
+void ZarejestrujFazy(const dane::TBaza& baza);
+// Access to fields by number, appending, comparing texts.
+void ZarejestrujOperacje(const dane::TBaza& baza);
+
+// Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
+[[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);
+// Keeps freed memory in the process for the next tree, so that no library pays for fresh pages in every iteration.
+void ZatrzymujPamiec();
+// Processor time of this process, in seconds.
+[[nodiscard]] double CzasProcesora();
+
+} // namespace pomiary

@@ -1,0 +1,133 @@
+// Measures the library beside those that a user would take instead: in one run, on the same data, with one allocator.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include <benchmark/benchmark.h>
+#include <google/protobuf/stubs/common.h>
+
+#include "biblioteki/Ztok.h"
+#include "pomiary/Pomiary.h"
+#include "pomiary/Tabela.h"
+
+namespace pomiary {
+
+namespace {
+
+constexpr const char* kPlikZnakow = "/usr/share/unicode/UnicodeData.txt";
+
+template <class TDane> struct TBiblioteka {
+    std::string_view nazwa;
+    TFabryka<TDane> fabryka;
+};
+
+template <class TDane>
+constexpr TBiblioteka<TDane> kBiblioteki[] = {
+    {kZtok, &SeriaZtok},   {kCereal, &SeriaCereal},     {kFlatBuffers, &SeriaFlatBuffers},
+    {kBoost, &SeriaBoost}, {kProtobuf, &SeriaProtobuf}, {kProtobufArena, &SeriaProtobufArena}};
+
+// Makes the series of a library, writes once, and checks that reading gives the data back. With a table the memory of a
+// tree goes there.
+template <class TDane>
+std::unique_ptr<ISeria<TDane>> UtworzSerie(const TBiblioteka<TDane>& biblioteka, const TDane& dane, TTabela* tabela,
+                                           std::string_view wierszPamieci) {
+    auto seria = biblioteka.fabryka(dane);
+    const std::size_t bajty = seria->Zapisz();
+    if (tabela != nullptr) {
+        const auto obiekty = static_cast<double>(dane::IleObiektow(dane));
+        const double pamiec = ZajetaPamiec([](void* s) { static_cast<ISeria<TDane>*>(s)->Wczytaj(); }, seria.get());
+        const std::string wiersz(wierszPamieci);
+        tabela->Dodaj(wiersz + ": memory, bytes an object", biblioteka.nazwa, pamiec / obiekty);
+        tabela->Dodaj(wiersz + ": written, bytes an object", biblioteka.nazwa, static_cast<double>(bajty) / obiekty);
+    }
+    seria->Wczytaj();
+    if (!(seria->Odtworz() == dane)) {
+        std::fprintf(stderr, "%s: what was read is not what was written\n", std::string(biblioteka.nazwa).c_str());
+        std::exit(1);
+    }
+    seria->Zniszcz();
+    return seria;
+}
+
+template <class TDane> using TListaSerii = std::vector<TPozycjaListy<TDane>>;
+
+template <class TDane>
+TListaSerii<TDane> UtworzSerie(const TDane& dane, TTabela& tabela, std::string_view wierszPamieci) {
+    TListaSerii<TDane> serie;
+    for (const TBiblioteka<TDane>& biblioteka : kBiblioteki<TDane>)
+        serie.push_back({biblioteka.nazwa, UtworzSerie(biblioteka, dane, &tabela, wierszPamieci)});
+    return serie;
+}
+
+// The same operations on few and on many objects, for us and for the structs of one peer.
+void Skalowanie(TTabela& tabela) {
+    constexpr const char* kZapis[] = {"write, 2,000 objects", "write, 2,000,000 objects"};
+    constexpr const char* kOdczyt[] = {"read and destroy, 2,000 objects", "read and destroy, 2,000,000 objects"};
+    const dane::TBaza bazy[] = {dane::GenerujBaze(328, 33), dane::GenerujBaze(328000, 33000)};
+    TListaSerii<dane::TBaza> serie[2];
+    for (int i = 0; i < 2; ++i) {
+        for (const auto& biblioteka : kBiblioteki<dane::TBaza>)
+            if (biblioteka.nazwa == kZtok || biblioteka.nazwa == kCereal)
+                serie[i].push_back({biblioteka.nazwa, UtworzSerie(biblioteka, bazy[i], nullptr, {})});
+        ZarejestrujSerie(kZapis[i], kOdczyt[i], serie[i], dane::IleObiektow(bazy[i]));
+    }
+    benchmark::RunSpecifiedBenchmarks(&tabela);
+    for (const std::string_view biblioteka : {kZtok, kCereal})
+        for (const auto& [nazwa, wiersze] : {std::pair{"write: growth of the cost an object", kZapis},
+                                             std::pair{"read: growth of the cost an object", kOdczyt}})
+            if (const double male = tabela.Mediana(wiersze[0], biblioteka); male != 0)
+                tabela.Dodaj(nazwa, biblioteka, tabela.Mediana(wiersze[1], biblioteka) / male);
+    benchmark::ClearRegisteredBenchmarks();
+}
+
+void Wszystko() {
+    const dane::TBaza baza = dane::GenerujBaze(20000, 2000);
+    const dane::TZnaki znaki = dane::WczytajZnaki(kPlikZnakow);
+    const std::size_t obiekty = dane::IleObiektow(baza);
+    const double mb = static_cast<double>(dane::BajtyWartosci(baza)) / 1e6;
+    std::printf(
+        "%zu objects, %.1f MB of values; %zu characters. Allocator: glibc's malloc, freed memory kept; ztok's pool of "
+        "objects on top of it\n(texts beyond 7 UTF-16 units come from malloc). Peers hold texts as UTF-8, ztok as "
+        "UTF-16 and converts. Times are the processor's.\n",
+        obiekty, mb, znaki.znaki.size());
+    std::fflush(stdout);
+
+    TTabela tabela;
+    const auto serieBazy = UtworzSerie(baza, tabela, "invoices");
+    const auto serieZnakow = UtworzSerie(znaki, tabela, "characters");
+    ZarejestrujSerie("invoices: write", "invoices: read and destroy", serieBazy, obiekty);
+    ZarejestrujSerie("characters: write", "characters: read and destroy", serieZnakow, dane::IleObiektow(znaki));
+    ZarejestrujFazy(baza);
+    ZarejestrujOperacje(baza);
+    benchmark::RunSpecifiedBenchmarks(&tabela);
+    benchmark::ClearRegisteredBenchmarks();
+    // By itself: so many objects would leave the heap in disorder for the others.
+    Skalowanie(tabela);
+    tabela.Drukuj();
+}
+
+} // namespace
+
+} // namespace pomiary
+
+int main(int argc, char** argv) {
+    // Repetitions of all benchmarks are mixed, so that a disturbance of the machine meets all libraries alike. The
+    // caller's own options come later and win.
+    std::vector<std::string> opcje = {argv[0], "--benchmark_repetitions=9", "--benchmark_min_time=0.03",
+                                      "--benchmark_enable_random_interleaving=true"};
+    opcje.insert(opcje.end(), argv + 1, argv + argc);
+    std::vector<char*> wskazniki;
+    for (std::string& opcja : opcje)
+        wskazniki.push_back(opcja.data());
+    int ile = static_cast<int>(wskazniki.size());
+    benchmark::Initialize(&ile, wskazniki.data());
+    if (benchmark::ReportUnrecognizedArguments(ile, wskazniki.data()))
+        return 1;
+    pomiary::ZatrzymujPamiec();
+    pomiary::RejestrujKlasyPomiarow();
+    pomiary::Wszystko();
+    google::protobuf::ShutdownProtobufLibrary();
+    return 0;
+}
