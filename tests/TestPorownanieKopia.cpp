@@ -42,10 +42,6 @@ class TChwilowa : public TObiekt {
     ZTOK_OBIEKT(TChwilowa, TObiekt, (0, A, Integer), (1, B, ZapisGdy<ztok::rodzaj::Integer, &TChwilowa::Nigdy>))
 };
 
-class TWglab : public TObiekt {
-    ZTOK_OBIEKT(TWglab, TObiekt, (0, Dalej, Obiekt<TWglab>), (1, Liczba, Integer))
-};
-
 TPorownywaczDanych Porownywacz(TRodzajPorownPol rodzaj = rpWszystkiePola, TTrybPorownRef tryb = tprRefJakoWskazn,
                                const TObiektBazowy* a = nullptr, const TObiektBazowy* b = nullptr) {
     return {a, b, rodzaj, rlRozmLiterWazny, LocaleWin1250, tryb};
@@ -410,25 +406,6 @@ TEST(Kopia, LosoweDrzewa) {
         const std::uint32_t wyroznik = kopia->DajWyroznikObiektu();
         Zwolnij(drzewo.Oddaj()); // the copy needs nothing of the source
         EXPECT_EQ(kopia->DajWyroznikObiektu(), wyroznik);
-    }
-}
-
-TEST(Kopia, GranicaZagniezdzenia) {
-    for (const int poziomow : {kZaglebienieDomyslne, kZaglebienieDomyslne + 1}) {
-        const auto a = Utworz<TWglab>();
-        TWglab* o = a.get();
-        for (int i = 1; i < poziomow; ++i)
-            o = &o->GetDalej();
-        o->SetLiczba(1);
-        const auto b = Utworz<TWglab>();
-        const bool zaGleboko = poziomow > kZaglebienieDomyslne;
-        EXPECT_EQ(Zglasza<ZTException>([&] { b->KopiujDane(*a); }), zaGleboko);
-        const auto c = Utworz<TWglab>();
-        o = c.get();
-        for (int i = 1; i < poziomow; ++i)
-            o = &o->GetDalej();
-        o->SetLiczba(2);
-        EXPECT_EQ(Zglasza<ZTException>([&] { EXPECT_EQ(a->Porownaj(*c), -1); }), zaGleboko);
     }
 }
 
