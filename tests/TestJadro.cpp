@@ -177,8 +177,9 @@ TEST(Opisy, JedenNaKlaseWPorzadkuNazw) {
         std::int32_t gdzie = -1;
         EXPECT_TRUE(lista.JestOpisKlasy(lista[i]->GetNazwa(), gdzie));
         EXPECT_EQ(gdzie, i);
-        EXPECT_EQ(jadro.OpisWgNazwy(lista[i]->GetNazwa()), lista[i]);
     }
+    for (const TKlasa* klasa : klasy)
+        EXPECT_EQ(jadro.OpisWgNazwy(klasa->nazwa), opisy[klasa]);
     EXPECT_EQ(jadro.OpisWgNazwy(u"tWARUNKOWA"), opisy[TWarunkowa::KlasaStatyczna()]);
     EXPECT_EQ(jadro.OpisWgNazwy(u"TNieznana"), nullptr);
     EXPECT_EQ(jadro.TypPolaKlasy(TLuki::KlasaStatyczna(), 2), nullptr);

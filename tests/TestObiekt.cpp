@@ -10,7 +10,6 @@
 
 #include "tests/Bledy.h"
 #include "tests/Probki.h"
-#include "tests/platforma/SystemTestowy.h"
 
 namespace {
 
@@ -22,7 +21,6 @@ using testy::TPowiadomienia;
 using testy::Zglasza;
 
 std::vector<std::u16string> slady; // what happened, in order
-int zywe = 0;
 
 // A field that tells when it is cleared, and can refuse.
 class TPoleSlad : public TPole {
@@ -68,12 +66,6 @@ class TSladowy : public TObiekt {
     bool bladRef = false;
 };
 
-class TOgniwo : public TObiekt {
-    ZTOK_OBIEKT(TOgniwo, TObiekt, (0, Nastepne, Obiekt<TOgniwo>), (1, Lista, Obiekt<TKolekcjaObiektow>))
-    void TworzSekcjeKrytyczna() override { ++zywe; }
-    void UsunSekcjeKrytyczna() override { --zywe; }
-};
-
 // Counts its locks. Not re-entrant counting: the depth must come back to zero.
 class TBlokowany : public TObiekt {
     ZTOK_OBIEKT(TBlokowany, TObiekt, (0, Liczba, Integer), (1, Nazwa, String), (2, Tak, Boolean),
@@ -99,7 +91,6 @@ class Obiekt : public testing::Test {
   protected:
     void SetUp() override {
         slady.clear();
-        zywe = 0;
         TPoleSlad::kolejnosc.clear();
     }
 };
@@ -213,20 +204,6 @@ TEST_F(Obiekt, BladWPoddrzewieMaJedenKontekst) {
     EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 4);
     EXPECT_EQ(lista->IleObiektow(), 1);
     EXPECT_EQ(lista->Pojemnosc(), 1);
-}
-
-TEST_F(Obiekt, GlebokieDrzewaGinaBezRekursji) {
-    constexpr int kGlebokosc = ZTOK_SANITIZER != 0 ? 200000 : 1000000;
-    for (const bool listy : {false, true}) {
-        auto korzen = Utworz<TOgniwo>();
-        TOgniwo* o = korzen.get();
-        for (int i = 1; i < kGlebokosc; ++i)
-            o = listy ? static_cast<TOgniwo*>(o->GetLista().Dodaj(Utworz<TOgniwo>())) : &o->GetNastepne();
-        EXPECT_EQ(zywe, kGlebokosc);
-        EXPECT_EQ(o->DajKorzen(), korzen.get());
-        systemTestowy::WMalymWatku([&] { Zwolnij(korzen.Oddaj()); });
-        EXPECT_EQ(zywe, 0);
-    }
 }
 
 TEST_F(Obiekt, RodziceIKlony) {

@@ -376,10 +376,11 @@ TEST(Pola, PorownanieZCecha) {
                                                              {TObiekt::KlasaStatyczna(), u"8"},
                                                              {TWaluta{0}, u"12"},
                                                              {static_cast<IInterfejs*>(nullptr), u"14"}};
-    for (const auto& [cecha, znacznik] : zle)
-        EXPECT_EQ(Blad<ZTException>(
-                      [&] { static_cast<void>(Pole<TPoleString>(u"x")->PorownajZCecha(cecha, rlRozmLiterWazny, 0)); }),
-                  u"błędny typ parametru: " + std::u16string(znacznik));
+    for (const auto& zla : zle)
+        EXPECT_EQ(Blad<ZTException>([&zla] {
+                      static_cast<void>(Pole<TPoleString>(u"x")->PorownajZCecha(zla.first, rlRozmLiterWazny, 0));
+                  }),
+                  u"błędny typ parametru: " + std::u16string(zla.second));
     EXPECT_TRUE(Zglasza<EBladWariantu>(
         [] { static_cast<void>(Pole<TPoleString>(u"x")->PorownajZCecha(5, rlRozmLiterWazny, 0)); }));
 }
