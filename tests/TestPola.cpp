@@ -378,7 +378,7 @@ TEST(Pola, PorownanieZCecha) {
                                                              {static_cast<IInterfejs*>(nullptr), u"14"}};
     for (const auto& [cecha, znacznik] : zle)
         EXPECT_EQ(Blad<ZTException>(
-                      [&] { static_cast<void>(Pole<TPoleString>(u"x")->PorownajZCecha(cecha, rlRozmLiterWazny, 0)); }),
+                      [&, &c = cecha] { static_cast<void>(Pole<TPoleString>(u"x")->PorownajZCecha(c, rlRozmLiterWazny, 0)); }),
                   u"błędny typ parametru: " + std::u16string(znacznik));
     EXPECT_TRUE(Zglasza<EBladWariantu>(
         [] { static_cast<void>(Pole<TPoleString>(u"x")->PorownajZCecha(5, rlRozmLiterWazny, 0)); }));
