@@ -71,8 +71,8 @@ struct TCalkowita {
     // `reszta` is the sign of (what was cut off - one half): the neighbour is taken when more than half was cut off,
     // the even one when just half.
     void Zaokraglij(std::partial_ordering reszta) noexcept {
-        if (reszta > 0 ||
-            (reszta == 0 && modul % 2 != 0)) // NOLINT(modernize-use-nullptr): a category of order, no pointer
+        // NOLINTNEXTLINE(modernize-use-nullptr): a category of order, no pointer
+        if (reszta > 0 || (reszta == 0 && modul % 2 != 0))
             ++modul;
     }
     // Whether the number is in min..max, min being 0 or negative.
