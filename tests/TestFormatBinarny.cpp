@@ -265,6 +265,21 @@ TEST_F(FormatBinarny, KorzeniemMozeBycLista) {
     EXPECT_EQ(odczytana[1]->Rodzic(), &odczytana);
 }
 
+// A field table has null elements, where a class leaves field numbers out. An empty item keeps their place in the stream,
+// since the place is the field's number.
+TEST_F(FormatBinarny, PusteElementyZachowujaMiejsce) {
+    const TOpisKlasy* opis = JadroKlas()->OpisKlasy(TWszystko::KlasaStatyczna());
+    const TListaWlasciwosci* pola = opis->GetListaWlasciwosci();
+    ASSERT_EQ(pola->IleObiektow(), 21);
+    ASSERT_EQ(pola->GetWlasciwosc(9), nullptr);
+    TOpisKlasy odczytany;
+    Wczytaj(odczytany, Zapisz(*opis));
+    ASSERT_EQ(odczytany.GetListaWlasciwosci()->IleObiektow(), 21);
+    EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(9)->GetNazwa(), u"");
+    EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(10)->GetNazwa(), u"Bajty");
+    EXPECT_EQ(Zapisz(odczytany), Zapisz(*opis));
+}
+
 // --- options
 
 TEST_F(FormatBinarny, TekstyWWindows1250) {
@@ -422,11 +437,11 @@ TEST_F(FormatBinarny, LimityOdczytuMoznaPodniesc) {
     };
     TLimityOdczytu limity;
     limity.bajtyTekstu = 99;
-    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: bajtyTekstu (99)");
+    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: rozmiar tekstu w bajtach (99)");
     limity.bajtyTekstu = 100;
     EXPECT_EQ(czytaj(limity), "");
     limity.pamiec = 150;
-    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: pamiec (150)");
+    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: pamięć w bajtach (150)");
 }
 
 // --- whole trees

@@ -37,8 +37,8 @@ TEST(Konwersje, TekstNaLogiczna) {
 
 TEST(Konwersje, LiczbyZObuSeparatorami) {
     const std::pair<const char16_t*, double> dobre[] = {
-        {u"1234.5", 1234.5}, {u"1 234,5", 1234.5}, {u"1234,5", 1234.5}, {u"-0,25", -0.25}, {u"1 000", 1000},
-        {u"1e3", 1000},      {u" 12 ", 12},        {u"1,5e2", 150},
+        {u"1234.5", 1234.5}, {u"1 234,5", 1234.5}, {u"1234,5", 1234.5}, {u"-0,25", -0.25},
+        {u"1 000", 1000},    {u"1e3", 1000},       {u" 12 ", 12},       {u"1,5e2", 150},
     };
     for (const auto& [tekst, oczekiwana] : dobre) {
         double wartosc = 0;

@@ -81,20 +81,23 @@ TEST(Pula, LosowoWieleWatkowZwalniaCudzeBloki) {
 TEST(Pula, OddawanieOmijaPlyteKrojonaPrzezInnyWatek) {
     const std::int64_t przedtem = PulaZajete();
     std::atomic<int> etap{0};
-    std::thread watek([&etap] {
+    // Not atomic::wait: without futexes it can miss the change that comes between its look and its sleep.
+    const auto czekaj = [&etap](int na) {
+        while (etap != na)
+            std::this_thread::yield();
+    };
+    std::thread watek([&etap, &czekaj] {
         std::mt19937 los(1);
         const TBlok pierwszy = Nowy(los);
         etap = 1;
-        etap.notify_all();
-        etap.wait(1);
+        czekaj(2);
         Zwolnij(pierwszy);
         Zwolnij(Nowy(los));
     });
-    etap.wait(0);
+    czekaj(1);
     OddajPamiecPuli();
     EXPECT_EQ(PulaZajete(), przedtem + 1);
     etap = 2;
-    etap.notify_all();
     watek.join();
     EXPECT_EQ(PulaZajete(), przedtem);
 }

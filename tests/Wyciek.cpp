@@ -1,5 +1,5 @@
-// After every test the pool holds as many blocks as before it, what the kernel keeps apart: its descriptors are built on
-// first use and stay. Without a pool (sanitizers) the leak checker of the sanitizer does this work.
+// After every test the pool holds as many blocks as before it, what the kernel keeps apart: its descriptors are built
+// on first use and stay. Without a pool (sanitizers) the leak checker of the sanitizer does this work.
 #include <gtest/gtest.h>
 
 #include "ztok/kernel/Typypolbazowe.h"

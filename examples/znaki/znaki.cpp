@@ -29,7 +29,7 @@ template <class F> auto Krok(const char* nazwa, F krok) {
     const auto start = std::chrono::steady_clock::now();
     const auto wynik = krok();
     const std::chrono::duration<double, std::milli> czas = std::chrono::steady_clock::now() - start;
-    std::printf("  %-28s %9.1f ms\n", nazwa, czas.count());
+    std::printf("  %-28s %8.2f ms\n", nazwa, czas.count());
     return wynik;
 }
 
@@ -100,17 +100,20 @@ void WypiszZnak(const TZnak& znak) {
 }
 
 void WypiszPamiec(std::int64_t drzewa, std::int64_t obiektow) {
-    std::printf("memory:     %lld blocks for two trees of %lld objects", static_cast<long long>(drzewa),
+    std::printf("memory:     %lld allocations for two trees of %lld objects each", static_cast<long long>(drzewa),
                 static_cast<long long>(obiektow));
-    std::ifstream stan("/proc/self/status"); // where there is one
-    for (std::string wiersz; std::getline(stan, wiersz);)
-        if (wiersz.starts_with("VmHWM:"))
-            std::printf(", at most %.1f MiB of the process", std::strtod(wiersz.c_str() + 6, nullptr) / 1024);
+    // Where the system tells of this process; Wine would tell of its server.
+    std::ifstream stan("/proc/self/status");
+    std::string wiersz;
+    if (std::getline(stan, wiersz) && wiersz == "Name:\tznaki")
+        while (std::getline(stan, wiersz))
+            if (wiersz.starts_with("VmHWM:"))
+                std::printf(", at most %.1f MiB of the process", std::strtod(wiersz.c_str() + 6, nullptr) / 1024);
     std::printf("\n");
 }
 
 bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const std::u16string& plik) {
-    const std::int64_t bloki0 = ztok::PulaZajete();
+    const std::int64_t zajetePrzed = ztok::PulaZajete();
     TListaBlokow bloki;
     TListaBlokow wczytane;
     const std::size_t rekordow = Krok("parse and build", [&] { return WczytajZnaki(plikZnakow, plikBlokow, bloki); });
@@ -125,7 +128,7 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
         wczytane.WczytajZeStrumienia(strumien);
         return strumien.Pozostalo() == 0;
     });
-    const std::int64_t drzewa = ztok::PulaZajete() - bloki0;
+    const std::int64_t drzewa = ztok::PulaZajete() - zajetePrzed;
     const bool rowne = Krok("compare, letter case matters", [&] { return Rowne(bloki, wczytane); });
     const auto [wyroznik, wyroznikWczytanych] =
         Krok("two fingerprints", [&] { return std::pair(bloki.DajWyroznikObiektu(), wczytane.DajWyroznikObiektu()); });

@@ -123,7 +123,8 @@ template <class T> struct Obiekt {
     }
 };
 
-// Another kind, stored only when the predicate says so for the object.
+// Another kind, stored only when the predicate says so for the object: ZapisGdy<rodzaj::Word, &TFaktura::Wystawiona>,
+// a const member function that stands before the macro in the class.
 template <class K, auto Predykat> struct ZapisGdy : K {
     template <class O> static bool Zapytaj(bool (O::*predykat)() const, const TObiekt& obiekt) {
         return (static_cast<const O&>(obiekt).*predykat)();
@@ -170,7 +171,7 @@ struct Shortint {
 // One row: its number as a constant, and its accessors. They are templates so that the class of a nested field may be
 // declared later.
 #define ZTOK_DOSTEP_POLA(numer, nazwa, ...)                                                                            \
-    static constexpr int nr##nazwa = numer;                                                                            \
+    [[maybe_unused]] static constexpr int nr##nazwa = numer;                                                           \
     template <class ZTOK_K = ::ztok::rodzaj::__VA_ARGS__> decltype(auto) Get##nazwa() {                                \
         return ZTOK_K::Daj(*this, numer);                                                                              \
     }                                                                                                                  \

@@ -396,7 +396,7 @@ namespace {
 std::atomic<bool> zamknieta{false};
 
 void Zamknij(bool czekaj) noexcept {
-    if (zamknieta.exchange(true) || g_ZTOKQuiet || wlasneJadro == nullptr)
+    if (g_ZTOKQuiet || zamknieta.exchange(true) || wlasneJadro == nullptr)
         return;
     try {
         if (!czekaj && !wlasneJadro->NiktNieTrzyma())
@@ -404,8 +404,10 @@ void Zamknij(bool czekaj) noexcept {
         const std::u16string nazwy = wlasneJadro->NazwyInterfejsow();
         if (!nazwy.empty())
             Powiadom(Formatuj(Komunikat(kmNiewyrejestrowaneInterfejsy), {nazwy}));
-        Zwolnij(std::exchange(wlasneJadro, nullptr));
+        TPierwszyBlad blad;
+        blad.Wykonaj([] { Zwolnij(std::exchange(wlasneJadro, nullptr)); });
         ZwolnijMigawki();
+        blad.Rzuc();
     } catch (const EWyjatek& e) {
         Powiadom(FormatujBezWyjatku(Komunikat(kmWyjatekZwalnianiaJadra), {e.Komunikat()}));
     } catch (const std::exception&) {

@@ -21,7 +21,17 @@ namespace ztok {
 
 ZTOK_KLASA_DEF(TObiekt, TObiektBazowy)
 
-TObiekt::~TObiekt() { DokonczZycie(); }
+TObiekt::~TObiekt() {
+    DokonczZycie();
+    if (FPola == nullptr) [[likely]]
+        return;
+    // Clearing failed before it came to the fields, at the object's lock: the error is told, the fields go all the
+    // same.
+    try {
+        ZwolnijPola(false);
+    } catch (...) { // NOLINT(bugprone-empty-catch): the second error of one end
+    }
+}
 
 // --- metadata
 
@@ -171,6 +181,8 @@ TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
 }
 
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
+    if (pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy))
+        SprawdzCykl(*this, static_cast<const TObiektBazowy&>(*pole));
     TWlasny<TPole> straznik(pole);
     if (nrPola < 0 || nrPola > 32767)
         ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});

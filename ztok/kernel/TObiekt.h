@@ -55,7 +55,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         return nrPola >= 0 && nrPola < ilePol_ ? FPola[nrPola] : nullptr;
     }
     void ZrobMiejsceDlaPola(int nrPola);
-    // Installs a field object under a number; the object owns it from then on, also when the call raises.
+    // Installs a field object under a number; the object owns it from then on, also when the call raises. Only an
+    // object that this one is a part of is refused and left alone.
     void UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie);
     [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
     [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
@@ -119,6 +120,20 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         Inicjuj(TArgumenty(pola.begin(), pola.size()), TArgumenty(wartosci.begin(), wartosci.size()));
     }
     void ZerujDane() override;
+    void ZerujDanePol(TArgumenty pola) override;
+    void ZerujDaneOprocz(TArgumenty pola) override;
+    // Cuts text fields to the sizes that RozmPolaNr gives (0: any), on request without blanks at their ends.
+    void PrzytnijPolaWgRozm(bool trymuj) override;
+    void TrymujPolaTekstowe(bool podobiektyTez) override;
+    // Whether a text does not fit Windows-1250.
+    [[nodiscard]] bool SaDaneUnicode(int nrPola) const override;
+    [[nodiscard]] std::u16string OpisTekstowy() const override;
+    // Copy the listed fields, all but them, or those of the given field classes. A path copies a part of a nested
+    // object.
+    void KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale = false,
+                       TKopierDanych* kopier = nullptr);
+    void KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDanych* kopier = nullptr);
+    void KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier = nullptr);
     // Copies the value of the source's field (-1: the whole source) into a field of this object.
     void PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola);
 

@@ -100,6 +100,20 @@ template <class O, class F> O* WGore(O* od, const F& koniec) {
 
 } // namespace
 
+void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
+    const std::uint32_t cechy = nowy.Klasa()->cechy;
+    const bool pusty = (cechy & ckLista) != 0
+                           ? static_cast<const TListaBazowa&>(nowy).ListaPusta()
+                           : (cechy & ckObiekt) != 0 && static_cast<const TObiekt&>(nowy).OstUzywanePole() < 0;
+    if (pusty && &nowy != &rodzic)
+        return; // has no parts
+    // Bounded, or building a chain downwards would take the square of its length.
+    const TObiektBazowy* o = &rodzic;
+    for (int poziom = 0; o != nullptr && poziom < 2 * kZaglebienieDomyslne; ++poziom, o = o->FRodzic)
+        if (o == &nowy)
+            ZTErrorFmt(Komunikat(kmObiektWSobie), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
+}
+
 TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
     TObiektBazowy* korzen = WGore(this, [](const TObiektBazowy& o) { return o.Rodzic() == nullptr; });
     return korzen != nullptr ? korzen : this;
@@ -387,8 +401,15 @@ void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych*
 }
 
 void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, bool odczytANSI) {
-    TOdczytywaczDanych wlasny(odczytANSI);
+    TOpcjeOdczytu opcje;
+    opcje.odczytANSI = odczytANSI;
+    WczytajZeStrumienia(strumien, opcje);
+}
+
+void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, const TOpcjeOdczytu& opcje) {
+    TOdczytywaczDanych wlasny(opcje.odczytANSI, opcje.limity);
     wlasny.kazdePole_ = false;
+    wlasny.BladNieznanejKlasy = opcje.bladNieznanejKlasy;
     const TBlokadaObiektu blokada(*this);
     ZerujDane();
     try {
@@ -446,12 +467,6 @@ void TObiektBazowy::WczytajZPlikuXMLWewn(TOdczytywaczXML& /*odczytywacz*/) {
 void TObiektBazowy::WczytajZPlikuXML(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPlikuXML"); }
 void TObiektBazowy::WczytajStalaRES(std::u16string_view /*nazwa*/) { BladAbstrakcyjny(u"WczytajStalaRES"); }
 
-TWariant TObiektBazowy::GetVariantowoWgSciezki(std::u16string_view /*sciezka*/) const {
-    BladAbstrakcyjny(u"GetVariantowoWgSciezki");
-}
-void TObiektBazowy::SetVariantowoWgSciezki(std::u16string_view /*sciezka*/, const TWariant& /*wartosc*/) {
-    BladAbstrakcyjny(u"SetVariantowoWgSciezki");
-}
 bool TObiektBazowy::PoleNrMaCeche(int /*nrPola*/, const TArgument& /*cecha*/, TRozmiarLiter /*rozmLiter*/) const {
     BladAbstrakcyjny(u"PoleNrMaCeche");
 }
@@ -466,22 +481,11 @@ std::int32_t TObiektBazowy::PorownajCechy(TArgumenty /*pola*/, TArgumenty /*wart
                                           std::uint32_t /*localeID*/) const {
     BladAbstrakcyjny(u"PorownajCechy");
 }
-std::u16string TObiektBazowy::DrzewoObiektu() const { BladAbstrakcyjny(u"DrzewoObiektu"); }
-std::u16string TObiektBazowy::GetTekstowoWgSciezki(std::u16string_view /*sciezka*/) const {
-    BladAbstrakcyjny(u"GetTekstowoWgSciezki");
-}
-void TObiektBazowy::SetTekstowoWgSciezki(std::u16string_view /*sciezka*/, std::u16string_view /*tekst*/) {
-    BladAbstrakcyjny(u"SetTekstowoWgSciezki");
-}
-std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view /*sciezka*/) const {
-    BladAbstrakcyjny(u"DajTrescWgSciezki");
-}
 std::string TObiektBazowy::ZapiszWStringuXML() const { BladAbstrakcyjny(u"ZapiszWStringuXML"); }
 void TObiektBazowy::WczytajZeStringuXML(std::string_view /*tekst*/) { BladAbstrakcyjny(u"WczytajZeStringuXML"); }
 void TObiektBazowy::ZapiszWPlikuXML(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPlikuXML"); }
 void TObiektBazowy::ZapiszWPliku(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPliku"); }
 void TObiektBazowy::WczytajZPliku(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPliku"); }
-void TObiektBazowy::ZerujPole(std::u16string_view /*sciezka*/) { BladAbstrakcyjny(u"ZerujPole"); }
 std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
                                                TPorownywaczDanych& /*porownywacz*/) const {
     BladAbstrakcyjny(u"WykonajPorownWgPol");
@@ -497,48 +501,6 @@ void TObiektBazowy::TrymujPolaTekstowe(bool /*podobiektyTez*/) { BladAbstrakcyjn
 bool TObiektBazowy::SaDaneUnicode(int /*nrPola*/) const { BladAbstrakcyjny(u"SaDaneUnicode"); }
 
 // --- one name
-
-bool TObiektBazowy::ObiektIPole(std::u16string_view sciezka, bool /*tworz*/, TObiektBazowy*& obiekt, int& nrPola) {
-    obiekt = sciezka.empty() ? this : nullptr;
-    nrPola = CalyObiekt;
-    return sciezka.empty();
-}
-
-bool TObiektBazowy::KlasaIPole(std::u16string_view /*sciezka*/, const TKlasa*& /*klasa*/, int& /*nrPola*/) const {
-    BladAbstrakcyjny(u"KlasaIPole");
-}
-
-bool TObiektBazowy::SciezkaIstnieje(std::u16string_view sciezka) const {
-    TObiektBazowy* obiekt = nullptr;
-    int nrPola = CalyObiekt;
-    return const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola);
-}
-
-TPole* TObiektBazowy::PoleONazwie(std::u16string_view sciezka) {
-    TObiektBazowy* obiekt = nullptr;
-    int nrPola = CalyObiekt;
-    if (!ObiektIPole(sciezka, false, obiekt, nrPola))
-        return nullptr;
-    if (nrPola == CalyObiekt)
-        return obiekt;
-    const std::uint32_t cechy = obiekt->Klasa()->cechy;
-    if ((cechy & ckObiekt) != 0)
-        return static_cast<TObiekt*>(obiekt)->Pole(nrPola);
-    return (cechy & ckLista) != 0 ? static_cast<TListaBazowa*>(obiekt)->Obiekty(nrPola) : nullptr;
-}
-
-bool TObiektBazowy::PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
-    return PorPoleONazwieZCecha(sciezka, cecha, rozmLiter, LocaleWin1250) == 0;
-}
-
-std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
-                                                 TRozmiarLiter rozmLiter, std::uint32_t localeID) const {
-    TObiektBazowy* obiekt = nullptr;
-    int nrPola = CalyObiekt;
-    if (!const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola))
-        ZTErrorFmt(Komunikat(kmBlednaSciezka), {NazwaKlasy(), sciezka});
-    return obiekt->PorPoleNrZCecha(nrPola, cecha, rozmLiter, localeID);
-}
 
 std::u16string TObiektBazowy::OpisTekstowy() const { return u"?"; }
 std::u16string TObiektBazowy::OpisTekstowyWide() const { return OpisTekstowy(); }

@@ -6,6 +6,8 @@
 namespace ztok {
 
 class TBlokadaObiektu;
+class TObiekt;
+struct TOpcjeOdczytu;
 
 // An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
 // operations is part of the interface.
@@ -165,17 +167,29 @@ class ZTOK_API TObiektBazowy : public TPole {
     void WczytajZeStrumienia(TStrumien& strumien) { WczytajZeStrumienia(strumien, false); }
     // The flag says that strings were written in Windows-1250.
     void WczytajZeStrumienia(TStrumien& strumien, bool odczytANSI);
+    // The same with limits and choices of the caller's.
+    void WczytajZeStrumienia(TStrumien& strumien, const TOpcjeOdczytu& opcje);
 
     void ZerujRefDo(TObiektBazowy* cel) override;
 
   protected:
     void WykonajDestrukcje() override;
+    // What a path leads to, for reading: false when a good path leads through objects that do not exist. ZTException
+    // with the operation's name for a bad path.
+    bool CelSciezki(std::u16string_view operacja, std::u16string_view sciezka, TObiektBazowy*& obiekt,
+                    int& nrPola) const;
+    // The object with the field that a path leads to, for writing: what is missing is made.
+    TObiekt& CelZapisu(std::u16string_view operacja, std::u16string_view sciezka, int& nrPola);
     // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user
     // notice. For destructors of derived classes (the declaring macros write them).
     void DokonczZycie() noexcept {
         if (!zakonczony_)
             DokonczZycieCicho();
     }
+
+    // Refuses (ZTException) to put an object into itself or into one of its own parts, as far up as trees are read. The
+    // object stays with the caller then: it owns the one that refuses.
+    static void SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
 
     TObiektBazowy* FRodzic = nullptr;
 

@@ -504,7 +504,8 @@ void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz
     const bool szybko = (cechy & ckWlasneUstawNiepuste) == 0 && !odczytywacz.ChceKazdePole();
     if ((cechy & ckWlasneTypyPol) == 0)
         Zarezerwuj(std::min(static_cast<int>(8 * bajtow), migawka.ilePol));
-    odczytywacz.ZuzyjPamiec(32 * std::int64_t{bajtow});
+    // The field array has room for every declared field as soon as it has one.
+    odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1));
     for (std::uint32_t j = 0; j < bajtow; ++j)
         for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
             const int nr = static_cast<int>(8 * j + static_cast<unsigned>(std::countr_zero(bity)));

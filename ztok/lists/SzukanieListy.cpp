@@ -79,26 +79,26 @@ std::int32_t TListaBazowa::ZnajdzObiekt(const TObiektBazowy* obiekt) const noexc
     return i;
 }
 
-bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, std::int32_t& p_Gdzie,
-                                 TRozmiarLiter p_RozmLiter, TRodzajSortowania p_Sortowanie,
-                                 std::uint32_t p_LocaleID) const {
-    // Sign of the values minus element i, turned so that the list is always ascending.
+// Bisection with the sign of the values minus element i, turned so that the list is always ascending: the lowest index
+// of a run of equal elements, or the index to insert at. True when an element may be there.
+template <class F>
+bool TListaBazowa::SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const {
     const auto c = [&](std::int32_t i) {
-        const std::int32_t wynik = FObiekty[i]->PorownajCechy(p_JakiePola, p_JakieWartosci, p_RozmLiter, p_LocaleID);
-        return p_Sortowanie == rsRosnaco ? wynik : -wynik;
+        const std::int32_t wynik = porownaj(*FObiekty[i]);
+        return sortowanie == rsRosnaco ? wynik : -wynik;
     };
-    p_Gdzie = 0;
+    gdzie = 0;
     if (FIleObiektow == 0)
         return false;
     if (FIleObiektow == 1) {
         const std::int32_t wynik = c(0);
-        p_Gdzie = wynik > 0 ? 1 : 0;
+        gdzie = wynik > 0 ? 1 : 0;
         return wynik == 0;
     }
     if (c(0) < 0)
         return false;
     if (c(FIleObiektow - 1) > 0) {
-        p_Gdzie = FIleObiektow;
+        gdzie = FIleObiektow;
         return false;
     }
     std::int32_t lo = 0;
@@ -110,14 +110,47 @@ bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWarto
         else
             lo = srodek + 1;
     }
-    p_Gdzie = hi;
-    return FObiekty[hi]->MaCechy(p_JakiePola, p_JakieWartosci, p_RozmLiter);
+    gdzie = hi;
+    return true;
+}
+
+bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, std::int32_t& p_Gdzie,
+                                 TRozmiarLiter p_RozmLiter, TRodzajSortowania p_Sortowanie,
+                                 std::uint32_t p_LocaleID) const {
+    const bool mozliwe = SzukajBisekcja(p_Gdzie, p_Sortowanie, [&](const TObiektBazowy& o) {
+        return o.PorownajCechy(p_JakiePola, p_JakieWartosci, p_RozmLiter, p_LocaleID);
+    });
+    return mozliwe && (FIleObiektow == 1 || FObiekty[p_Gdzie]->MaCechy(p_JakiePola, p_JakieWartosci, p_RozmLiter));
 }
 
 bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, TRozmiarLiter p_RozmLiter,
                                  TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID) const {
     std::int32_t gdzie = 0;
     return WyszukajWgPol(p_JakiePola, p_JakieWartosci, gdzie, p_RozmLiter, p_Sortowanie, p_LocaleID);
+}
+
+bool TListaBazowa::WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
+                                 TRozmiarLiter p_RozmLiter, TRodzajSortowania p_Sortowanie,
+                                 std::uint32_t p_LocaleID) const {
+    const auto porownaj = [&](const TObiektBazowy& o) {
+        return p_Obiekt.PorownajWgPol(o, p_JakiePola, p_RozmLiter, p_LocaleID);
+    };
+    return SzukajBisekcja(p_Gdzie, p_Sortowanie, porownaj) && porownaj(*FObiekty[p_Gdzie]) == 0;
+}
+
+bool TListaBazowa::WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, TRozmiarLiter p_RozmLiter,
+                                 TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID) const {
+    std::int32_t gdzie = 0;
+    return WyszukajWgPol(p_Obiekt, p_JakiePola, gdzie, p_RozmLiter, p_Sortowanie, p_LocaleID);
+}
+
+bool TListaBazowa::WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int32_t& od, std::int32_t& doKtorego,
+                                  TRozmiarLiter rozmLiter, TRodzajSortowania sortowanie, std::uint32_t localeID) const {
+    const bool jest = WyszukajWgPol(pola, wartosci, od, rozmLiter, sortowanie, localeID);
+    doKtorego = od;
+    while (jest && doKtorego + 1 < FIleObiektow && FObiekty[doKtorego + 1]->MaCechy(pola, wartosci, rozmLiter))
+        ++doKtorego;
+    return jest;
 }
 
 } // namespace ztok

@@ -68,11 +68,7 @@ void TKolekcjaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& ko
 }
 
 void TKolekcjaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
-    // A null element has no class to be written under; the count leaves it out.
-    std::uint32_t ile = 0;
-    for (std::int32_t i = 0; i < FIleObiektow; ++i)
-        ile += FObiekty[i] != nullptr ? 1 : 0;
-    TZapisywaczDanych::ZapiszLicznik31(strumien, ile);
+    TZapisywaczDanych::ZapiszLicznik31(strumien, IleNiepustych());
     for (std::int32_t i = 0; i < FIleObiektow; ++i) {
         if (FObiekty[i] == nullptr)
             continue;

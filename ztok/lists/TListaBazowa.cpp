@@ -112,14 +112,7 @@ TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nr
 void TListaBazowa::PoPrzeniesieniu(TListaBazowa& /*lista*/, std::int32_t /*od*/, std::int32_t /*ile*/) {
     BladAbstrakcyjny(u"PoPrzeniesieniu");
 }
-bool TListaBazowa::PrzeniesObiektyWgCech(TListaBazowa& /*dane*/, TArgumenty /*pola*/, TArgumenty /*wartosci*/,
-                                         TRozmiarLiter /*rozmLiter*/, bool /*majace*/) {
-    BladAbstrakcyjny(u"PrzeniesObiektyWgCech");
-}
-bool TListaBazowa::PrzeniesObiektyGdyBrak(TListaBazowa& /*dane*/, TArgumenty /*pola*/, TRozmiarLiter /*rozmLiter*/) {
-    BladAbstrakcyjny(u"PrzeniesObiektyGdyBrak");
-}
-bool TListaBazowa::PrzeniesDane(TListaBazowa& /*dane*/) { BladAbstrakcyjny(u"PrzeniesDane"); }
+void TListaBazowa::SprawdzElement(const TObiektBazowy& /*element*/) {}
 
 // --- removing
 

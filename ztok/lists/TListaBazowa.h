@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "ztok/kernel/TObiektBazowy.h"
@@ -9,6 +10,7 @@
 namespace ztok {
 
 class TListaBazowa;
+class TListaNapisow;
 class TListaWskObiektow;
 
 using TListaObiektowBazowych = TObiektBazowy*;          // element slot
@@ -94,6 +96,16 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     void ZerujDane() override; // empties the list and gives its array back; frees no element
     [[nodiscard]] std::u16string WartWgMaski(std::u16string_view maska,
                                              const TUstawieniaFormatu* ustawienia = nullptr) const override;
+    // A path that begins with "[?]" means any element: equal when one is; clearing clears all.
+    [[nodiscard]] bool PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const override;
+    [[nodiscard]] bool PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha,
+                                   TRozmiarLiter rozmLiter) const override;
+    [[nodiscard]] std::int32_t PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                               std::uint32_t localeID) const override;
+    [[nodiscard]] std::int32_t PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
+                                                    TRozmiarLiter rozmLiter, std::uint32_t localeID) const override;
+    void ZerujPole(std::u16string_view sciezka) override;
+    bool KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const override;
     [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
     [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
     // False removes and frees element N; for -1 it empties the list. True does nothing.
@@ -211,7 +223,59 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
                                      TRodzajSortowania p_Sortowanie = rsRosnaco,
                                      std::uint32_t p_LocaleID = LocaleWin1250) const;
 
+    // The same with the values of an example object.
+    bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
+                       TRozmiarLiter p_RozmLiter = rlRozmLiterWazny, TRodzajSortowania p_Sortowanie = rsRosnaco,
+                       std::uint32_t p_LocaleID = LocaleWin1250) const;
+    [[nodiscard]] bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola,
+                                     TRozmiarLiter p_RozmLiter = rlRozmLiterWazny,
+                                     TRodzajSortowania p_Sortowanie = rsRosnaco,
+                                     std::uint32_t p_LocaleID = LocaleWin1250) const;
+    // The first and last index of the run of elements that have the values; on a miss both are the insertion index.
+    bool WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int32_t& od, std::int32_t& doKtorego,
+                        TRozmiarLiter rozmLiter = rlRozmLiterWazny, TRodzajSortowania sortowanie = rsRosnaco,
+                        std::uint32_t localeID = LocaleWin1250) const;
+
+    // Sorts in place by a quicksort with a fixed order of exchanges; not stable. True when any two elements were
+    // exchanged. No function: by full comparison of the elements. A field counts from its own rule: missing equals
+    // default. A direction array shorter than the field list goes on with its last direction. ZTException for a
+    // selector that is neither a number nor a name.
+    bool PosortujWgFun(TFunPorownania fun = nullptr);
+    bool PosortujWgPol(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
+                       TRozmiarLiter rozmLiter = rlRozmLiterWazny, std::uint32_t localeID = LocaleWin1250);
+    bool PosortujWgPol(TArgumenty pola, TRozmiarLiter rozmLiter, TRodzajSortowania sortowanie,
+                       std::uint32_t localeID = LocaleWin1250);
+    bool PosortujWgPol(TArgumenty pola, TRodzajSortowania sortowanie = rsRosnaco,
+                       std::uint32_t localeID = LocaleWin1250);
+    // Whether the list is in the order that PosortujWgPol would give.
+    [[nodiscard]] bool ListaMaPosortowanie(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
+                                           TRozmiarLiter rozmLiter = rlRozmLiterWazny,
+                                           std::uint32_t localeID = LocaleWin1250) const;
+
+    // Adds elements of another list (null: none), in its order, as DopiszObiekt does: those that have the values, that
+    // do not, that have no equal here, or all. KopiujObiektyOCechach empties this list first. True when any was added.
+    bool DopiszObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    bool DopiszObiektyOprocz(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    bool DopiszObiektyGdyBrak(const TListaBazowa* dane, TArgumenty pola, TRozmiarLiter rozmLiter);
+    bool KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    bool DopiszDane(const TListaBazowa* dane);
+    // The same, taking the elements out of the other list.
+    bool PrzeniesObiektyOCechach(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    bool PrzeniesObiektyOprocz(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter);
+    // The different texts of the field at the path, in order of first occurrence; elements without it are left out.
+    void DajListeWartPola(std::u16string_view sciezka, TListaNapisow& wartosci) const;
+    // The text of the field at the path for every element (empty where it is missing), with the element's address as
+    // the value.
+    void WpiszDoStrings(std::u16string_view sciezka, TListaNapisow& napisy) const;
+
   protected:
+    bool PosortowanieListy(TArgumenty pola, std::span<const TRodzajSortowania> kierunki, TRozmiarLiter rozmLiter,
+                           std::uint32_t localeID, bool sortuj);
+    // Refuses an element that the list cannot hold: EBladRzutowania.
+    virtual void SprawdzElement(const TObiektBazowy& element);
+    enum ERodzajWyboru : std::uint8_t { rwyWszystkie, rwyMajace, rwyNieMajace, rwyBrakujace };
+    bool PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                         ERodzajWyboru wybor);
     void ZwiekszPojemnosc();
     bool WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij);
     // The element, which the caller's loop is about to use as an object with numbered fields.
@@ -225,6 +289,12 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
 
   private:
     friend class TJadroKlas;
+    // Whether the path begins with any element; what follows it.
+    static bool KazdyElement(std::u16string_view sciezka, std::u16string_view& reszta) noexcept;
+    template <class F> bool DopiszWybrane(const TListaBazowa* dane, const F& wybrany);
+    template <class F> std::int32_t PrzeniesSloty(TListaBazowa& dane, const F& wybrany);
+    template <class F> bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;
+    [[nodiscard]] bool MaTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter) const;
     template <class F>
     bool Szukaj(std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd, F pasuje) const;
 };

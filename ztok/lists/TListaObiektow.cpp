@@ -26,18 +26,22 @@ const TKlasa* TListaObiektow::TypObiektowListy() const {
 
 const TKlasa& TListaObiektow::KlasaElementu() const { return *TypObiektowListy(); }
 
-TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+void TListaObiektow::SprawdzElement(const TObiektBazowy& element) {
     const TKlasa& klasa = KlasaElementu();
+    if (element.Klasa() == &klasa)
+        return;
+    if (!element.JestKlasy(&klasa))
+        BladKlasy(element, &klasa);
+    jednorodna_ = false;
+}
+
+TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
     if (nowyObiekt == nullptr)
-        return DodajNowy(klasa, gdzie);
-    if (nowyObiekt->Klasa() != &klasa) {
-        if (!nowyObiekt->JestKlasy(&klasa)) {
-            const TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over
-            BladKlasy(*nowyObiekt, &klasa);
-        }
-        jednorodna_ = false;
-    }
-    return TListaZObiektami::DodajObiekt(nowyObiekt, gdzie);
+        return DodajNowy(KlasaElementu(), gdzie);
+    SprawdzCykl(*this, *nowyObiekt);
+    TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over, also when it refuses it
+    SprawdzElement(*nowyObiekt);
+    return TListaZObiektami::DodajObiekt(straznik.Oddaj(), gdzie);
 }
 
 TObiektBazowy* TListaObiektow::DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
@@ -101,17 +105,60 @@ void TListaObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPoj
         DodajNowy(klasa, MaxInt);
 }
 
-// Copies of lists by fields come with the field-list operations of objects.
-void TListaObiektow::KopiujDanePol(const TListaObiektow& /*zrodlo*/, TArgumenty /*pola*/, bool /*zerujPozostale*/) {
-    BladAbstrakcyjny(u"KopiujDanePol");
+namespace {
+
+// Copies between elements of two lists as the operation says, under one copier, so that pointers inside the copy find
+// it.
+template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow& zrodlo, const F& kopiuj) {
+    if (&cel == &zrodlo)
+        return;
+    cel.WyrownajDoListy(zrodlo, false);
+    TKopierDanych kopier;
+    try {
+        for (std::int32_t i = 0; i < cel.IleObiektow(); ++i) {
+            TObiektBazowy* dokad = cel.Obiekty(i);
+            const TObiektBazowy* skad = zrodlo.Obiekty(i);
+            if (dokad != nullptr && skad != nullptr && dokad->Klasa()->Ma(ckObiekt) && skad->Klasa()->Ma(ckObiekt))
+                kopiuj(static_cast<TObiekt&>(*dokad), static_cast<const TObiekt&>(*skad), kopier);
+        }
+        kopier.PrzepnijReferencje();
+    } catch (...) {
+        kopier.ZarejestrujPoBledzie();
+        throw;
+    }
 }
-void TListaObiektow::KopiujDaneOprocz(const TListaObiektow& /*zrodlo*/, TArgumenty /*pola*/, bool /*zerujPozostale*/) {
-    BladAbstrakcyjny(u"KopiujDaneOprocz");
+
+} // namespace
+
+void TListaObiektow::KopiujDanePol(const TListaObiektow& zrodlo, TArgumenty pola, bool zerujPozostale) {
+    KopiujElementy(*this, zrodlo, [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
+        dokad.KopiujDanePol(skad, pola, zerujPozostale, &kopier);
+    });
 }
-void TListaObiektow::KopiujDaneKlas(const TListaObiektow& /*zrodlo*/, std::span<const TKlasa* const> /*klasy*/) {
-    BladAbstrakcyjny(u"KopiujDaneKlas");
+
+void TListaObiektow::KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty pola) {
+    KopiujElementy(*this, zrodlo, [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
+        dokad.KopiujDaneOprocz(skad, pola, &kopier);
+    });
 }
-void TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& /*lista*/) { BladAbstrakcyjny(u"PrzepnijLubKopiuj"); }
+
+void TListaObiektow::KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<const TKlasa* const> klasy) {
+    KopiujElementy(*this, zrodlo, [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
+        dokad.KopiujDaneKlas(skad, klasy, &kopier);
+    });
+}
+
+bool TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& lista) {
+    if (&lista == this || !MoznaKopiowacZListy(lista))
+        return false;
+    ZerujDane();
+    // Elements of this list's own class are moved; when the other list holds more general ones, copies of this list's
+    // class take over what both know.
+    if (KlasaADziedziczyPoB(lista.TypObiektowListy(), TypObiektowListy()))
+        return PrzeniesDane(lista);
+    KopiujDane(lista);
+    return !ListaPusta();
+}
 
 std::int32_t TListaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
     const TListaBazowa& inna = JakoLista(inne);
@@ -135,6 +182,18 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
     for (std::int32_t i = 0; i < FIleObiektow; ++i)
         if (FObiekty[i] != nullptr && lista.Obiekty(i) != nullptr)
             FObiekty[i]->KopiujDane(*lista.Obiekty(i), &kopier);
+}
+
+void TListaObiektow::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
+    TListaBazowa::DajObiektyDoZapisu(zapisywacz);
+    if (FIleObiektow == 0)
+        return;
+    const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        if (FObiekty[i] != nullptr)
+            FObiekty[i]->DajObiektyDoZapisu(zapisywacz);
+        else
+            zapisywacz.DodajPusty(); // an item is written in its place, and the reader counts it
 }
 
 void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {

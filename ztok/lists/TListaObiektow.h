@@ -25,6 +25,7 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     void WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc) override;
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
+    void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
 
@@ -44,9 +45,14 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     [[nodiscard]] bool MoznaKopiowacZListy(const TListaObiektow& lista) const;
     // Copies of lists by fields.
     void KopiujDanePol(const TListaObiektow& zrodlo, TArgumenty pola, bool zerujPozostale);
-    void KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty pola, bool zerujPozostale);
+    void KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty pola);
     void KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<const TKlasa* const> klasy);
-    void PrzepnijLubKopiuj(TListaObiektow& lista);
+    // Takes the other list's elements over: moved when they are of this list's item class, else copied. False when the
+    // item classes do not fit, or there is nothing to take.
+    bool PrzepnijLubKopiuj(TListaObiektow& lista);
+
+  protected:
+    void SprawdzElement(const TObiektBazowy& element) override;
 
   private:
     [[nodiscard]] const TKlasa& KlasaElementu() const;

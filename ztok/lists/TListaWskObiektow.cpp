@@ -96,11 +96,8 @@ void TListaWskObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowaj
         FObiekty[FIleObiektow++] = nullptr;
 }
 
-void TListaWskObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
-    if (lista.Klasa()->Ma(ckListaRef))
-        for (std::int32_t i = od; i < od + ile; ++i)
-            if (TObiektBazowy* element = Obiekty(i); element != nullptr && lista.ZnajdzObiekt(element) < 0)
-                element->ZwolnijRefOd(&lista);
+void TListaWskObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t /*ile*/) {
+    PoPrzeniesObiekty(lista, od);
 }
 
 bool TListaWskObiektow::WyszukajTenObiekt(const TObiektBazowy* obiekt, std::int32_t& gdzie) const noexcept {

@@ -24,6 +24,9 @@ class ZTOK_API TListaWskObiektow : public TListaBazowa {
     // New slots are null.
     void WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc) override;
     void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
+    // Called after elements were moved here from another list, to index `od` and beyond: an element that the other list
+    // no longer holds drops it from its references.
+    void PoPrzeniesObiekty(TListaBazowa& lista, std::int32_t od);
     // Cycles end: a list that is being compared already counts as equal.
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;

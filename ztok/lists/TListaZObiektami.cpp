@@ -16,6 +16,8 @@ ZTOK_KLASA_DEF(TListaZObiektami, TListaBazowa)
 TListaZObiektami::~TListaZObiektami() { DokonczZycie(); }
 
 TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    if (nowyObiekt != nullptr)
+        SprawdzCykl(*this, *nowyObiekt);
     TWlasny<TObiektBazowy> straznik(nowyObiekt);
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
@@ -148,6 +150,10 @@ void TListaZObiektami::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
 
 std::int32_t TListaZObiektami::PorownajLiczby(const TListaBazowa& inna) const noexcept {
     return static_cast<int>(FIleObiektow > inna.IleObiektow()) - static_cast<int>(FIleObiektow < inna.IleObiektow());
+}
+
+std::uint32_t TListaZObiektami::IleNiepustych() const noexcept {
+    return static_cast<std::uint32_t>(FIleObiektow - std::count(FObiekty, FObiekty + FIleObiektow, nullptr));
 }
 
 const TListaBazowa& TListaZObiektami::JakoLista(const TPole& inne) const {

@@ -16,7 +16,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void PrzypnijObiekt(TObiektBazowy* obiekt) override;
     void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
-    // Takes the object over also when the call raises.
+    // Takes the object over also when the call raises. Only an object that the list is a part of is refused and left
+    // alone.
     TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;
     // An element that is not freed goes back to the caller, without a parent.
     TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
@@ -42,9 +43,11 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     template <class F> bool ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc);
     // Compares the counts: 0 when they are equal, else the sign of this count minus the other.
     [[nodiscard]] std::int32_t PorownajLiczby(const TListaBazowa& inna) const noexcept;
+    // How many elements are not null: those that a stream gets. A null one has no class and no record.
+    [[nodiscard]] std::uint32_t IleNiepustych() const noexcept;
     [[nodiscard]] const TListaBazowa& JakoLista(const TPole& inne) const;
-    // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what was
-    // read: nested lists that each announce all the bytes left get no memory for it.
+    // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what
+    // was read: nested lists that each announce all the bytes left get no memory for it.
     void MiejsceNaOdczytany(std::uint32_t zapowiedziane);
     // Appends an object made by the class's virtual constructor.
     TObiektBazowy* DodajNowy(const TKlasa& klasa, std::int32_t gdzie);

@@ -1,6 +1,7 @@
 #include "ztok/persist/TBuforZapisu.h"
 
 #include <cstring>
+#include <exception>
 
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Powiadomienie.h"
@@ -11,19 +12,22 @@ namespace ztok {
 ZTOK_KLASA_DEF(TBuforZapisu, TStrumien)
 
 TBuforZapisu::TBuforZapisu(TStrumien& strumien, std::size_t rozmiar)
-    : cel_(strumien), bufor_(new std::uint8_t[rozmiar]), rozmiar_(rozmiar) {
+    : cel_(strumien), bufor_(new std::uint8_t[rozmiar]), rozmiar_(rozmiar), wyjatkow_(std::uncaught_exceptions()) {
     poz_ = koniecOdczytu_ = bufor_;
     OtworzOkno();
 }
 
 TBuforZapisu::~TBuforZapisu() {
+    const bool blad = std::uncaught_exceptions() > wyjatkow_; // the write failed, and its caller hears of it
     try {
         if (!uszkodzony_)
             Flush();
     } catch (const EWyjatek& wyjatek) {
-        Powiadom(wyjatek.Komunikat());
+        if (!blad)
+            Powiadom(wyjatek.Komunikat());
     } catch (...) {
-        Powiadom(Komunikat(kmObcyWyjatek));
+        if (!blad)
+            Powiadom(Komunikat(kmObcyWyjatek));
     }
     delete[] bufor_;
 }

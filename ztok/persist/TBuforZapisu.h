@@ -16,7 +16,8 @@ class ZTOK_API TBuforZapisu : public TStrumien {
 
     // Writes to `strumien`, which is not owned and must outlive the buffer.
     explicit TBuforZapisu(TStrumien& strumien, std::size_t rozmiar = DomyslnyRozmiar);
-    // Flushes; an error, which has no caller to go to, is shown as a user notice. Call Flush first.
+    // Flushes; an error, which has no caller to go to, is shown as a user notice, unless another one is on its way
+    // already. Call Flush first.
     ~TBuforZapisu() override;
 
     std::int64_t Read(void* bufor, std::int64_t ile) override;
@@ -35,6 +36,7 @@ class ZTOK_API TBuforZapisu : public TStrumien {
     TStrumien& cel_;
     std::uint8_t* bufor_; // owned
     std::size_t rozmiar_;
+    int wyjatkow_;            // on their way when the buffer was made
     bool uszkodzony_ = false; // the target failed in the middle
 };
 

@@ -21,7 +21,7 @@ std::atomic<int> czynneOdczyty{0};
 constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
 
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
-constexpr std::size_t kKrokTekstu = 1024UL * 1024UL;
+constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
 
 } // namespace
 
@@ -173,7 +173,7 @@ std::size_t WczytajDlugosc(TStrumien& strumien, TOdczytywaczDanych* odczytywacz)
     if (odczytywacz != nullptr)
         odczytywacz->SprawdzTekst(dlugosc);
     else if (dlugosc > TLimityOdczytu{}.bajtyTekstu)
-        ZTErrorFmt(Komunikat(kmPrzekroczonoLimit), {u"bajtyTekstu", TLimityOdczytu{}.bajtyTekstu});
+        ZTErrorFmt(Komunikat(kmPrzekroczonoLimit), {u"rozmiar tekstu w bajtach", TLimityOdczytu{}.bajtyTekstu});
     return dlugosc;
 }
 
@@ -204,16 +204,19 @@ void WczytajTekstUtf8(TStrumien& strumien, std::u16string& tekst, std::size_t dl
         strumien.Pomin(static_cast<std::int64_t>(dlugosc));
         return;
     }
-    std::string bajty;
-    WczytajBajty(strumien, bajty, dlugosc);
-    tekst = Utf16ZUtf8(bajty);
+    {
+        std::string bajty;
+        WczytajBajty(strumien, bajty, dlugosc);
+        tekst = Utf16ZUtf8(bajty);
+    }
+    tekst.shrink_to_fit();
 }
 
 } // namespace
 
 void TOdczytywaczDanych::SprawdzTekst(std::uint32_t dlugosc) {
     if (dlugosc > limity_.bajtyTekstu)
-        BladLimitu(u"bajtyTekstu", limity_.bajtyTekstu);
+        BladLimitu(u"rozmiar tekstu w bajtach", limity_.bajtyTekstu);
     ZuzyjPamiec(2LL * dlugosc);
 }
 

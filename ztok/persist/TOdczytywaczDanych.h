@@ -70,7 +70,7 @@ class ZTOK_API TOdczytywaczDanych {
     void ZuzyjPamiec(std::int64_t bajty) {
         zuzyte_ += bajty;
         if (zuzyte_ > limity_.pamiec)
-            BladLimitu(u"pamiec", limity_.pamiec);
+            BladLimitu(u"pamięć w bajtach", limity_.pamiec);
     }
 
     [[nodiscard]] const TLimityOdczytu& Limity() const noexcept { return limity_; }

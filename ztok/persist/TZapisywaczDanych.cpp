@@ -60,6 +60,11 @@ void TZapisywaczDanych::DodajObiekt(const TObiektBazowy& obiekt) {
     posortowane_ = false;
 }
 
+void TZapisywaczDanych::DodajPusty() {
+    ZapObiekty.DodajObiekt(nullptr, MaxInt);
+    posortowane_ = false;
+}
+
 void TZapisywaczDanych::ZbierzObiekty() {
     // The levels of the write in progress are not levels of the collection.
     const TLicznikZagniezdzenia wToku = std::exchange(Zagniezdzenie, TLicznikZagniezdzenia{Zagniezdzenie.granica});

@@ -38,6 +38,8 @@ class ZTOK_API TZapisywaczDanych {
     void PrzygotujKorzen(const TObiektBazowy& korzen);
     // Appends an object to those that take part; its number in the stream is its position plus one.
     void DodajObiekt(const TObiektBazowy& obiekt);
+    // Takes a number for an object that nothing points at.
+    void DodajPusty();
     // Orders the objects by address, for JestObiekt; done by itself at the first lookup.
     void SortujListe();
     // The position of the object among those that take part; false and -1 when it does not. Null never does.

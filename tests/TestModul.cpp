@@ -1,0 +1,138 @@
+// A second module: its classes work by name while it is loaded, and are gone with it.
+#include <gtest/gtest.h>
+
+#include "StrumienieTestowe.h"
+#include "modul/KlasyModulu.h"
+#include "platforma/SystemTestowy.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Pula.h"
+
+using namespace ztok;
+using probki::TWspolna;
+using strumienie::Wczytaj;
+using strumienie::Zapisz;
+using systemTestowy::TZaladowany;
+
+namespace {
+
+const std::string sciezka = ZTOK_SCIEZKA_MODULU;
+
+std::size_t IleZnanychKlas() {
+    TListaNapisow lista;
+    JadroKlas()->DajListeZnanychKlas(lista);
+    return lista.Ile();
+}
+
+template <class E> bool Zlapany(void (*rzuc)(int), int ktory) {
+    try {
+        rzuc(ktory);
+    } catch (const E& e) {
+        return e.Komunikat() == u"z modułu" && std::string(e.what()) == "z modułu" && typeid(e) == typeid(E);
+    } catch (...) {
+        return false;
+    }
+    return false;
+}
+
+void RzucZProgramu() { throw EBladAsercji(u"z programu"); }
+
+void SprawdzWyjatki(const TZaladowany& modul) {
+    const auto rzuc = modul.Funkcja<void (*)(int)>("ModulRzuc");
+    EXPECT_TRUE(Zlapany<EBladKonwersji>(rzuc, 0));
+    EXPECT_TRUE(Zlapany<EBladWariantu>(rzuc, 1));
+    EXPECT_TRUE(Zlapany<EBladOdczytu>(rzuc, 2));
+    EXPECT_TRUE(Zlapany<EBladZapisu>(rzuc, 3));
+    EXPECT_TRUE(Zlapany<EBladRzutowania>(rzuc, 4));
+    EXPECT_TRUE(Zlapany<EBladAbstrakcyjny>(rzuc, 5));
+    EXPECT_TRUE(Zlapany<EBladSystemu>(rzuc, 6));
+    EXPECT_TRUE(Zlapany<EBladAsercji>(rzuc, 7));
+    EXPECT_TRUE(Zlapany<EBladFormatu>(rzuc, 8));
+    EXPECT_TRUE(Zlapany<ZTException>(rzuc, 9));
+    EXPECT_TRUE(Zlapany<TZTFileError>(rzuc, 10));
+    EXPECT_THROW(rzuc(1), EWyjatek);
+    EXPECT_THROW(modul.Funkcja<void (*)(void (*)())>("ModulWywolaj")(&RzucZProgramu), EBladAsercji);
+    TWspolna wspolna;
+    wspolna.SetNazwa(u"x");
+    EXPECT_THROW(modul.Funkcja<int (*)(TObiekt*)>("ModulZlyTyp")(&wspolna), EBladRzutowania);
+}
+
+// One load: everything that a host does with a module's classes. Returns the stream that it saved.
+std::string JednoZaladowanie() {
+    const TZaladowany modul(sciezka);
+    EXPECT_TRUE(modul.Jest());
+    if (!modul.Jest())
+        return {};
+    EXPECT_TRUE(TZaladowany::WPamieci(sciezka));
+    modul.Funkcja<void (*)()>("ModulRejestruj")();
+
+    const TKlasa* klasa = nullptr;
+    EXPECT_TRUE(JadroKlas()->JestKlasaONazwie(u"tzmodulu", klasa));
+    TWlasny<TObiektBazowy> nowy(static_cast<TObiektBazowy*>(klasa->utworz(nullptr)));
+    auto& obiekt = static_cast<TObiekt&>(*nowy);
+    EXPECT_TRUE(obiekt.JestKlasy(TObiekt::KlasaStatyczna()));
+    EXPECT_EQ(obiekt.NrPolaONazwie(u"Dalsze"), 2);
+    TKolekcjaObiektow kolekcja;
+    auto& wspolna = static_cast<TWspolna&>(*kolekcja.Dodaj(Utworz<TWspolna>()));
+    wspolna.SetNazwa(u"z programu");
+    obiekt.WpiszDane({0, 1, 3, 4}, {u"Żółw", 7, &wspolna, 0.5});
+    kolekcja.Dodaj(std::move(nowy));
+
+    // The shared class, made by either side, is one class for both, whatever module its code lies in.
+    const auto poznaje = modul.Funkcja<bool (*)(const TObiektBazowy*)>("ModulPoznaje");
+    TWlasny<TObiektBazowy> obca(modul.Funkcja<TObiektBazowy* (*)()>("ModulUtworzWspolna")());
+    EXPECT_TRUE(obca->JestKlasy(TWspolna::KlasaStatyczna()));
+    EXPECT_TRUE(poznaje(obca.get()));
+    EXPECT_TRUE(poznaje(&wspolna));
+    EXPECT_FALSE(poznaje(&kolekcja));
+    EXPECT_EQ(obca->Porownaj(wspolna), -1);
+    wspolna.SetInna(static_cast<TWspolna*>(obca.get()));
+    EXPECT_EQ(wspolna.GetInna()->GetNazwa(), u"z modułu");
+    kolekcja.Dodaj(std::move(obca));
+
+    const std::string bajty = Zapisz(kolekcja);
+    TKolekcjaObiektow odczytana;
+    Wczytaj(odczytana, bajty);
+    EXPECT_EQ(odczytana.Porownaj(kolekcja), 0);
+    EXPECT_TRUE(Zapisz(odczytana) == bajty);
+    EXPECT_EQ(odczytana.Obiekty(1)->NazwaKlasy(), u"TZModulu");
+    EXPECT_EQ(static_cast<TObiekt&>(*odczytana.Obiekty(1)).GetPoleRefObiektu(3), odczytana.Obiekty(0));
+    EXPECT_EQ(static_cast<TWspolna&>(*odczytana.Obiekty(0)).GetInna(), odczytana.Obiekty(2));
+    SprawdzWyjatki(modul);
+    return bajty;
+}
+
+TEST(Modul, StoRazyZaladowanyIZnikniety) {
+    TWspolna swoja;
+    swoja.SetNazwa(u"a"); // the library knows the program's class, though not by name
+    std::int64_t zajete = 0;
+    std::size_t znanych = 0;
+    for (int razy = 0; razy < 100; ++razy) {
+        ASSERT_FALSE(TZaladowany::WPamieci(sciezka)) << razy;
+        const std::string bajty = JednoZaladowanie();
+        ASSERT_FALSE(TZaladowany::WPamieci(sciezka)) << razy;
+        const TKlasa* klasa = nullptr;
+        EXPECT_FALSE(JadroKlas()->JestKlasaONazwie(u"TZModulu", klasa));
+        EXPECT_FALSE(JadroKlas()->JestKlasaONazwie(u"TListaZModulu", klasa));
+        EXPECT_EQ(klasa, nullptr);
+        // The module's shared class gave its name to the program's.
+        EXPECT_TRUE(JadroKlas()->JestKlasaONazwie(u"TWspolna", klasa));
+        EXPECT_EQ(klasa, TWspolna::KlasaStatyczna());
+        JadroKlas()->WyrejestrujKlase(klasa);
+        // What the module's class saved is unknown now.
+        TKolekcjaObiektow odczytana;
+        TZTReadOnlyRawByteStream strumien(bajty);
+        TOdczytywaczDanych odczytywacz;
+        odczytywacz.BladNieznanejKlasy = true;
+        EXPECT_THROW(odczytana.WczytajZeStrumienia(strumien, &odczytywacz), ZTException);
+        odczytana.ZerujDane();
+        if (razy == 1) {
+            zajete = PulaZajete();
+            znanych = IleZnanychKlas();
+        } else if (razy > 1) {
+            ASSERT_EQ(PulaZajete(), zajete) << razy;
+            ASSERT_EQ(IleZnanychKlas(), znanych) << razy;
+        }
+    }
+}
+
+} // namespace

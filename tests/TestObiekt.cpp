@@ -1,0 +1,641 @@
+// Objects: incoming references, end of life, typed access, initialisation, locks.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <new>
+#include <random>
+#include <set>
+#include <stdexcept>
+
+#include "tests/Bledy.h"
+#include "tests/Probki.h"
+#include "tests/platforma/SystemTestowy.h"
+
+namespace {
+
+using namespace ztok;
+using probki::TAdres;
+using probki::TWszystko;
+using testy::Blad;
+using testy::TPowiadomienia;
+using testy::Zglasza;
+
+std::vector<std::u16string> slady; // what happened, in order
+int zywe = 0;
+
+// A field that tells when it is cleared, and can refuse.
+class TPoleSlad : public TPole {
+    ZTOK_KLASA_DEKL(TPoleSlad)
+    void ZerujRefDo(TObiektBazowy* cel) override {
+        kolejnosc.push_back(this);
+        EXPECT_FALSE(cel->MaRefOd(this)); // taken out before it is told
+        cel->ZwolnijRefOd(this);
+        if (odmawia)
+            ZTError(u"odmowa");
+    }
+    void ZerujDane() override {}
+    bool odmawia = false;
+    static inline std::vector<TPoleSlad*> kolejnosc;
+};
+ZTOK_KLASA_DEF(TPoleSlad, TPole)
+
+// An object whose every step leaves a trace and can fail.
+class TSladowy : public TObiekt {
+    ZTOK_OBIEKT(TSladowy, TObiekt, (0, Nazwa, String), (1, Dziecko, Obiekt<TSladowy>), (2, Adres, Obiekt<TAdres>))
+
+    void ZerujDane() override {
+        slady.push_back(u"ZerujDane");
+        TObiekt::ZerujDane();
+        if (bladZeruj != nullptr)
+            bladZeruj();
+    }
+    void UsunSekcjeKrytyczna() override { slady.push_back(u"UsunSekcje"); }
+    void TworzSekcjeKrytyczna() override { slady.push_back(u"TworzSekcje"); }
+    void ZerujRefDo(TObiektBazowy* /*cel*/) override {
+        slady.push_back(u"ZerujRefDo");
+        if (bladRef)
+            ZTError(u"ref");
+    }
+    void UtworzonoPole(int nrPola) override {
+        slady.push_back(u"Utworzono" + IntNaTekst(nrPola) + (PoleNiepuste(nrPola) ? u"+" : u"-"));
+    }
+    void SetBylyZmiany(int nrPola) override {
+        slady.push_back(u"Zmiana" + IntNaTekst(nrPola) + (PoleNiepuste(nrPola) ? u"+" : u"-"));
+    }
+    static std::u16string IntNaTekst(int nr) { return std::u16string(1, static_cast<char16_t>(u'0' + nr)); }
+    void (*bladZeruj)() = nullptr;
+    bool bladRef = false;
+};
+
+class TOgniwo : public TObiekt {
+    ZTOK_OBIEKT(TOgniwo, TObiekt, (0, Nastepne, Obiekt<TOgniwo>), (1, Lista, Obiekt<TKolekcjaObiektow>))
+    void TworzSekcjeKrytyczna() override { ++zywe; }
+    void UsunSekcjeKrytyczna() override { --zywe; }
+};
+
+// Counts its locks. Not re-entrant counting: the depth must come back to zero.
+class TBlokowany : public TObiekt {
+    ZTOK_OBIEKT(TBlokowany, TObiekt, (0, Liczba, Integer), (1, Nazwa, String), (2, Tak, Boolean),
+                (3, Wskaznik, Wsk<TAdres>), (4, Referencja, Ref<TAdres>), (5, Adres, Obiekt<TAdres>),
+                (6, Szeroki, WideString), (7, Kwota, Double))
+    void ZablokujObiekt() const override {
+        ++zablokowan;
+        slady.push_back(nazwa + u"(");
+    }
+    void OdblokujObiekt() const override {
+        ++odblokowan;
+        slady.push_back(u")" + nazwa);
+    }
+    mutable int zablokowan = 0;
+    mutable int odblokowan = 0;
+    std::u16string nazwa;
+};
+class TPodBlokada : public TObiektITS {
+    ZTOK_OBIEKT(TPodBlokada, TObiektITS, (0, Liczba, Integer))
+};
+
+class Obiekt : public testing::Test {
+  protected:
+    void SetUp() override {
+        slady.clear();
+        zywe = 0;
+        TPoleSlad::kolejnosc.clear();
+    }
+};
+
+TEST_F(Obiekt, ReferencjeSaZbioremWPorzadkuAdresow) {
+    std::vector<TWlasny<TPoleSlad>> pola;
+    for (int i = 0; i < 40; ++i)
+        pola.push_back(Utworz<TPoleSlad>());
+    auto obiekt = Utworz<TAdres>();
+    std::set<TPoleSlad*> model;
+    std::mt19937 los(7);
+    for (int krok = 0; krok < 4000; ++krok) {
+        TPoleSlad* pole = pola[los() % pola.size()].get();
+        if (los() % 2 == 0) {
+            obiekt->DodajRefOd(pole);
+            model.insert(pole);
+        } else {
+            obiekt->ZwolnijRefOd(pole);
+            model.erase(pole);
+        }
+        const TPoleSlad* pytane = pola[los() % pola.size()].get();
+        int gdzie = -1;
+        const auto oczekiwane = model.lower_bound(const_cast<TPoleSlad*>(pytane));
+        EXPECT_EQ(obiekt->JestRefOd(pytane, gdzie), model.count(const_cast<TPoleSlad*>(pytane)) == 1);
+        EXPECT_EQ(gdzie, std::distance(model.begin(), oczekiwane));
+        EXPECT_EQ(obiekt->MaJakiesRef(), !model.empty());
+    }
+    for (const auto& pole : pola)
+        obiekt->DodajRefOd(pole.get());
+    pola[3]->odmawia = true; // all are told all the same, and the first error comes at the end
+    EXPECT_EQ(Blad([&] { Zwolnij(obiekt.Oddaj()); }), u"Wyjątek w ZwolnijReferencje w TAdres.Destroy (): odmowa");
+    EXPECT_EQ(TPoleSlad::kolejnosc.size(), pola.size());
+    EXPECT_TRUE(std::is_sorted(TPoleSlad::kolejnosc.begin(), TPoleSlad::kolejnosc.end(), std::greater<>()));
+}
+
+TEST_F(Obiekt, KoniecZyciaWKolejnosciIDoKonca) {
+    const auto wskazujacy = Utworz<TSladowy>();
+    auto obiekt = Utworz<TSladowy>();
+    obiekt->SetNazwa(u"x");
+    obiekt->DodajRefOd(wskazujacy.get());
+    slady.clear();
+    Zwolnij(obiekt.Oddaj());
+    EXPECT_EQ(slady, (std::vector<std::u16string>{u"ZerujRefDo", u"ZerujDane", u"UsunSekcje"}));
+
+    struct {
+        bool ref;
+        void (*zeruj)();
+        std::u16string_view komunikat;
+    } const przypadki[] = {
+        {true, nullptr, u"Wyjątek w ZwolnijReferencje w TSladowy.Destroy (): ref"},
+        {false, [] { ZTError(u"dane"); }, u"Wyjątek w ZerujDane w TSladowy.Destroy (): dane"},
+        {true, [] { ZTError(u"dane"); }, u"Wyjątek w ZwolnijReferencje w TSladowy.Destroy (): ref"},
+        {false, [] { throw std::runtime_error("obcy"); }, u"Wyjątek w ZerujDane w TSladowy.Destroy (): obcy"},
+    };
+    for (const auto& p : przypadki)
+        for (const bool cicho : {false, true}) {
+            wskazujacy->bladRef = p.ref;
+            auto o = Utworz<TSladowy>();
+            o->DodajRefOd(wskazujacy.get());
+            o->bladZeruj = p.zeruj;
+            slady.clear();
+            if (cicho) {
+                const TPowiadomienia powiadomienia;
+                o.Ustaw();
+                EXPECT_EQ(TPowiadomienia::Tresci(), std::vector{std::u16string(p.komunikat)});
+            } else {
+                EXPECT_EQ(Blad<ZTException>([&] { Zwolnij(o.Oddaj()); }), p.komunikat);
+            }
+            EXPECT_EQ(slady, (std::vector<std::u16string>{u"ZerujRefDo", u"ZerujDane", u"UsunSekcje"}));
+        }
+    wskazujacy->bladRef = false;
+    // Out of memory passes as it is.
+    auto o = Utworz<TSladowy>();
+    o->bladZeruj = [] { throw std::bad_alloc(); };
+    EXPECT_THROW(Zwolnij(o.Oddaj()), std::bad_alloc);
+    // On the stack: at the level of the whole class, errors to the user.
+    const TPowiadomienia powiadomienia;
+    {
+        TSladowy naStosie;
+        naStosie.SetNazwa(u"x");
+        naStosie.bladZeruj = [] { ZTError(u"stos"); };
+        slady.clear();
+    }
+    EXPECT_EQ(slady, (std::vector<std::u16string>{u"ZerujDane", u"UsunSekcje"}));
+    EXPECT_EQ(TPowiadomienia::Tresci(),
+              std::vector<std::u16string>{u"Wyjątek w ZerujDane w TSladowy.Destroy (): stos"});
+}
+
+TEST_F(Obiekt, BladWPoddrzewieMaJedenKontekst) {
+    auto korzen = Utworz<TSladowy>();
+    TSladowy* wnuk = &korzen->GetDziecko().GetDziecko();
+    wnuk->bladZeruj = [] { ZTError(u"głęboko"); };
+    const auto odwolanie = Utworz<TSladowy>();
+    odwolanie->bladRef = true;
+    korzen->GetDziecko().DodajRefOd(odwolanie.get());
+    slady.clear();
+    // The child's own error comes before the grandchild's; both are deeper than the root, which adds nothing.
+    EXPECT_EQ(Blad([&] { Zwolnij(korzen.Oddaj()); }), u"Wyjątek w ZwolnijReferencje w TSladowy.Destroy (): ref");
+    EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 3);
+
+    // A list frees all its elements and is valid after an error.
+    auto lista = Utworz<TKolekcjaObiektow>();
+    for (int i = 0; i < 5; ++i) {
+        auto element = Utworz<TSladowy>();
+        if (i == 1 || i == 3)
+            element->bladZeruj = i == 3 ? [] { ZTError(u"trzy"); } : [] { ZTError(u"jeden"); };
+        lista->Dodaj(std::move(element));
+    }
+    slady.clear();
+    EXPECT_EQ(Blad([&] { lista->SkrocListe(1, false); }), u"Wyjątek w ZerujDane w TSladowy.Destroy (): trzy");
+    EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 4);
+    EXPECT_EQ(lista->IleObiektow(), 1);
+    EXPECT_EQ(lista->Pojemnosc(), 1);
+}
+
+TEST_F(Obiekt, GlebokieDrzewaGinaBezRekursji) {
+    constexpr int kGlebokosc = ZTOK_SANITIZER != 0 ? 200000 : 1000000;
+    for (const bool listy : {false, true}) {
+        auto korzen = Utworz<TOgniwo>();
+        TOgniwo* o = korzen.get();
+        for (int i = 1; i < kGlebokosc; ++i)
+            o = listy ? static_cast<TOgniwo*>(o->GetLista().Dodaj(Utworz<TOgniwo>())) : &o->GetNastepne();
+        EXPECT_EQ(zywe, kGlebokosc);
+        EXPECT_EQ(o->DajKorzen(), korzen.get());
+        systemTestowy::WMalymWatku([&] { Zwolnij(korzen.Oddaj()); });
+        EXPECT_EQ(zywe, 0);
+    }
+}
+
+TEST_F(Obiekt, RodziceIKlony) {
+    const auto korzen = Utworz<TWszystko>();
+    TWszystko& element = korzen->GetPodrzedne().Dopisz();
+    TAdres& adres = element.GetAdres();
+    EXPECT_EQ(adres.DajKorzen(), korzen.get());
+    EXPECT_EQ(korzen->DajKorzen(), korzen.get());
+    EXPECT_EQ(adres.DajRodzica(TWszystko::KlasaStatyczna()), &element);
+    EXPECT_EQ(element.DajRodzica(TWszystko::KlasaStatyczna()), korzen.get()); // never the object itself
+    EXPECT_EQ(element.DajRodzica(TListaBazowa::KlasaStatyczna()), &korzen->GetPodrzedne());
+    EXPECT_EQ(korzen->DajRodzica(TObiektBazowy::KlasaStatyczna()), nullptr);
+    EXPECT_EQ(adres.DajRodzica(TAdres::KlasaStatyczna()), nullptr);
+    struct {
+        const TObiektBazowy* obiekt;
+        const TObiektBazowy* od;
+        std::u16string_view sciezka;
+    } const sciezki[] = {{&adres, nullptr, u"Podrzedne[0].Adres"},
+                         {&adres, &korzen->GetPodrzedne(), u"[0].Adres"},
+                         {&adres, &element, u"Adres"},
+                         {&adres, &adres, u""},
+                         {korzen.get(), nullptr, u""}};
+    for (const auto& s : sciezki)
+        EXPECT_EQ(s.obiekt->DajSciezkeDoSiebie(s.od), s.sciezka);
+
+    adres.SetUlica(u"Długa");
+    for (const bool zachowaj : {false, true}) {
+        const TWlasny<TObiektBazowy> klon = adres.KlonujObiekt(zachowaj);
+        EXPECT_EQ(klon->Klasa(), TAdres::KlasaStatyczna());
+        EXPECT_EQ(klon->Rodzic(), zachowaj ? &element : nullptr);
+        EXPECT_EQ(klon->Porownaj(adres), 0);
+        EXPECT_EQ(klon->DajWyroznikObiektu(), adres.DajWyroznikObiektu());
+        EXPECT_EQ(klon->DajSciezkeDoSiebie(), u""); // the parent does not hold it
+        static_cast<TAdres&>(*klon).SetUlica(u"Krótka");
+        EXPECT_EQ(adres.GetUlica(), u"Długa");
+        EXPECT_NE(klon->DajWyroznikObiektu(), adres.DajWyroznikObiektu());
+    }
+    EXPECT_EQ(&element.GetAdres(), &adres);
+    EXPECT_EQ(adres.OpisTekstowy(), u"Adres: Ulica=Długa");
+    EXPECT_EQ(adres.TObiektBazowy::OpisTekstowy(), u"?"); // of a root object that has no description of its own
+}
+
+TEST_F(Obiekt, MoznaCzytacDaneTypu) {
+    class TDomek : public TAdres {
+        ZTOK_OBIEKT(TDomek, TAdres)
+    };
+    RejestrujKlasy<TDomek, TAdres, TWszystko>();
+    const auto adres = Utworz<TAdres>();
+    const auto domek = Utworz<TDomek>();
+    struct {
+        std::u16string_view nazwa;
+        bool adres;
+        bool domek;
+    } const tabela[] = {
+        {u"TAdres", true, true},   {u"tadres", true, true},      {u"Adres", true, false}, // the class's alias
+        {u"_TAdres", true, true},  {u"___tadres", true, true},   {u"_", false, false},
+        {u"", false, false},       {u"TDomek", true, true}, // derived: what is stored may be more than the object
+        {u"domek", false, true},   {u"TWszystko", false, false}, {u"TNieznana", false, false},
+        {u"_Adres", false, false}, // the alias is compared before the "_" go
+        {u"TObiekt", true, true},
+    };
+    for (const auto& t : tabela) {
+        EXPECT_EQ(adres->MoznaCzytacDaneTypu(t.nazwa), t.adres) << testing::PrintToString(t.nazwa);
+        EXPECT_EQ(domek->MoznaCzytacDaneTypu(t.nazwa), t.domek) << testing::PrintToString(t.nazwa);
+    }
+}
+
+// Each kind: how to write a value, whether the reader gives it, whether the reader gives the empty value.
+struct TRodzajDostepu {
+    int nr;
+    void (*pisz)(TWszystko&, int);
+    bool (*jest)(const TWszystko&, int);
+    bool (*puste)(const TWszystko&, int);
+};
+#define DOSTEP(nr, Nazwa, wartosc, zero)                                                                               \
+    {                                                                                                                  \
+        nr, [](TWszystko& o, int n) { o.SetPole##Nazwa(n, wartosc); },                                                 \
+            [](const TWszystko& o, int n) { return o.GetPole##Nazwa(n) == (wartosc); },                                \
+            [](const TWszystko& o, int n) { return o.GetPole##Nazwa(n) == (zero); }                                    \
+    }
+TAdres* celTestu = nullptr;
+const TRodzajDostepu dostepy[] = {
+    DOSTEP(0, Byte, std::uint8_t{255}, 0),
+    DOSTEP(1, Smallint, std::int16_t{-32768}, 0),
+    DOSTEP(2, Word, std::uint16_t{65535}, 0),
+    DOSTEP(3, Integer, -2147483647 - 1, 0),
+    DOSTEP(4, Cardinal, 4294967295U, 0U),
+    DOSTEP(5, Int64, std::int64_t{-9223372036854775807LL}, 0),
+    DOSTEP(6, Double, -0.1, 0.0),
+    DOSTEP(7, Boolean, true, false),
+    DOSTEP(8, String, std::u16string_view(u"Łódź"), u""),
+    DOSTEP(10, RawByteString, std::string_view("\xB3\0x", 3), ""),
+    DOSTEP(11, WideString, std::u16string_view(u"\xD83D\xDE00"), u""),
+    DOSTEP(12, CDATA, std::u16string_view(u"<a>"), u""),
+    DOSTEP(18, RefObiektu, celTestu, nullptr),
+    DOSTEP(17, WskObiektu, celTestu, nullptr),
+};
+
+TEST_F(Obiekt, DostepDoPolKazdegoRodzaju) {
+    const auto cel = Utworz<TAdres>();
+    celTestu = cel.get();
+    for (const TRodzajDostepu& d : dostepy) {
+        const auto o = Utworz<TWszystko>();
+        for (const int nr : {d.nr, -1, -32768, 9, 32767}) // reading creates nothing
+            EXPECT_TRUE(d.puste(*o, nr)) << nr;
+        EXPECT_EQ(o->OstUzywanePole(), -1);
+        EXPECT_FALSE(o->PoleNiepuste(d.nr));
+        d.pisz(*o, d.nr);
+        EXPECT_TRUE(d.jest(*o, d.nr)) << d.nr;
+        EXPECT_TRUE(o->GetMaWartosc(d.nr));
+        EXPECT_EQ(o->OstUzywanePole(), d.nr);
+        for (int nr = 0; nr < d.nr; ++nr)
+            EXPECT_EQ(o->Pole(nr), nullptr);
+        const TPole* pole = o->Pole(d.nr);
+        o->SetMaWartosc(d.nr, false); // cleared, the field object stays
+        EXPECT_EQ(o->Pole(d.nr), pole);
+        EXPECT_TRUE(d.puste(*o, d.nr));
+        EXPECT_FALSE(o->PoleNiepuste(-1));
+        for (const int nr : {-1, 9, 21, 32767})
+            EXPECT_TRUE(Zglasza<ZTException>([&] { d.pisz(*o, nr); })) << d.nr << " in " << nr;
+    }
+    EXPECT_FALSE(cel->MaJakiesRef());
+}
+
+TEST_F(Obiekt, DostepDoPolaInnejKlasyZglaszaBlad) {
+    const auto cel = Utworz<TAdres>();
+    celTestu = cel.get();
+    const auto o = Utworz<TWszystko>();
+    for (const TRodzajDostepu& d : dostepy)
+        d.pisz(*o, d.nr);
+    o->GetAdres().SetUlica(u"x");
+    static_cast<void>(o->GetAdresy());
+    for (const TRodzajDostepu& d : dostepy)
+        for (int nr = 0; nr <= 14; ++nr) {
+            if (nr == 9)
+                continue;
+            // String and CDATA go to the same field class; a registered pointer is a pointer too.
+            const bool pasuje = d.nr == nr || (d.nr == 8 && nr == 12) || (d.nr == 12 && nr == 8);
+            EXPECT_EQ(Zglasza<EBladRzutowania>([&] { static_cast<void>(d.puste(*o, nr)); }), !pasuje)
+                << d.nr << " reads " << nr;
+            EXPECT_EQ(Zglasza<EBladRzutowania>([&] { d.pisz(*o, nr); }), !pasuje) << d.nr << " writes " << nr;
+        }
+    EXPECT_EQ(Blad([&] { static_cast<void>(o->GetPoleInteger(8)); }),
+              u"TWszystko: pole Nazwa jest typu TPoleString, spodziewany TPoleInteger");
+    EXPECT_EQ(o->GetPoleWskObiektu(18), cel.get());
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { static_cast<void>(o->GetPoleRefObiektu(17)); }));
+    for (const TRodzajDostepu& d : dostepy)
+        EXPECT_TRUE(d.jest(*o, d.nr) || d.nr == 8 || d.nr == 12) << d.nr; // nothing was overwritten
+}
+
+TEST_F(Obiekt, DwajOsobniPisarze) {
+    const auto o = Utworz<TWszystko>();
+    o->SetNazwa(u""); // creates nothing
+    EXPECT_EQ(o->OstUzywanePole(), -1);
+    o->SetNazwa(u"x");
+    o->SetNazwa(u"");
+    EXPECT_TRUE(o->JestPole(TWszystko::nrNazwa));
+    EXPECT_FALSE(o->PoleNiepuste(TWszystko::nrNazwa));
+    o->SetSzeroki(u""); // the other text kinds keep an empty text as a value
+    EXPECT_TRUE(o->PoleNiepuste(TWszystko::nrSzeroki));
+    o->SetTak(false);
+    EXPECT_TRUE(o->PoleNiepuste(TWszystko::nrTak));
+    for (const int bajt : {2, 77, 255}) {
+        EXPECT_EQ(Blad<ZTException>([&] { o->SetPoleBoolean(7, static_cast<std::uint8_t>(bajt)); }),
+                  u"błędna wartość boolean = " + PolskiWide(std::to_string(bajt)));
+        EXPECT_FALSE(o->GetTak());
+    }
+    o->SetPoleBoolean(7, std::uint8_t{1});
+    EXPECT_TRUE(o->GetTak());
+}
+
+TEST_F(Obiekt, HakiPoUtworzeniuIPoZapisie) {
+    auto o = Utworz<TSladowy>();
+    EXPECT_EQ(slady, std::vector<std::u16string>{u"TworzSekcje"});
+    slady.clear();
+    o->SetNazwa(u"a");
+    o->SetNazwa(u"b");
+    o->SetNazwa(u"");
+    o->SetVariantowo(0, TWariant(5));
+    static_cast<void>(o->GetAdres());
+    EXPECT_EQ(slady, (std::vector<std::u16string>{u"Utworzono0-", u"Zmiana0+", u"Zmiana0+", u"Zmiana0-", u"Zmiana0+",
+                                                  u"Utworzono2-"}));
+    slady.clear();
+    const auto kopia = Utworz<TSladowy>();
+    slady.clear();
+    kopia->KopiujDane(*o);
+    EXPECT_EQ(slady, (std::vector<std::u16string>{u"Utworzono0-", u"Utworzono2-"}));
+}
+
+TEST_F(Obiekt, UstawPoleIFlagi) {
+    const auto o = Utworz<TWszystko>();
+    o->UstawPole(8, Utworz<TPoleString>().Oddaj(), true);
+    EXPECT_TRUE(o->PoleNiepuste(8)); // a field put in counts as written
+    EXPECT_EQ(o->OstUzywanePole(), 8);
+    auto adres = Utworz<TAdres>();
+    TAdres* wsk = adres.get();
+    o->UstawPole(13, adres.Oddaj(), false);
+    EXPECT_EQ(wsk->Rodzic(), o.get());
+    EXPECT_FALSE(o->PoleNiepuste(13)); // its state is its own
+    o->SetMaWartosc(13, true);
+    EXPECT_FALSE(o->PoleNiepuste(13));
+    wsk->SetNumer(0);
+    EXPECT_TRUE(o->PoleNiepuste(13));
+    o->UstawPole(8, nullptr, true);
+    EXPECT_FALSE(o->PoleNiepuste(8));
+    EXPECT_TRUE(o->PoleNiepuste(-1)); // through the nested object
+    o->UstawPole(13, nullptr, false); // not freed: back to the test
+    const TWlasny<TAdres> oddany(wsk);
+    EXPECT_FALSE(o->PoleNiepuste(-1));
+    EXPECT_EQ(o->OstUzywanePole(), 13);
+    for (const int nr : {-1, 32768})
+        EXPECT_TRUE(Zglasza<ZTException>([&] { o->UstawPole(nr, Utworz<TPoleByte>().Oddaj(), true); }));
+    o->SetMaWartosc(30, true); // a flag without a field object counts as unset
+    EXPECT_FALSE(o->PoleNiepuste(30));
+    EXPECT_FALSE(o->PoleNiepuste(-1));
+    o->SetB(1);
+    o->SetMaWartosc(-1, false); // the whole object
+    EXPECT_EQ(o->OstUzywanePole(), -1);
+    EXPECT_FALSE(o->JestPole(-1, TPoleByte::KlasaStatyczna(), true));
+    EXPECT_FALSE(o->JestPole(9, nullptr, true));
+    EXPECT_TRUE(o->JestPole(9, TPoleByte::KlasaStatyczna(), true)); // a class given makes an undeclared field
+    EXPECT_EQ(o->DajPole(-5), nullptr);
+}
+
+TEST_F(Obiekt, WpiszDaneKazdegoZnacznika) {
+    const auto adres = Utworz<TAdres>();
+    adres->SetUlica(u"Wzór");
+    const auto strumien = Utworz<TZTMemoryStream>();
+    const auto o = Utworz<TWszystko>();
+    const std::u16string ogonek = u"ą";
+    struct {
+        TArgument pole;
+        TArgument wartosc;
+        std::u16string_view oczekiwane; // text of field 8 (or of the field named), or the error after "!"
+    } const tabela[] = {
+        {8, 12, u"12"},
+        {8, true, u"True"},
+        {8, '\xB9', ogonek},
+        {8, 2.5, u"2,5"},
+        {8, TArgument::ShortString("\xB9z"), u"ąz"},
+        {8, TArgument::PChar("\xEA"), u"ę"},
+        {8, u'ż', u"ż"},
+        {8, TArgument::PWideChar(u"żółw"), u"ż"}, // its first character only
+        {8, TArgument::PWideChar(u""), u""},
+        {8, std::string("\xB3"), u"ł"},
+        {8, TArgument(TWariant(7)), u"7"},
+        {8, TArgument::WideString(u"szeroki"), u"szeroki"},
+        {8, 5000000000LL, u"5000000000"},
+        {8, u"zwykły", u"zwykły"},
+        {8, nullptr, u""},
+        {u"nazwa", u"po nazwie", u"po nazwie"},
+        {std::string("NAZWA"), u"po bajtach", u"po bajtach"},
+        {TArgument::ShortString("Nazwa"), u"krótko", u"krótko"},
+        {65544, u"niskie 16 bitów", u"niskie 16 bitów"},
+        {8, TArgument::Pointer(&ogonek), u"!Błąd inicjalizacji w TWszystko:\rźródło danych jest typu Pointer"},
+        {8, TArgument(strumien.get()),
+         u"!Błąd inicjalizacji w TWszystko:\rpróba wpisania wartości typu TZTMemoryStream do pola Nazwa"},
+        {u"Adres.Ulica", TArgument::Pointer(&ogonek),
+         u"!Błąd inicjalizacji w TAdres:\rźródło danych jest typu Pointer"},
+        {u"Adres.Ulica", TArgument(strumien.get()),
+         u"!Błąd inicjalizacji w TWszystko:\rpróba wpisania wartości typu TZTMemoryStream do pola Ulica"},
+        {8, TAdres::KlasaStatyczna(), u"!WD: Błędny typ wartości 8"},
+        {8, TWaluta{10000}, u"!WD: Błędny typ wartości 12"},
+        {8, static_cast<IInterfejs*>(nullptr), u"!WD: Błędny typ wartości 14"},
+        {1.5, u"x", u"!WD: Błędny typ indeksu"},
+        {8LL, u"x", u"!WD: Błędny typ indeksu"},
+        {u'N', u"x", u"!WD: Błędny typ indeksu"},
+        {TArgument::WideString(u"Nazwa"), u"x", u"!WD: Błędny typ indeksu"},
+        {u"Nazwy", u"x", u"!WD: Błędne podpole = \"Nazwy\""},
+        {u"Adres.Nic", u"x", u"!WD: Błędne podpole = \"Adres.Nic\""},
+        {u"Wskaznik.Nazwa", u"x", u"!WD: Błędne podpole = \"Wskaznik.Nazwa\""},
+    };
+    for (const auto& t : tabela) {
+        o->SetI(0);
+        o->SetNazwa(u"przed");
+        const std::u16string blad = Blad<ZTException>([&] { o->WpiszDane({3, t.pole}, {77, t.wartosc}); });
+        EXPECT_EQ(blad == u"(no error)" ? o->GetNazwa() : u"!" + blad, t.oczekiwane);
+        EXPECT_EQ(o->GetI(), 77); // the pair before is written whatever happens to this one
+    }
+    EXPECT_FALSE(o->PoleNiepuste(17));
+    o->WpiszDane({17, 18, 13, u"Adres.Numer", 3}, {o.get(), adres.get(), adres.get(), 9, nullptr});
+    EXPECT_EQ(o->GetWskaznik(), o.get());
+    EXPECT_EQ(o->GetReferencja(), adres.get());
+    EXPECT_EQ(o->GetAdres().GetUlica(), u"Wzór"); // copied
+    EXPECT_EQ(o->GetAdres().GetNumer(), 9);
+    EXPECT_FALSE(adres->PoleNiepuste(1));
+    EXPECT_FALSE(o->PoleNiepuste(3));
+    EXPECT_TRUE(Zglasza<ZTException>([&] { o->WpiszDane({1, 2}, {1}); }));
+    EXPECT_TRUE(Zglasza<EBladWariantu>([&] { o->WpiszDane({3}, {u"nie liczba"}); }));
+
+    // Initialisation frees the field objects first; the length of the array stays.
+    const auto p = Utworz<TWszystko>();
+    p->SetB(5);
+    p->SetI(6);
+    p->SetReferencja(adres.get());
+    p->Inicjuj({3}, {7});
+    EXPECT_EQ(p->GetI(), 7);
+    EXPECT_EQ(p->Pole(0), nullptr);
+    EXPECT_FALSE(p->PoleNiepuste(0));
+    EXPECT_EQ(p->OstUzywanePole(), 18);
+    o->SetReferencja(nullptr);
+    EXPECT_FALSE(adres->MaJakiesRef());
+}
+
+TEST_F(Obiekt, KazdaOperacjaBlokujeIOddaje) {
+    const auto adres = Utworz<TAdres>();
+    TBlokowany o;
+    TBlokowany p;
+    p.nazwa = u"p";
+    p.SetLiczba(3);
+    using TOperacja = void (*)(TBlokowany&, TBlokowany&);
+    celTestu = adres.get();
+    struct {
+        TOperacja operacja;
+        bool blad;
+    } const operacje[] = {
+        {[](TBlokowany& a, TBlokowany&) { a.SetLiczba(1); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleInteger(0)); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleInteger(1)); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetNazwa(u"x"); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleInteger(1)); }, true},
+        {[](TBlokowany& a, TBlokowany&) { a.SetPoleInteger(1, 5); }, true},
+        {[](TBlokowany& a, TBlokowany&) { a.SetNazwa(u""); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetTak(true); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetReferencja(celTestu); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetWskaznik(celTestu); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleRefObiektu(4)); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetSzeroki(u"s"); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetKwota(1.5); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetMaWartosc(-1)); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.SetMaWartosc(1, false); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.SaJakiesDane(0)); }, false},
+        {[](TBlokowany& a, TBlokowany&) {
+             a.WpiszDane({0, 1}, {5, u"x"});
+         },
+         false},
+        {[](TBlokowany& a, TBlokowany&) {
+             a.WpiszDane({0, 99}, {5, u"x"});
+         },
+         true},
+        {[](TBlokowany& a, TBlokowany&) { a.Inicjuj({0}, {u"x"}); }, true},
+        {[](TBlokowany& a, TBlokowany& b) { static_cast<void>(a.Porownaj(b)); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.Porownaj(TPoleByte())); }, true},
+        {[](TBlokowany& a, TBlokowany& b) { a.KopiujDane(b); }, false},
+        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.DajWyroznikObiektu()); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.ZerujDane(); }, false},
+        {[](TBlokowany& a, TBlokowany&) { a.ZerujDane(); }, false},
+    };
+    int nr = 0;
+    for (const auto& op : operacje) {
+        o.zablokowan = o.odblokowan = 0;
+        EXPECT_EQ(Blad([&] { op.operacja(o, p); }) != u"(no error)", op.blad) << nr;
+        // A comparison with no object of the model ends before it begins.
+        EXPECT_TRUE(o.zablokowan > 0 || nr == 20) << nr;
+        EXPECT_EQ(o.zablokowan, o.odblokowan) << nr;
+        EXPECT_EQ(p.zablokowan, p.odblokowan) << nr;
+        ++nr;
+    }
+    o.zablokowan = 0;
+    EXPECT_TRUE(Zglasza<ZTException>([&] { o.SetPoleBoolean(2, std::uint8_t{2}); }));
+    EXPECT_EQ(o.zablokowan, 0); // refused before anything is locked
+    // A copy locks the target, then the source, and lets go in the reverse order; ancestors' data need no lock.
+    o.nazwa = u"o";
+    slady.clear();
+    o.KopiujDane(p);
+    std::u16string przebieg;
+    for (const std::u16string& slad : slady)
+        przebieg += slad;
+    EXPECT_EQ(przebieg.substr(0, 4), u"o(p(");
+    EXPECT_EQ(przebieg.substr(przebieg.size() - 4), u")p)o");
+    slady.clear();
+    o.KopiujDanePrzodkow(p);
+    EXPECT_TRUE(slady.empty());
+}
+
+TEST_F(Obiekt, BlokadaRodzica) {
+    TPodBlokada wolny;
+    wolny.SetLiczba(5); // nothing to lock
+    EXPECT_EQ(wolny.GetLiczba(), 5);
+    TBlokowany rodzic;
+    auto dziecko = Utworz<TPodBlokada>(&rodzic);
+    const auto wnuk = Utworz<TPodBlokada>(dziecko.get());
+    wnuk->SetLiczba(1);
+    EXPECT_GT(rodzic.zablokowan, 0);
+    EXPECT_EQ(rodzic.zablokowan, rodzic.odblokowan);
+    const auto plain = Utworz<TAdres>(&rodzic);
+    rodzic.zablokowan = 0;
+    plain->SetNumer(1);
+    EXPECT_EQ(rodzic.zablokowan, 0);
+    TObiektTS wielokrotny; // re-entrant
+    const TBlokadaObiektu pierwsza(wielokrotny);
+    const TBlokadaObiektu druga(wielokrotny);
+}
+
+TEST_F(Obiekt, OperacjeKtorychKlasaNieMa) {
+    class TGoly : public TObiektBazowy {
+        ZTOK_KLASA_MODELU(TGoly, TObiektBazowy)
+        void ZerujDane() override {}
+    };
+    const auto goly = Utworz<TGoly>();
+    const auto inny = Utworz<TGoly>();
+    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { static_cast<void>(goly->PoleNiepuste(-1)); }),
+              u"klasa TGoly nie ma operacji PoleNiepuste");
+    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { static_cast<void>(goly->Porownaj(*inny)); }),
+              u"klasa TGoly nie ma operacji WykonajPorownanie");
+    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { static_cast<void>(goly->KlonujObiekt(false)); }),
+              u"klasa TGoly nie ma operacji WykonajKopiowanie");
+    EXPECT_EQ(goly->Porownaj(*goly), 0);
+    EXPECT_EQ(goly->OpisTekstowy(), u"?");
+}
+
+} // namespace

@@ -1,0 +1,790 @@
+// Hostile streams, faults of memory and streams, deep trees: an error or a result, never a broken object.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <set>
+
+#include "LosoweDrzewo.h"
+#include "StrumienieTestowe.h"
+#include "platforma/Przydzialy.h"
+#include "platforma/SystemTestowy.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Pula.h"
+
+using namespace ztok;
+using namespace probki;
+using strumienie::Bajty;
+using strumienie::Wczytaj;
+using strumienie::Zapisz;
+using systemTestowy::WMalymWatku;
+
+namespace {
+
+class TListaOgniw;
+
+// Nests in itself in each way that there is.
+class TOgniwo : public TObiekt {
+    ZTOK_OBIEKT(TOgniwo, TObiekt, (0, Dalej, Obiekt<TOgniwo>), (1, Wartosc, Byte), (2, Lista, Obiekt<TListaOgniw>),
+                (3, Kolekcja, Obiekt<TKolekcjaObiektow>), (4, Tekst, String))
+};
+class TListaOgniw : public TListaTypu<TOgniwo> {
+    ZTOK_LISTA(TListaOgniw, TOgniwo)
+};
+class TListaListOgniw : public TListaTypu<TListaOgniw> {
+    ZTOK_LISTA(TListaListOgniw, TListaOgniw)
+};
+
+class Odpornosc : public testing::Test {
+  protected:
+    void SetUp() override {
+        Rejestruj();
+        RejestrujKlasy<TOgniwo, TListaOgniw, TListaListOgniw>();
+    }
+};
+
+// Small streams of TWszystko that together have every kind of field, list and pointer.
+const std::vector<std::string>& Strumienie() {
+    static const std::vector<std::string> strumienie = [] {
+        std::vector<std::string> wynik;
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        o->SetB(1);
+        o->SetD(1.5);
+        o->SetTak(true);
+        o->SetNazwa(u"Żółw");
+        o->SetBajty("ab");
+        o->SetSzeroki(u"漢");
+        o->GetAdres().SetNumer(3);
+        o->GetAdresy().Dopisz().SetUlica(u"A");
+        o->GetAdresy().Dopisz();
+        TWszystko& dziecko = o->GetPodrzedne().Dopisz();
+        dziecko.SetL(-1);
+        dziecko.SetWskaznik(o.get());
+        dziecko.GetRozne().Dodaj(Utworz<TListaAdresow>());
+        o->GetRozne().Dodaj(Utworz<TAdres>());
+        static_cast<TWszystko&>(*o->GetRozne().Dodaj(Utworz<TWszystko>())).SetReferencja(&o->GetAdres());
+        o->SetWskaznik(&dziecko);
+        o->SetReferencja(o->GetAdresy()[1]);
+        o->GetWskazywane().DodajObiekt(&dziecko, MaxInt);
+        o->GetWskazywane().DodajObiekt(&o->GetRozne(), MaxInt);
+        o->GetPowiazane().DodajObiekt(o.get(), MaxInt);
+        o->GetPowiazane().DodajObiekt(&o->GetPowiazane(), MaxInt);
+        wynik.push_back(Zapisz(*o));
+        for (std::uint32_t ziarno = 0; wynik.size() < 4; ++ziarno) {
+            TLosoweDrzewo(ziarno).Wypelnij(*o, 1);
+            if (std::string bajty = Zapisz(*o); bajty.size() > 40 && bajty.size() < 220)
+                wynik.push_back(std::move(bajty));
+            o->ZerujDane();
+        }
+        return wynik;
+    }();
+    return strumienie;
+}
+
+void Zbierz(TPole* pole, std::set<const TPole*>& zbior) {
+    ASSERT_TRUE(zbior.insert(pole).second);
+    if (pole->Klasa()->Ma(ckObiekt)) {
+        auto& o = static_cast<TObiekt&>(*pole);
+        for (int nr = 0; nr <= o.OstUzywanePole(); ++nr)
+            if (TPole* p = o.Pole(nr); p != nullptr) {
+                EXPECT_TRUE(p->JestKlasy(o.TypPolaNr(nr)));
+                EXPECT_TRUE(!p->Klasa()->Ma(ckObiektBazowy) || static_cast<TObiektBazowy*>(p)->Rodzic() == &o);
+                Zbierz(p, zbior);
+            }
+    } else if (pole->Klasa()->Ma(ckListaZObiektami)) {
+        for (TObiektBazowy* element : static_cast<TListaBazowa&>(*pole)) {
+            ASSERT_NE(element, nullptr);
+            EXPECT_EQ(element->Rodzic(), pole);
+            Zbierz(element, zbior);
+        }
+    }
+}
+
+// Every object has its owner as parent, every pointer points into the tree or at nothing, and references are
+// registered.
+void SprawdzDrzewo(TObiektBazowy& korzen) {
+    std::set<const TPole*> zbior;
+    Zbierz(&korzen, zbior);
+    for (const TPole* pole : zbior) {
+        if (pole->Klasa()->Ma(ckPoleWsk)) {
+            const TObiektBazowy* cel = static_cast<const TPoleWskObiektu*>(pole)->Obiekt();
+            EXPECT_TRUE(cel == nullptr || zbior.count(cel) == 1);
+            EXPECT_TRUE(cel == nullptr || !pole->Klasa()->Ma(ckPoleRef) || cel->MaRefOd(pole));
+        } else if (pole->Klasa()->Ma(ckListaWsk)) {
+            for (const TObiektBazowy* cel : static_cast<const TListaBazowa&>(*pole))
+                EXPECT_TRUE(zbior.count(cel) == 1 && (!pole->Klasa()->Ma(ckListaRef) || cel->MaRefOd(pole)));
+        }
+    }
+}
+
+// Reads the stream into the object. Whatever it holds: an error of the library or an object, a valid tree in both
+// cases, which can be written, and read from that again with the same result.
+bool CzytajObce(TWszystko& o, TStrumien& strumien) {
+    bool przyjety = true;
+    try {
+        o.WczytajZeStrumienia(strumien);
+    } catch (const EWyjatek& e) {
+        EXPECT_FALSE(e.Komunikat().empty());
+        przyjety = false;
+    }
+    SprawdzDrzewo(o);
+    // A pointer list that has lost its targets is written empty, and not at all the next time; nor are pointers at an
+    // object that has nothing else.
+    std::string bajty = Zapisz(o);
+    for (std::size_t dlugosc = bajty.size() + 1; bajty.size() < dlugosc;) {
+        dlugosc = bajty.size();
+        Wczytaj(o, bajty);
+        std::string ponownie = Zapisz(o);
+        EXPECT_TRUE(ponownie == bajty || ponownie.size() < dlugosc);
+        bajty.swap(ponownie);
+    }
+    return przyjety;
+}
+
+bool CzytajObce(TWszystko& o, const std::string& bajty) {
+    TZTReadOnlyRawByteStream strumien(bajty);
+    return CzytajObce(o, strumien);
+}
+
+std::string Powtorz(std::string_view bajty, std::size_t razy) {
+    std::string wynik;
+    wynik.reserve(bajty.size() * razy);
+    while (razy-- > 0)
+        wynik += bajty;
+    return wynik;
+}
+
+class TStoper {
+  public:
+    [[nodiscard]] double Sekundy() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+    }
+
+  private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+// Peak memory that the action takes, and its largest allocation (0 where single ones are not counted).
+template <class F> przydzialy::TWynik ZmierzPamiec(F dzialanie) {
+    systemTestowy::ZerujSzczyt();
+    const std::int64_t przedtem = systemTestowy::Pamiec();
+    const std::int64_t dotad = systemTestowy::SzczytPamieci();
+    przydzialy::Zacznij();
+    dzialanie();
+    przydzialy::TWynik wynik = przydzialy::Zakoncz();
+    if (const std::int64_t szczyt = systemTestowy::SzczytPamieci(); !przydzialy::Liczone() && szczyt > dotad)
+        wynik.szczyt = szczyt - przedtem;
+    return wynik;
+}
+
+// --- memory
+
+TEST_F(Odpornosc, PamiecJestWMiareDanych) {
+    if (ZTOK_SANITIZER)
+        GTEST_SKIP() << "the sanitizers' memory hides the library's";
+    constexpr std::size_t N = 512 * 1024;
+    const auto licznik31 = [](std::uint32_t licznik) {
+        strumienie::TOporny s;
+        TZapisywaczDanych::ZapiszLicznik31(s, licznik);
+        return s.dane;
+    };
+    const auto licznik30 = [](std::uint32_t licznik) {
+        strumienie::TOporny s;
+        TZapisywaczDanych::ZapiszLicznik30(s, licznik);
+        return s.dane;
+    };
+    const std::string lista = Bajty("03 00 80 00");    // TWszystko.Podrzedne follows
+    const std::string kolekcja = Bajty("03 00 00 01"); // TWszystko.Rozne follows
+    // A list of lists, each of which claims as many elements as there are bytes left.
+    std::string pozory;
+    for (int poziom = 0; poziom < 120; ++poziom)
+        pozory += lista + licznik31(N - 4096);
+    const struct {
+        const char* nazwa;
+        std::string bajty;
+        double k; // what the shape may cost: bytes of memory a byte of input
+    } ksztalty[] = {
+        {"empty objects", lista + licznik31(N) + std::string(N, '\0'), 120},
+        {"objects of one field", lista + licznik31(N / 3) + Powtorz(Bajty("01 01 05"), N / 3), 120},
+        {"objects with an empty list", lista + licznik31(N / 6) + Powtorz(Bajty("03 00 00 08 00 00"), N / 6), 120},
+        {"collection", kolekcja + licznik31(N / 8) + Powtorz(Bajty("06 'TAdres' 00"), N / 8), 60},
+        {"unknown classes", kolekcja + licznik31(N) + std::string(N, '\0'), 2},
+        {"pointers to the root", Bajty("03 00 00 08") + licznik31(N / 2) + Powtorz(Bajty("01 00"), N / 2), 16},
+        {"pointers to nothing", Bajty("03 00 00 08") + licznik31(N / 2) + Powtorz(Bajty("05 00"), N / 2), 16},
+        {"text", Bajty("02 00 01") + licznik30(N) + std::string(N, 'x'), 3},
+        {"wide text", Bajty("02 00 08") + licznik30(N) + Powtorz("\xC4\x85", N / 2), 3},
+        {"bytes", Bajty("02 00 04") + licznik30(N) + std::string(N, 'x'), 2},
+        {"claims in claims", pozory + std::string(N, '\xFF'), 2},
+    };
+    for (const auto& ksztalt : ksztalty) {
+        for (const bool zOknem : {true, false}) {
+            const TWlasny<TWszystko> o = Utworz<TWszystko>();
+            TZTReadOnlyRawByteStream okno(ksztalt.bajty);
+            strumienie::TOporny bezOkna(ksztalt.bajty);
+            bezOkna.porcja = 4096;
+            TStrumien& strumien = zOknem ? static_cast<TStrumien&>(okno) : bezOkna;
+            const TStoper stoper;
+            const auto wynik = ZmierzPamiec([&] {
+                try {
+                    o->WczytajZeStrumienia(strumien);
+                } catch (const EWyjatek&) {
+                }
+            });
+            const double k = static_cast<double>(wynik.szczyt) / static_cast<double>(ksztalt.bajty.size());
+            std::cout << "    k = " << k << ", largest " << wynik.najwiekszy << ", " << stoper.Sekundy()
+                      << " s: " << ksztalt.nazwa << (zOknem ? "" : ", no window") << '\n';
+            EXPECT_LE(wynik.szczyt, ksztalt.k * static_cast<double>(ksztalt.bajty.size()) + 1024 * 1024 +
+                                        (przydzialy::Liczone() ? 0 : 7 * 1024 * 1024))
+                << ksztalt.nazwa;
+            EXPECT_LT(stoper.Sekundy(), 1.0) << ksztalt.nazwa;
+        }
+    }
+}
+
+// Wherever a count may stand, one of each form is put instead of what stands there.
+TEST_F(Odpornosc, KazdyLicznikZamienionyNaOgromny) {
+    std::vector<std::string> liczniki = {Bajty("FF FF FF FF"), Bajty("80 00"), Bajty("00 80 00 00")};
+    for (const std::uint32_t wartosc : {1U << 7U, 1U << 15U, 1U << 16U, 1U << 24U, 0x0CCCCCCDU, 0x15555556U,
+                                        0x1FFFFFFFU, 0x20000001U, 0x3FFFFFFFU, 0x40000000U, 0x7FFFFFFFU}) {
+        strumienie::TOporny trzydziesci;
+        if (wartosc < 0x40000000)
+            TZapisywaczDanych::ZapiszLicznik30(trzydziesci, wartosc);
+        strumienie::TOporny trzydziesciJeden;
+        TZapisywaczDanych::ZapiszLicznik31(trzydziesciJeden, wartosc);
+        liczniki.push_back(trzydziesci.dane);
+        liczniki.push_back(trzydziesciJeden.dane);
+    }
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    int ile = 0;
+    std::int64_t najwiekszy = 0;
+    for (const std::string& wzor : Strumienie())
+        for (std::size_t gdzie = 0; gdzie < wzor.size(); ++gdzie)
+            for (const std::string& licznik : liczniki)
+                for (const std::size_t zamiast : {std::size_t{1}, licznik.size()}) {
+                    std::string bajty = wzor;
+                    bajty.replace(gdzie, zamiast, licznik);
+                    for (const bool zOknem : {true, false}) {
+                        TZTReadOnlyRawByteStream okno(bajty);
+                        strumienie::TOporny bezOkna(bajty);
+                        bezOkna.porcja = 1000;
+                        przydzialy::Zacznij();
+                        CzytajObce(*o, zOknem ? static_cast<TStrumien&>(okno) : bezOkna);
+                        najwiekszy = std::max(najwiekszy, przydzialy::Zakoncz().najwiekszy);
+                        ++ile;
+                    }
+                }
+    std::cout << "    " << ile << " streams, largest allocation " << najwiekszy << '\n';
+    EXPECT_LE(najwiekszy, 1024 * 1024);
+}
+
+// --- depth
+
+enum class ESciezka { Pole, Lista, Kolekcja };
+
+// A chain of so many levels, objects and lists counted, and what its innermost level holds.
+std::string Lancuch(ESciezka sciezka, std::size_t poziomow) {
+    const std::string obiekt = Bajty("01 02 07");
+    if (sciezka == ESciezka::Pole)
+        return Powtorz(Bajty("01 01"), poziomow - 1) + obiekt;
+    const std::string poziom = sciezka == ESciezka::Lista ? Bajty("01 04 01 00") : Bajty("01 08 01 00 07 'TOgniwo'");
+    const std::string lista = sciezka == ESciezka::Lista ? Bajty("01 04 00 00") : Bajty("01 08 00 00");
+    const std::size_t pary = (poziomow - 1) / 2;
+    return poziomow % 2 == 1 ? Powtorz(poziom, pary) + obiekt : Powtorz(poziom, pary) + lista;
+}
+
+template <class F> bool ZaGleboko(F dzialanie) {
+    try {
+        dzialanie();
+    } catch (const ZTException& e) {
+        EXPECT_NE(e.Komunikat().find(u"zagnieżdżenie obiektów głębsze niż 256"), std::u16string_view::npos);
+        return true;
+    }
+    return false;
+}
+
+TEST_F(Odpornosc, GlebokoscDo256WMalymWatku) {
+    for (const ESciezka sciezka : {ESciezka::Pole, ESciezka::Lista, ESciezka::Kolekcja})
+        for (const std::size_t poziomow : {255U, 256U, 257U, 258U, 1000000U}) {
+            SCOPED_TRACE(static_cast<int>(sciezka) * 10000000 + static_cast<int>(poziomow));
+            const std::string bajty = Lancuch(sciezka, poziomow);
+            WMalymWatku([&] {
+                const TWlasny<TOgniwo> o = Utworz<TOgniwo>();
+                EXPECT_EQ(ZaGleboko([&] { Wczytaj(*o, bajty); }), poziomow > 256);
+                SprawdzDrzewo(*o);
+                if (poziomow > 256)
+                    return;
+                // What was read can be written, compared, copied; an empty innermost list is not written.
+                EXPECT_EQ(Zapisz(*o) == bajty, poziomow % 2 == 1 || sciezka == ESciezka::Pole);
+                const TWlasny<TObiektBazowy> kopia = o->KlonujObiekt(false);
+                EXPECT_EQ(o->Porownaj(*kopia), 0);
+                EXPECT_EQ(o->DajWyroznikObiektu(), kopia->DajWyroznikObiektu());
+                EXPECT_EQ(o->DajWyroznikObiektu(kopia.get()), kopia->DajWyroznikObiektu());
+            });
+        }
+}
+
+// A chain made by code, of a million objects: it dies without deep recursion, everything else refuses it.
+TEST_F(Odpornosc, LancuchMilionaObiektow) {
+    constexpr int Dlugosc = ZTOK_SANITIZER ? 100000 : 1000000;
+    for (const bool zWartosciami : {true, false})
+        for (const ESciezka sciezka : {ESciezka::Pole, ESciezka::Lista, ESciezka::Kolekcja})
+            WMalymWatku([&] {
+                const std::int64_t zajete = PulaZajete();
+                const auto utworz = [&] {
+                    TWlasny<TOgniwo> poczatek = Utworz<TOgniwo>();
+                    TOgniwo* o = poczatek.get();
+                    for (int i = 1; i < Dlugosc; ++i) {
+                        if (zWartosciami)
+                            o->SetWartosc(1);
+                        if (sciezka == ESciezka::Pole)
+                            o = &o->GetDalej();
+                        else if (sciezka == ESciezka::Lista)
+                            o = &o->GetLista().Dopisz();
+                        else
+                            o = static_cast<TOgniwo*>(o->GetKolekcja().Dodaj(Utworz<TOgniwo>()));
+                    }
+                    o->SetWartosc(2);
+                    return poczatek;
+                };
+                TWlasny<TOgniwo> a = utworz();
+                TWlasny<TOgniwo> b = utworz();
+                const TStoper stoper;
+                const std::int64_t obiektow = PulaZajete() - zajete;
+                EXPECT_GT(obiektow, 2 * Dlugosc);
+                TZTMemoryStream pamiec;
+                EXPECT_TRUE(ZaGleboko([&] { a->ZapiszWStrumieniu(pamiec); }));
+                EXPECT_EQ(pamiec.GetSize(), 0); // refused before the first byte
+                EXPECT_TRUE(ZaGleboko([&] { static_cast<void>(a->DajWyroznikObiektu()); }));
+                EXPECT_TRUE(ZaGleboko([&] { static_cast<void>(a->DajWyroznikObiektu(a.get())); }));
+                EXPECT_TRUE(ZaGleboko([&] { static_cast<void>(a->Porownaj(*b)); }));
+                const TWlasny<TOgniwo> kopia = Utworz<TOgniwo>();
+                EXPECT_TRUE(ZaGleboko([&] { kopia->KopiujDane(*a); }));
+                SprawdzDrzewo(*kopia);
+                EXPECT_EQ(a->DajSciezkeDoSiebie(), u"");
+                a.Ustaw();
+                b->ZerujDane();
+                EXPECT_LT(stoper.Sekundy(), 5.0);
+            });
+}
+
+// --- owners by code
+
+TEST_F(Odpornosc, ObiektNieMozeZawieracSiebie) {
+    const std::int64_t zajete = PulaZajete();
+    {
+        const TWlasny<TOgniwo> korzen = Utworz<TOgniwo>();
+        TOgniwo& wnuk = korzen->GetDalej().GetLista().Dopisz();
+        const auto odmowa = [&](auto dzialanie) { EXPECT_THROW(dzialanie(), ZTException); };
+        odmowa([&] { korzen->UstawPole(0, korzen.get(), false); });
+        odmowa([&] { wnuk.UstawPole(0, korzen.get(), true); });
+        odmowa([&] { wnuk.GetLista().DodajObiekt(korzen.get(), MaxInt); });
+        odmowa([&] { wnuk.GetKolekcja().DodajObiekt(&wnuk, 0); });
+        odmowa([&] { wnuk.GetKolekcja().DodajObiekt(&wnuk.GetKolekcja(), 0); });
+        odmowa([&] { korzen->GetDalej().GetLista().DodajObiekt(&korzen->GetDalej().GetLista(), 0); });
+        SprawdzDrzewo(*korzen);
+        EXPECT_EQ(wnuk.DajKorzen(), korzen.get());
+        korzen->SetWartosc(1);
+        const TWlasny<TObiektBazowy> kopia = korzen->KlonujObiekt(false);
+        EXPECT_EQ(Zapisz(*kopia), Zapisz(*korzen));
+    }
+    EXPECT_EQ(PulaZajete(), zajete);
+}
+
+// Parents that go round, set through the kernel: walks up end.
+TEST_F(Odpornosc, RodziceWKolo) {
+    TOgniwo a;
+    TOgniwo b(&a);
+    JadroKlas()->UstawRodzica(a, &b);
+    EXPECT_NE(a.DajKorzen(), nullptr);
+    EXPECT_EQ(a.DajRodzica(TAdres::KlasaStatyczna()), nullptr);
+    static_cast<void>(a.DajSciezkeDoSiebie());
+    JadroKlas()->UstawRodzica(a, nullptr);
+}
+
+// --- class names and object numbers
+
+TEST_F(Odpornosc, KazdaNazwaKlasyZamienionaNaKazdaInna) {
+    TListaNapisow znane;
+    JadroKlas()->DajListeZnanychKlas(znane);
+    std::vector<std::string> nazwy = {"",
+                                      "T",
+                                      "tadres",
+                                      "TAdres ",
+                                      std::string("TAdres\0x", 8),
+                                      std::string(127, 'T'),
+                                      std::string(128, 'T'),
+                                      std::string(0x7FFF, 'T'),
+                                      "\xFF\x80\x81"};
+    for (std::size_t i = 0; i < znane.Ile(); ++i)
+        nazwy.push_back(Utf8ZUtf16(znane.Napis(i)));
+    EXPECT_GT(znane.Ile(), 6U);
+    int przyjete = 0;
+    for (const std::string_view reszta : {"00", "00 00", "01 01 00", "03 00 00 01 00 00 00"})
+        for (const std::string& nazwa : nazwy) {
+            strumienie::TOporny s(Bajty("03 00 00 01 01 00"));
+            TZapisywaczDanych::ZapiszLicznik15(s, static_cast<std::uint32_t>(nazwa.size()));
+            s.dane += nazwa + Bajty(reszta);
+            const TWlasny<TWszystko> o = Utworz<TWszystko>();
+            przyjete += CzytajObce(*o, s) ? 1 : 0;
+            const TListaBazowa& rozne = o->GetRozne();
+            EXPECT_LE(rozne.IleObiektow(), 1);
+        }
+    EXPECT_GT(przyjete, 10);
+}
+
+TEST_F(Odpornosc, KazdyNumerPrzekierowany) {
+    // Root 1, address 2, list 3 and its address 4, pointer lists 5 and 6.
+    const std::string wzor = Bajty("03 00 60 1E 01 02 00 00 00 00 01 00 00");
+    const auto licznik = [](std::uint32_t numer) {
+        strumienie::TOporny s;
+        TZapisywaczDanych::ZapiszLicznik31(s, numer);
+        return s.dane;
+    };
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    for (const std::uint32_t numer : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 0x7FFFU, 0x8000U, 0x10001U, 0x7FFFFFFFU}) {
+        const std::string n = licznik(numer);
+        ASSERT_TRUE(CzytajObce(*o, wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n)) << numer;
+        Wczytaj(*o, wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n);
+        TObiektBazowy* cele[] = {nullptr,           o.get(),           &o->GetAdres(),
+                                 &o->GetAdresy(),   o->GetAdresy()[0], &o->GetWskazywane(),
+                                 &o->GetPowiazane()};
+        TObiektBazowy* cel = numer < std::size(cele) ? cele[numer] : nullptr;
+        EXPECT_EQ(o->GetPoleWskObiektu(TWszystko::nrWskaznik), numer == 1 ? cel : nullptr) << numer;
+        EXPECT_EQ(o->GetPoleRefObiektu(TWszystko::nrReferencja), numer == 2 || numer == 4 ? cel : nullptr) << numer;
+        EXPECT_EQ(o->GetWskazywane().IleObiektow(), cel == nullptr ? 0 : 2) << numer;
+        EXPECT_EQ(o->GetWskazywane().Obiekty(1), cel) << numer;
+        EXPECT_EQ(o->GetPowiazane().Obiekty(0), cel) << numer;
+        EXPECT_EQ(o->GetAdres().MaRefOd(&o->GetPowiazane()), numer == 2);
+    }
+}
+
+// --- damaged streams
+
+TEST_F(Odpornosc, KazdyPrzedrostek) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    for (const std::string& bajty : Strumienie()) {
+        for (std::size_t ile = 0; ile < bajty.size(); ++ile) {
+            EXPECT_FALSE(CzytajObce(*o, bajty.substr(0, ile))) << ile;
+            strumienie::TOporny bezOkna(bajty.substr(0, ile));
+            EXPECT_FALSE(CzytajObce(*o, bezOkna)) << ile;
+        }
+        EXPECT_TRUE(CzytajObce(*o, bajty));
+        EXPECT_TRUE(Zapisz(*o) == bajty);
+    }
+}
+
+TEST_F(Odpornosc, KazdyBajtKazdaWartosc) {
+    const TStoper stoper;
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    int ile = 0;
+    int przyjete = 0;
+    for (const std::string& wzor : Strumienie())
+        for (std::size_t gdzie = 0; gdzie < wzor.size(); ++gdzie)
+            for (unsigned zmiana = 1; zmiana < 256; ++zmiana) {
+                std::string bajty = wzor;
+                bajty[gdzie] = static_cast<char>(static_cast<unsigned char>(bajty[gdzie]) ^ zmiana);
+                przyjete += CzytajObce(*o, bajty) ? 1 : 0;
+                ++ile;
+            }
+    // Several edits at once reach what one cannot.
+    std::mt19937 los(1);
+    for (int i = 0; i < (ZTOK_SANITIZER ? 10000 : 50000); ++i, ++ile) {
+        std::string bajty = Strumienie()[los() % Strumienie().size()];
+        for (auto zmian = 1 + los() % 4; zmian > 0; --zmian) {
+            const auto gdzie = los() % bajty.size();
+            if (los() % 4 == 0)
+                bajty.insert(gdzie, bajty, los() % bajty.size(), los() % 12);
+            else if (los() % 4 == 0 && bajty.size() > 20)
+                bajty.erase(gdzie, los() % 8);
+            else
+                bajty[gdzie] = static_cast<char>(los());
+            if (bajty.empty())
+                bajty = "x";
+        }
+        przyjete += CzytajObce(*o, bajty) ? 1 : 0;
+    }
+    std::cout << "    " << ile << " mutations, " << przyjete << " accepted, " << stoper.Sekundy() << " s\n";
+    EXPECT_LT(stoper.Sekundy(), 120);
+}
+
+// Elements that take next to no bytes.
+TEST_F(Odpornosc, MilionElementowPrawieBezBajtow) {
+    const std::string milion = Bajty("0F 80 40 42"); // 1,000,000
+    for (const auto& [poczatek, element, bajtow] :
+         {std::tuple{"03 00 80", "00", 1U}, {"03 00 00 01", "00", 1U}, {"03 00 00 08", "09 00", 2U}}) {
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        const std::string naglowek = Bajty(std::string(poczatek) == "03 00 80" ? "03 00 80 00" : poczatek);
+        const std::string bajty = naglowek + milion + Powtorz(Bajty(element), 1000000);
+        EXPECT_EQ(bajty.size(), naglowek.size() + 4 + 1000000 * bajtow);
+        const TStoper stoper;
+        Wczytaj(*o, bajty);
+        EXPECT_LT(stoper.Sekundy(), ZTOK_SANITIZER ? 10.0 : 1.0);
+    }
+}
+
+// --- faults
+
+// What can go wrong in the middle: operations over trees of class TWszystko, with the result that they must give.
+struct TDzialanie {
+    const char* nazwa;
+    std::string (*wykonaj)(TWszystko& zrodlo, const std::string& bajty);
+};
+const TDzialanie dzialania[] = {
+    {"save", [](TWszystko& zrodlo, const std::string&) { return Zapisz(zrodlo); }},
+    {"load",
+     [](TWszystko&, const std::string& bajty) {
+         const TWlasny<TWszystko> o = Utworz<TWszystko>();
+         Wczytaj(*o, bajty);
+         return std::to_string(o->GetPodrzedne().IleObiektow());
+     }},
+    {"copy",
+     [](TWszystko& zrodlo, const std::string&) {
+         const TWlasny<TWszystko> o = Utworz<TWszystko>();
+         o->GetPowiazane().DodajObiekt(&zrodlo, MaxInt);
+         o->GetAdresy().Dopisz();
+         o->KopiujDane(zrodlo);
+         return std::to_string(o->GetPodrzedne().IleObiektow());
+     }},
+    {"compare",
+     [](TWszystko& zrodlo, const std::string& bajty) {
+         const TWlasny<TWszystko> inny = Utworz<TWszystko>();
+         Wczytaj(*inny, bajty);
+         TPorownywaczDanych wskazniki(nullptr, nullptr, rpWszystkiePola, rlRozmLiterWazny, LocaleWin1250,
+                                      tprRefJakoWskazn);
+         return std::to_string(zrodlo.Porownaj(*inny, &wskazniki));
+     }},
+    {"fingerprint",
+     [](TWszystko& zrodlo, const std::string&) { return std::to_string(zrodlo.DajWyroznikObiektu(&zrodlo)); }},
+};
+
+TEST_F(Odpornosc, KazdyPrzydzialMozeZawiesc) {
+    if (!przydzialy::Liczone())
+        GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
+    const std::string bajty = Strumienie()[0];
+    const TWlasny<TWszystko> zrodlo = Utworz<TWszystko>();
+    Wczytaj(*zrodlo, bajty);
+    for (const TDzialanie& dzialanie : dzialania) {
+        SCOPED_TRACE(dzialanie.nazwa);
+        const std::string oczekiwane = dzialanie.wykonaj(*zrodlo, bajty);
+        przydzialy::Zacznij();
+        static_cast<void>(dzialanie.wykonaj(*zrodlo, bajty));
+        const std::int64_t przydzialow = przydzialy::Zakoncz().ile;
+        ASSERT_GT(przydzialow, 3);
+        for (const bool naZawsze : {false, true})
+            for (std::int64_t i = 0; i < przydzialow; ++i) {
+                bool blad = false;
+                const std::int64_t zajete = PulaZajete();
+                przydzialy::Zacznij();
+                przydzialy::Psuj(i, naZawsze);
+                try {
+                    static_cast<void>(dzialanie.wykonaj(*zrodlo, bajty));
+                } catch (const std::bad_alloc&) {
+                    blad = true;
+                } catch (const EWyjatek&) {
+                    blad = true;
+                }
+                const auto wynik = przydzialy::Zakoncz();
+                EXPECT_EQ(wynik.zostalo, 0) << i;
+                EXPECT_EQ(PulaZajete(), zajete) << i;
+                EXPECT_TRUE(blad) << i;
+                EXPECT_EQ(dzialanie.wykonaj(*zrodlo, bajty), oczekiwane) << i;
+            }
+        SprawdzDrzewo(*zrodlo);
+        EXPECT_TRUE(Zapisz(*zrodlo) == bajty);
+        std::cout << "    " << przydzialow << " allocations: " << dzialanie.nazwa << '\n';
+    }
+}
+
+// A read that fails for want of memory leaves a valid object, and so does a copy.
+TEST_F(Odpornosc, ObiektPoBrakuPamieciJestCaly) {
+    if (!przydzialy::Liczone())
+        GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
+    const std::string bajty = Strumienie()[0];
+    const TWlasny<TWszystko> zrodlo = Utworz<TWszystko>();
+    Wczytaj(*zrodlo, bajty);
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    for (const bool kopia : {false, true})
+        for (const bool naZawsze : {false, true})
+            for (std::int64_t i = 0;; ++i) {
+                bool blad = false;
+                przydzialy::Zacznij();
+                przydzialy::Psuj(i, naZawsze);
+                try {
+                    if (kopia)
+                        o->KopiujDane(*zrodlo);
+                    else
+                        Wczytaj(*o, bajty);
+                } catch (const std::bad_alloc&) {
+                    blad = true;
+                }
+                przydzialy::Zakoncz();
+                // An unfinished copy may still point into its source, but what it points at knows of it.
+                if (!kopia)
+                    SprawdzDrzewo(*o);
+                if (!blad)
+                    break;
+                Zapisz(*o);
+                if (i % 2 == 0)
+                    o->ZerujDane();
+            }
+    EXPECT_TRUE(Zapisz(*o) == bajty);
+}
+
+// Descriptors of the classes are built in the middle of a read, by a kernel that has met none of them.
+TEST_F(Odpornosc, BrakPamieciPrzyBudowieOpisow) {
+    if (!przydzialy::Liczone())
+        GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
+    const std::string bajty = Strumienie()[0];
+    std::int64_t i = 0;
+    for (bool blad = true; blad; ++i) {
+        blad = false;
+        TWlasny<TJadroKlas> jadro = Utworz<TJadroKlas>();
+        UserKernel = jadro.get();
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        przydzialy::Zacznij();
+        przydzialy::Psuj(i, false);
+        try {
+            Rejestruj();
+            Wczytaj(*o, bajty);
+        } catch (const std::bad_alloc&) {
+            blad = true;
+        }
+        przydzialy::Zakoncz();
+        Rejestruj();
+        Wczytaj(*o, bajty);
+        EXPECT_TRUE(Zapisz(*o) == bajty) << i;
+        o->ZerujDane();
+        UserKernel = nullptr;
+    }
+    EXPECT_GT(i, 50);
+}
+
+TEST_F(Odpornosc, StrumienZawodziNaKazdejPozycji) {
+    const TWlasny<TWszystko> zrodlo = Utworz<TWszystko>();
+    TLosoweDrzewo(3).Wypelnij(*zrodlo, 2);
+    const std::string bajty = Zapisz(*zrodlo);
+    const std::size_t krok = 1 + bajty.size() / 600;
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    for (std::size_t gdzie = 0; gdzie < bajty.size(); gdzie += krok)
+        for (const bool rzuca : {false, true}) {
+            strumienie::TOporny zapis;
+            zapis.pada = gdzie;
+            zapis.rzuca = rzuca;
+            strumienie::TOporny odczyt(bajty);
+            odczyt.pada = gdzie;
+            odczyt.rzuca = rzuca;
+            odczyt.porcja = 7;
+            if (rzuca) {
+                EXPECT_THROW(zrodlo->ZapiszWStrumieniu(zapis), EBladSystemu) << gdzie;
+                EXPECT_THROW(o->WczytajZeStrumienia(odczyt), EBladSystemu) << gdzie;
+            } else {
+                EXPECT_THROW(zrodlo->ZapiszWStrumieniu(zapis), EBladZapisu) << gdzie;
+                EXPECT_THROW(o->WczytajZeStrumienia(odczyt), EBladOdczytu) << gdzie;
+            }
+            EXPECT_TRUE(bajty.compare(0, zapis.dane.size(), zapis.dane) == 0);
+            SprawdzDrzewo(*o);
+        }
+    Wczytaj(*o, bajty);
+    EXPECT_TRUE(Zapisz(*o) == bajty);
+}
+
+// A class whose every hook counts down to an exception.
+struct TObcyBlad {};
+class TZHakami : public TObiektTS {
+  public:
+    static inline int doBledu = -1;
+    static inline int rodzajBledu = 0;
+    static inline int zablokowane = 0;
+    static void Odlicz() {
+        if (doBledu < 0 || doBledu-- > 0)
+            return;
+        switch (rodzajBledu) {
+        case 0:
+            throw EBladAsercji(u"hak");
+        case 1:
+            throw std::bad_alloc();
+        default:
+            throw TObcyBlad();
+        }
+    }
+    ZTOK_OBIEKT(TZHakami, TObiektTS, (0, Liczba, Integer), (1, Tekst, String), (2, Dziecko, Obiekt<TZHakami>),
+                (3, Rozne, Obiekt<TKolekcjaObiektow>), (4, Cel, Ref<TZHakami>), (5, Cele, Obiekt<TListaRefObiektow>))
+    void UtworzonoPole(int) override { Odlicz(); }
+    [[nodiscard]] bool PoleZapisywane(int) const override {
+        Odlicz();
+        return true;
+    }
+    [[nodiscard]] const TKlasa* TypPolaNr(int nr) const override {
+        Odlicz();
+        return TObiektTS::TypPolaNr(nr);
+    }
+    [[nodiscard]] bool PoleNiepuste(int nr) const override {
+        Odlicz();
+        return TObiektTS::PoleNiepuste(nr);
+    }
+    void ZablokujObiekt() const override {
+        Odlicz();
+        TObiektTS::ZablokujObiekt();
+        ++zablokowane;
+    }
+    void OdblokujObiekt() const override {
+        --zablokowane;
+        TObiektTS::OdblokujObiekt();
+    }
+};
+
+TEST_F(Odpornosc, WyjatekZKazdegoHaka) {
+    RejestrujKlasy<TZHakami>();
+    std::int64_t zajete = 0;
+    for (int razy = 0; razy < 2; ++razy) { // the kernel's descriptors come with the first time
+        zajete = PulaZajete();
+        const TWlasny<TZHakami> zrodlo = Utworz<TZHakami>();
+        zrodlo->SetLiczba(1);
+        zrodlo->GetDziecko().SetTekst(u"a");
+        auto& element = static_cast<TZHakami&>(*zrodlo->GetRozne().Dodaj(Utworz<TZHakami>()));
+        element.SetLiczba(2);
+        element.SetCel(zrodlo.get());
+        zrodlo->SetCel(&zrodlo->GetDziecko());
+        zrodlo->GetCele().DodajObiekt(&element, MaxInt);
+        const std::string bajty = Zapisz(*zrodlo);
+        const TWlasny<TZHakami> o = Utworz<TZHakami>();
+        void (*const operacje[])(TZHakami&, TZHakami&, const std::string&) = {
+            [](TZHakami& cel, TZHakami&, const std::string& dane) { Wczytaj(cel, dane); },
+            [](TZHakami&, TZHakami& z, const std::string&) { Zapisz(z); },
+            [](TZHakami& cel, TZHakami& z, const std::string&) { cel.KopiujDane(z); },
+            [](TZHakami& cel, TZHakami& z, const std::string&) { static_cast<void>(cel.Porownaj(z)); },
+        };
+        for (int nr = 0; nr < 4; ++nr)
+            for (TZHakami::rodzajBledu = 0; TZHakami::rodzajBledu < 3; ++TZHakami::rodzajBledu) {
+                int krok = 0;
+                for (bool blad = true; blad; ++krok) {
+                    blad = false;
+                    TZHakami::doBledu = krok;
+                    try {
+                        operacje[nr](*o, *zrodlo, bajty);
+                    } catch (const EBladAsercji& e) {
+                        blad = TZHakami::rodzajBledu == 0;
+                        EXPECT_EQ(e.Komunikat(), u"hak");
+                    } catch (const std::bad_alloc&) {
+                        blad = TZHakami::rodzajBledu == 1;
+                    } catch (const TObcyBlad&) {
+                        blad = TZHakami::rodzajBledu == 2;
+                    }
+                    TZHakami::doBledu = -1;
+                    EXPECT_EQ(TZHakami::zablokowane, 0) << nr << ' ' << krok;
+                    if (nr != 2)
+                        SprawdzDrzewo(*o);
+                    SprawdzDrzewo(*zrodlo);
+                }
+                EXPECT_GT(krok, 2) << nr;
+            }
+        o->ZerujDane();
+        EXPECT_TRUE(Zapisz(*zrodlo) == bajty);
+        Wczytaj(*o, bajty);
+        EXPECT_TRUE(Zapisz(*o) == bajty);
+    }
+    EXPECT_EQ(PulaZajete(), zajete);
+}
+
+} // namespace

@@ -1,0 +1,76 @@
+// A module with classes of its own, loaded and unloaded by the tests.
+#include "KlasyModulu.h"
+
+#if defined(_WIN32)
+#define MODUL_API extern "C" __declspec(dllexport)
+#else
+#define MODUL_API extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace modul {
+
+class TListaZModulu;
+
+// Known to the program by its name alone.
+class TZModulu : public ztok::TObiekt {
+  public:
+    [[nodiscard]] bool Jest() const { return true; }
+    ZTOK_OBIEKT(TZModulu, ztok::TObiekt, (0, Nazwa, String), (1, Liczba, Integer), (2, Dalsze, Obiekt<TListaZModulu>),
+                (3, Wspolna, Ref<probki::TWspolna>), (4, Kwota, ZapisGdy<ztok::rodzaj::Double, &TZModulu::Jest>))
+};
+class TListaZModulu : public ztok::TListaTypu<TZModulu> {
+    ZTOK_LISTA(TListaZModulu, TZModulu)
+};
+
+} // namespace modul
+
+MODUL_API void ModulRejestruj() { ztok::RejestrujKlasy<modul::TZModulu, modul::TListaZModulu, probki::TWspolna>(); }
+
+// An object of the shared class, of this module's making; the caller frees it.
+MODUL_API ztok::TObiektBazowy* ModulUtworzWspolna() {
+    ztok::TWlasny<probki::TWspolna> o = ztok::Utworz<probki::TWspolna>();
+    o->SetNazwa(u"z modułu");
+    return o.Oddaj();
+}
+
+// Whether the module takes an object for one of its shared class.
+MODUL_API bool ModulPoznaje(const ztok::TObiektBazowy* obiekt) {
+    return obiekt->JestKlasy(probki::TWspolna::KlasaStatyczna());
+}
+
+MODUL_API void ModulRzuc(int ktory) {
+    switch (ktory) {
+    case 0:
+        throw ztok::EBladKonwersji(u"z modułu");
+    case 1:
+        throw ztok::EBladWariantu(u"z modułu");
+    case 2:
+        throw ztok::EBladOdczytu(u"z modułu");
+    case 3:
+        throw ztok::EBladZapisu(u"z modułu");
+    case 4:
+        throw ztok::EBladRzutowania(u"z modułu");
+    case 5:
+        throw ztok::EBladAbstrakcyjny(u"z modułu");
+    case 6:
+        throw ztok::EBladSystemu(u"z modułu");
+    case 7:
+        throw ztok::EBladAsercji(u"z modułu");
+    case 8:
+        throw ztok::EBladFormatu(u"z modułu");
+    case 9:
+        throw ztok::ZTException(u"z modułu");
+    default:
+        throw ztok::TZTFileError(u"z modułu");
+    }
+}
+
+// Calls back; what the callback raises passes through the module.
+MODUL_API void ModulWywolaj(void (*funkcja)()) {
+    const ztok::TWlasny<modul::TZModulu> swiadek = ztok::Utworz<modul::TZModulu>();
+    swiadek->SetLiczba(1);
+    funkcja();
+}
+
+// The library raises: a reference of another class stands in the field.
+MODUL_API int ModulZlyTyp(ztok::TObiekt* obiekt) { return obiekt->GetPoleInteger(0); }

@@ -1,0 +1,270 @@
+// Operations by lists of fields: clearing, trimming, copying, describing.
+#include <algorithm>
+#include <vector>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/kernel/TObiekt.h"
+#include "ztok/lists/TKopierDanych.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+namespace {
+
+// The number that a selector names in the object, and what follows the name in its path. -1 with an empty rest is the
+// whole object.
+int NrWgSelektora(const TObiekt& obiekt, const TArgument& selektor, std::u16string_view operacja,
+                  std::u16string& reszta) {
+    reszta.clear();
+    if (selektor.Tag() == TTag::Integer)
+        return static_cast<std::int16_t>(selektor.Calkowita());
+    if (!selektor.JestNazwa())
+        ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {operacja});
+    const std::u16string sciezka = selektor.JakoTekst();
+    if (sciezka.empty())
+        return CalyObiekt;
+    std::u16string_view nazwa = sciezka;
+    std::u16string_view dalej;
+    WydzielNazwePola(nazwa, dalej);
+    const int nr = obiekt.NrPolaONazwie(nazwa);
+    if (nr < 0)
+        ZTErrorFmt(Komunikat(kmBlednaSciezka), {operacja, sciezka});
+    reszta = dalej;
+    return nr;
+}
+
+// For every field number that the selectors name: the parts of it that they name, or none when they name it whole.
+struct TWybranePole {
+    int nr;
+    bool cale;
+    std::vector<TArgument> czesci;
+};
+
+std::vector<TWybranePole> WybranePola(const TObiekt& obiekt, TArgumenty pola, std::u16string_view operacja,
+                                      bool& calyObiekt) {
+    std::vector<TWybranePole> wybrane;
+    calyObiekt = false;
+    std::u16string reszta;
+    for (const TArgument& selektor : pola) {
+        const int nr = NrWgSelektora(obiekt, selektor, operacja, reszta);
+        calyObiekt = calyObiekt || nr == CalyObiekt;
+        auto gdzie = std::find_if(wybrane.begin(), wybrane.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+        if (gdzie == wybrane.end())
+            gdzie = wybrane.insert(wybrane.end(), {nr, false, {}});
+        if (reszta.empty())
+            gdzie->cale = true;
+        else
+            gdzie->czesci.emplace_back(reszta);
+    }
+    return wybrane;
+}
+
+TObiektBazowy* JakoObiekt(TPole* pole) {
+    return pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy) ? static_cast<TObiektBazowy*>(pole) : nullptr;
+}
+
+// The text of a text field, changed by `zmien`; the field is cleared when nothing is left of it.
+template <class F> void ZmienTekst(TObiekt& obiekt, int nr, TPole& pole, const F& zmien) {
+    const auto zapisz = [&](auto& poleTekstowe) {
+        using TTekst = std::remove_cvref_t<decltype(poleTekstowe.Wartosc())>;
+        const TTekst nowy(zmien(std::basic_string_view<typename TTekst::value_type>(poleTekstowe.Wartosc())));
+        if (nowy.size() == poleTekstowe.Wartosc().size())
+            return;
+        poleTekstowe.UstawWartosc(nowy);
+        obiekt.UstawNiepuste(nr, !poleTekstowe.Wartosc().empty());
+    };
+    switch (pole.Klasa()->kodPola) {
+    case kpString:
+        return zapisz(static_cast<TPoleString&>(pole));
+    case kpWideString:
+        return zapisz(static_cast<TPoleWideString&>(pole));
+    case kpRawByteString:
+        return zapisz(static_cast<TPoleRawByteString&>(pole));
+    default:
+        return;
+    }
+}
+
+} // namespace
+
+void TObiekt::ZerujDanePol(TArgumenty pola) {
+    const TBlokadaObiektu blokada(*this);
+    for (const TArgument& selektor : pola) {
+        if (selektor.Tag() == TTag::Integer)
+            UstawNiepuste(static_cast<std::int16_t>(selektor.Calkowita()), false);
+        else if (selektor.JestNazwa())
+            ZerujPole(selektor.JakoTekst());
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"ZDP"});
+    }
+}
+
+void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
+    const TBlokadaObiektu blokada(*this);
+    bool calyObiekt = false;
+    const std::vector<TWybranePole> zachowane = WybranePola(*this, pola, u"ZDO", calyObiekt);
+    if (calyObiekt)
+        return;
+    for (int nr = ilePol_ - 1; nr >= 0; --nr) {
+        const auto gdzie =
+            std::find_if(zachowane.begin(), zachowane.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+        if (gdzie == zachowane.end())
+            UstawNiepuste(nr, false);
+        else if (TObiektBazowy* obiekt = JakoObiekt(Pole(nr)); !gdzie->cale && obiekt != nullptr)
+            obiekt->ZerujDaneOprocz(gdzie->czesci);
+    }
+}
+
+void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
+    const TBlokadaObiektu blokada(*this);
+    for (int nr = 0; nr < ilePol_; ++nr) {
+        TPole* pole = Pole(nr);
+        if (pole == nullptr)
+            continue;
+        if (TObiektBazowy* obiekt = JakoObiekt(pole); obiekt != nullptr) {
+            obiekt->PrzytnijPolaWgRozm(trymuj);
+            continue;
+        }
+        const auto rozmiar = static_cast<std::size_t>(std::max(RozmPolaNr(nr), 0));
+        if (rozmiar != 0 || trymuj)
+            ZmienTekst(*this, nr, *pole,
+                       [&](auto tekst) { return trymuj ? ZTOKTrim(tekst, rozmiar) : tekst.substr(0, rozmiar); });
+    }
+}
+
+void TObiekt::TrymujPolaTekstowe(bool podobiektyTez) {
+    const TBlokadaObiektu blokada(*this);
+    for (int nr = 0; nr < ilePol_; ++nr) {
+        TPole* pole = Pole(nr);
+        if (pole == nullptr)
+            continue;
+        if (TObiektBazowy* obiekt = JakoObiekt(pole); obiekt == nullptr)
+            ZmienTekst(*this, nr, *pole, [](auto tekst) { return ZTOKTrim(tekst); });
+        else if (podobiektyTez)
+            obiekt->TrymujPolaTekstowe(true);
+    }
+}
+
+bool TObiekt::SaDaneUnicode(int nrPola) const {
+    if (nrPola == CalyObiekt) {
+        for (int nr = 0; nr < ilePol_; ++nr)
+            if (SaDaneUnicode(nr))
+                return true;
+        return false;
+    }
+    TPole* pole = Pole(nrPola);
+    if (pole == nullptr)
+        return false;
+    if (const TObiektBazowy* obiekt = JakoObiekt(pole); obiekt != nullptr)
+        return obiekt->SaDaneUnicode(CalyObiekt);
+    switch (pole->Klasa()->kodPola) {
+    case kpString:
+        return !MiesciSieWWin1250(static_cast<const TPoleString*>(pole)->Wartosc());
+    case kpWideString:
+        return !MiesciSieWWin1250(static_cast<const TPoleWideString*>(pole)->Wartosc());
+    default:
+        return false;
+    }
+}
+
+std::u16string TObiekt::OpisTekstowy() const {
+    // The class and its first plain values, as much as fits a line.
+    constexpr std::size_t kWiersz = 120;
+    std::u16string opis = NazwaPolaNr(CalyObiekt);
+    std::u16string_view przed = u": ";
+    for (int nr = 0; nr < ilePol_ && opis.size() < kWiersz; ++nr) {
+        const TPole* pole = Pole(nr);
+        if (!PoleNiepuste(nr) || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
+            continue;
+        opis.append(przed).append(NazwaPolaNr(nr)).append(u"=").append(pole->GetJakoString());
+        przed = u", ";
+    }
+    if (opis.size() > kWiersz)
+        opis.replace(kWiersz - 3, std::u16string::npos, u"...");
+    return opis;
+}
+
+// --- copy by fields
+
+namespace {
+
+// The top of a copy of some fields: as for a whole object, pointers are re-pointed or registered at the end.
+template <class F> void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, TKopierDanych* kopier, const F& kopiuj) {
+    if (&cel == &zrodlo)
+        return;
+    if (kopier != nullptr) {
+        kopiuj(*kopier);
+        return;
+    }
+    TKopierDanych wlasny;
+    const TBlokadaObiektu blokada(cel);
+    const TBlokadaObiektu blokadaZrodla(zrodlo);
+    try {
+        kopiuj(wlasny);
+        wlasny.PrzepnijReferencje();
+    } catch (...) {
+        wlasny.ZarejestrujPoBledzie();
+        throw;
+    }
+}
+
+} // namespace
+
+void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale, TKopierDanych* kopier) {
+    KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
+        if (zerujPozostale)
+            ZerujDaneOprocz(pola);
+        bool calyObiekt = false;
+        const std::vector<TWybranePole> wybrane = WybranePola(*this, pola, u"KDP", calyObiekt);
+        if (calyObiekt) {
+            KopiujDane(zrodlo, &k);
+            return;
+        }
+        for (const TWybranePole& wybrane1 : wybrane) {
+            TObiektBazowy* skad = JakoObiekt(zrodlo.Pole(wybrane1.nr));
+            if (wybrane1.cale || skad == nullptr || !skad->Klasa()->Ma(ckObiekt))
+                KopiujPole(wybrane1.nr, zrodlo, k);
+            else
+                static_cast<TObiekt&>(DajPoleKlasy(wybrane1.nr, TObiekt::KlasaStatyczna()))
+                    .KopiujDanePol(static_cast<const TObiekt&>(*skad), wybrane1.czesci, false, &k);
+        }
+    });
+}
+
+void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDanych* kopier) {
+    KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
+        bool calyObiekt = false;
+        const std::vector<TWybranePole> pominiete = WybranePola(*this, pola, u"KDO", calyObiekt);
+        if (calyObiekt)
+            return;
+        const int ile = std::max(ilePol_, zrodlo.ilePol_);
+        for (int nr = 0; nr < ile; ++nr) {
+            const auto gdzie =
+                std::find_if(pominiete.begin(), pominiete.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+            if (gdzie == pominiete.end()) {
+                KopiujPole(nr, zrodlo, k);
+            } else if (TObiektBazowy* skad = JakoObiekt(zrodlo.Pole(nr));
+                       !gdzie->cale && skad != nullptr && skad->Klasa()->Ma(ckObiekt)) {
+                static_cast<TObiekt&>(DajPoleKlasy(nr, TObiekt::KlasaStatyczna()))
+                    .KopiujDaneOprocz(static_cast<const TObiekt&>(*skad), gdzie->czesci, &k);
+            }
+        }
+    });
+}
+
+void TObiekt::KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier) {
+    KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
+        for (int nr = 0; nr < zrodlo.ilePol_; ++nr)
+            if (const TPole* skad = zrodlo.Pole(nr); skad != nullptr)
+                for (const TKlasa* klasa : klasy)
+                    if (skad->JestKlasy(klasa)) {
+                        KopiujPole(nr, zrodlo, k);
+                        break;
+                    }
+    });
+}
+
+} // namespace ztok

@@ -1,0 +1,187 @@
+// Filling a list from another one: by adding elements as the kind of list does, or by moving them out of the other.
+#include <algorithm>
+#include <functional>
+
+#include "ztok/kernel/JadroBiezace.h"
+#include "ztok/kernel/TObiekt.h"
+#include "ztok/lists/TListaBazowa.h"
+#include "ztok/lists/TListaObiektow.h"
+#include "ztok/lists/TListaWskObiektow.h"
+#include "ztok/platform/TListaNapisow.h"
+
+namespace ztok {
+
+// --- adding
+
+template <class F> bool TListaBazowa::DopiszWybrane(const TListaBazowa* dane, const F& wybrany) {
+    bool dopisano = false;
+    // A list added to itself takes the elements that it has now.
+    const std::int32_t ile = dane == nullptr ? 0 : dane->IleObiektow();
+    for (std::int32_t i = 0; i < ile; ++i)
+        if (TObiektBazowy* element = dane->Obiekty(i); element != nullptr && wybrany(*element)) {
+            DopiszObiekt(element, MaxInt);
+            dopisano = true;
+        }
+    return dopisano;
+}
+
+bool TListaBazowa::DopiszObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
+                                         TRozmiarLiter rozmLiter) {
+    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+}
+
+bool TListaBazowa::DopiszObiektyOprocz(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
+                                       TRozmiarLiter rozmLiter) {
+    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+}
+
+bool TListaBazowa::MaTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter) const {
+    return pola.empty() ? JestTakiObiekt(obiekt) : JestObiektTakiJak(obiekt, pola, rozmLiter);
+}
+
+bool TListaBazowa::DopiszObiektyGdyBrak(const TListaBazowa* dane, TArgumenty pola, TRozmiarLiter rozmLiter) {
+    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return !MaTakiJak(o, pola, rozmLiter); });
+}
+
+bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
+                                         TRozmiarLiter rozmLiter) {
+    if (dane == this)
+        return UsunObiektyOprocz(pola, wartosci, rozmLiter);
+    ZerujDane();
+    return DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
+}
+
+bool TListaBazowa::DopiszDane(const TListaBazowa* dane) {
+    if (dane == nullptr)
+        return false;
+    const std::int32_t razem = FIleObiektow + dane->IleObiektow();
+    if (FPojemnosc < razem)
+        UstawPojemnosc(razem);
+    return DopiszWybrane(dane, [](const TObiektBazowy& /*o*/) { return true; });
+}
+
+// --- moving
+
+template <class F> std::int32_t TListaBazowa::PrzeniesSloty(TListaBazowa& dane, const F& wybrany) {
+    // The elements that go are chosen before any goes: an error leaves both lists as they were.
+    std::vector<std::int32_t> ktore;
+    for (std::int32_t i = 0; i < dane.FIleObiektow; ++i)
+        if (const TObiektBazowy* element = dane.FObiekty[i]; element != nullptr && wybrany(*element)) {
+            SprawdzElement(*element);
+            ktore.push_back(i);
+        }
+    const auto ile = static_cast<std::int32_t>(ktore.size());
+    if (FPojemnosc < FIleObiektow + ile)
+        UstawPojemnosc(FIleObiektow + ile);
+    const bool wlasne = dane.Klasa()->Ma(ckListaZObiektami); // they have no parent until a list takes them over
+    for (const std::int32_t i : ktore) {
+        if (wlasne)
+            JadroBiezace().UstawRodzica(*dane.FObiekty[i], nullptr);
+        FObiekty[FIleObiektow++] = dane.FObiekty[i];
+        dane.FObiekty[i] = nullptr;
+    }
+    if (ile != 0)
+        dane.UsunObiektyNil(false);
+    return ile;
+}
+
+bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                   ERodzajWyboru wybor) {
+    if (&dane == this)
+        return false;
+    const std::int32_t od = FIleObiektow;
+    std::int32_t ile = 0;
+    switch (wybor) {
+    case rwyWszystkie:
+        ile = PrzeniesSloty(dane, [](const TObiektBazowy& /*o*/) { return true; });
+        break;
+    case rwyMajace:
+        ile = PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+        break;
+    case rwyNieMajace:
+        ile = PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+        break;
+    case rwyBrakujace:
+        // An element moved earlier counts as present, so these go one by one.
+        for (std::int32_t i = 0; i < dane.FIleObiektow;) {
+            const TObiektBazowy* element = dane.FObiekty[i];
+            if (element == nullptr || MaTakiJak(*element, pola, rozmLiter)) {
+                ++i;
+                continue;
+            }
+            SprawdzElement(*element);
+            if (FIleObiektow == FPojemnosc)
+                ZwiekszPojemnosc();
+            if (dane.Klasa()->Ma(ckListaZObiektami))
+                JadroBiezace().UstawRodzica(*dane.FObiekty[i], nullptr);
+            FObiekty[FIleObiektow++] = dane.FObiekty[i];
+            std::move(dane.FObiekty + i + 1, dane.FObiekty + dane.FIleObiektow, dane.FObiekty + i);
+            --dane.FIleObiektow;
+            ++ile;
+        }
+        break;
+    }
+    if (ile != 0)
+        PoPrzeniesieniu(dane, od, ile);
+    return ile != 0;
+}
+
+bool TListaBazowa::PrzeniesObiektyWgCech(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci,
+                                         TRozmiarLiter rozmLiter, bool majace) {
+    return PrzeniesWybrane(dane, pola, wartosci, rozmLiter, majace ? rwyMajace : rwyNieMajace);
+}
+
+bool TListaBazowa::PrzeniesObiektyOCechach(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci,
+                                           TRozmiarLiter rozmLiter) {
+    return PrzeniesObiektyWgCech(dane, pola, wartosci, rozmLiter, true);
+}
+
+bool TListaBazowa::PrzeniesObiektyOprocz(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci,
+                                         TRozmiarLiter rozmLiter) {
+    return PrzeniesObiektyWgCech(dane, pola, wartosci, rozmLiter, false);
+}
+
+bool TListaBazowa::PrzeniesObiektyGdyBrak(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter) {
+    return PrzeniesWybrane(dane, pola, {}, rozmLiter, rwyBrakujace);
+}
+
+bool TListaBazowa::PrzeniesDane(TListaBazowa& dane) {
+    return PrzeniesWybrane(dane, {}, {}, rlRozmLiterWazny, rwyWszystkie);
+}
+
+void TListaWskObiektow::PoPrzeniesObiekty(TListaBazowa& lista, std::int32_t od) {
+    if (!lista.Klasa()->Ma(ckListaRef))
+        return;
+    std::vector<const TObiektBazowy*> zostaly;
+    zostaly.reserve(static_cast<std::size_t>(lista.IleObiektow()));
+    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
+        zostaly.push_back(lista.Obiekty(i));
+    std::sort(zostaly.begin(), zostaly.end(), std::less<>());
+    for (std::int32_t i = od; i < FIleObiektow; ++i)
+        if (TObiektBazowy* element = FObiekty[i];
+            element != nullptr && !std::binary_search(zostaly.begin(), zostaly.end(), element, std::less<>()))
+            element->ZwolnijRefOd(&lista);
+}
+
+// --- values of the elements
+
+void TListaBazowa::DajListeWartPola(std::u16string_view sciezka, TListaNapisow& wartosci) const {
+    wartosci.Zeruj();
+    for (TObiektBazowy* element : *this)
+        if (const TPole* pole = element == nullptr ? nullptr : element->PoleONazwie(sciezka); pole != nullptr)
+            if (const std::u16string tekst = pole->GetJakoString(); wartosci.IndeksNapisu(tekst) < 0)
+                wartosci.Dodaj(tekst);
+}
+
+void TListaBazowa::WpiszDoStrings(std::u16string_view sciezka, TListaNapisow& napisy) const {
+    napisy.Zeruj();
+    for (TObiektBazowy* element : *this) {
+        if (element == nullptr)
+            continue;
+        const TPole* pole = element->PoleONazwie(sciezka);
+        napisy.Dodaj(pole == nullptr ? std::u16string() : pole->GetJakoString(),
+                     reinterpret_cast<std::uintptr_t>(element));
+    }
+}
+
+} // namespace ztok
