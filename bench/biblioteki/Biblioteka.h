@@ -2,14 +2,20 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 #include "dane/Dane.h"
 
 namespace pomiary {
 
-// One library with a tree of its own objects, built from the structs before the measurement. Every library writes to
-// memory that it keeps from one write to the next.
+// How a library writes to memory and reads from it.
+enum class TUzycie : std::uint8_t {
+    Zwykle,     // as its manual shows: standard streams where it takes them, a fresh buffer each time
+    Dostrojone, // a buffer kept from one write to the next, and the shortest way into it that the library has
+};
+
+// One library with a tree of its own objects, built from the structs before the measurement.
 template <class TDane> class ISeria {
   public:
     ISeria() = default;
@@ -26,17 +32,17 @@ template <class TDane> class ISeria {
     [[nodiscard]] virtual TDane Odtworz() const = 0;
 };
 
-template <class TDane> using TFabryka = std::unique_ptr<ISeria<TDane>> (*)(const TDane&);
+template <class TDane> using TFabryka = std::unique_ptr<ISeria<TDane>> (*)(const TDane&, TUzycie);
 
 // A factory per library and data set. The data must outlive the series: cereal and Boost.Serialization work on the
 // structs themselves, FlatBuffers writes from them.
 #define POMIARY_FABRYKI(TDane)                                                                                         \
-    std::unique_ptr<ISeria<TDane>> SeriaZtok(const TDane& dane);                                                       \
-    std::unique_ptr<ISeria<TDane>> SeriaCereal(const TDane& dane);                                                     \
-    std::unique_ptr<ISeria<TDane>> SeriaFlatBuffers(const TDane& dane);                                                \
-    std::unique_ptr<ISeria<TDane>> SeriaBoost(const TDane& dane);                                                      \
-    std::unique_ptr<ISeria<TDane>> SeriaProtobuf(const TDane& dane);                                                   \
-    std::unique_ptr<ISeria<TDane>> SeriaProtobufArena(const TDane& dane);
+    std::unique_ptr<ISeria<TDane>> SeriaZtok(const TDane& dane, TUzycie uzycie);                                       \
+    std::unique_ptr<ISeria<TDane>> SeriaCereal(const TDane& dane, TUzycie uzycie);                                     \
+    std::unique_ptr<ISeria<TDane>> SeriaFlatBuffers(const TDane& dane, TUzycie uzycie);                                \
+    std::unique_ptr<ISeria<TDane>> SeriaBoost(const TDane& dane, TUzycie uzycie);                                      \
+    std::unique_ptr<ISeria<TDane>> SeriaProtobuf(const TDane& dane, TUzycie uzycie);                                   \
+    std::unique_ptr<ISeria<TDane>> SeriaProtobufArena(const TDane& dane, TUzycie uzycie);
 POMIARY_FABRYKI(dane::TBaza)
 POMIARY_FABRYKI(dane::TZnaki)
 #undef POMIARY_FABRYKI

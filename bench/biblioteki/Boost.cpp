@@ -50,23 +50,23 @@ namespace {
 struct TArchiwumBoost {
     static constexpr unsigned kFlagi =
         boost::archive::no_header | boost::archive::no_codecvt | boost::archive::no_tracking;
-    template <class TDane> static void Zapisz(TBuforPamieci& bufor, const TDane& dane) {
-        boost::archive::binary_oarchive archiwum(bufor, kFlagi);
+    template <class TDane> static void Zapisz(std::ostream& strumien, const TDane& dane) {
+        boost::archive::binary_oarchive archiwum(strumien, kFlagi);
         archiwum << dane;
     }
-    template <class TDane> static void Wczytaj(TBuforPamieci& bufor, TDane& dane) {
-        boost::archive::binary_iarchive archiwum(bufor, kFlagi);
+    template <class TDane> static void Wczytaj(std::istream& strumien, TDane& dane) {
+        boost::archive::binary_iarchive archiwum(strumien, kFlagi);
         archiwum >> dane;
     }
 };
 
 } // namespace
 
-std::unique_ptr<ISeria<dane::TBaza>> SeriaBoost(const dane::TBaza& dane) {
-    return std::make_unique<TSeriaStruktur<TArchiwumBoost, dane::TBaza>>(dane);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaBoost(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaStruktur<TArchiwumBoost, dane::TBaza>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaBoost(const dane::TZnaki& dane) {
-    return std::make_unique<TSeriaStruktur<TArchiwumBoost, dane::TZnaki>>(dane);
+std::unique_ptr<ISeria<dane::TZnaki>> SeriaBoost(const dane::TZnaki& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaStruktur<TArchiwumBoost, dane::TZnaki>>(dane, uzycie);
 }
 
 } // namespace pomiary

@@ -27,13 +27,11 @@ template <class A> void serialize(A& a, TZnaki& z) { a(z.znaki); }
 namespace {
 
 struct TArchiwumCereal {
-    template <class TDane> static void Zapisz(TBuforPamieci& bufor, const TDane& dane) {
-        std::ostream strumien(&bufor);
+    template <class TDane> static void Zapisz(std::ostream& strumien, const TDane& dane) {
         cereal::BinaryOutputArchive archiwum(strumien);
         archiwum(dane);
     }
-    template <class TDane> static void Wczytaj(TBuforPamieci& bufor, TDane& dane) {
-        std::istream strumien(&bufor);
+    template <class TDane> static void Wczytaj(std::istream& strumien, TDane& dane) {
         cereal::BinaryInputArchive archiwum(strumien);
         archiwum(dane);
     }
@@ -41,11 +39,11 @@ struct TArchiwumCereal {
 
 } // namespace
 
-std::unique_ptr<ISeria<dane::TBaza>> SeriaCereal(const dane::TBaza& dane) {
-    return std::make_unique<TSeriaStruktur<TArchiwumCereal, dane::TBaza>>(dane);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaCereal(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaStruktur<TArchiwumCereal, dane::TBaza>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaCereal(const dane::TZnaki& dane) {
-    return std::make_unique<TSeriaStruktur<TArchiwumCereal, dane::TZnaki>>(dane);
+std::unique_ptr<ISeria<dane::TZnaki>> SeriaCereal(const dane::TZnaki& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaStruktur<TArchiwumCereal, dane::TZnaki>>(dane, uzycie);
 }
 
 } // namespace pomiary

@@ -81,9 +81,11 @@ dane::TZnaki JakoStruktury(const fb::ZnakiT& znaki) {
 // Writes straight from the structs; reads into the library's own objects, which can be changed as those of the others.
 template <class TKorzen, class TDane> class TSeriaFlatBuffers final : public ISeria<TDane> {
   public:
-    explicit TSeriaFlatBuffers(const TDane& dane) : dane_(dane) {}
+    TSeriaFlatBuffers(const TDane& dane, TUzycie uzycie) : dane_(dane), uzycie_(uzycie) {}
 
     std::size_t Zapisz() override {
+        if (uzycie_ == TUzycie::Zwykle)
+            budowniczy_ = TBudowniczy();
         budowniczy_.Clear();
         budowniczy_.Finish(Zbuduj(budowniczy_, dane_));
         return budowniczy_.GetSize();
@@ -96,17 +98,18 @@ template <class TKorzen, class TDane> class TSeriaFlatBuffers final : public ISe
 
   private:
     const TDane& dane_;
+    TUzycie uzycie_;
     TBudowniczy budowniczy_;
     std::unique_ptr<typename TKorzen::NativeTableType> wczytane_;
 };
 
 } // namespace
 
-std::unique_ptr<ISeria<dane::TBaza>> SeriaFlatBuffers(const dane::TBaza& dane) {
-    return std::make_unique<TSeriaFlatBuffers<fb::Baza, dane::TBaza>>(dane);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaFlatBuffers(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaFlatBuffers<fb::Baza, dane::TBaza>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaFlatBuffers(const dane::TZnaki& dane) {
-    return std::make_unique<TSeriaFlatBuffers<fb::Znaki, dane::TZnaki>>(dane);
+std::unique_ptr<ISeria<dane::TZnaki>> SeriaFlatBuffers(const dane::TZnaki& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaFlatBuffers<fb::Znaki, dane::TZnaki>>(dane, uzycie);
 }
 
 } // namespace pomiary

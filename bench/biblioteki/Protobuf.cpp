@@ -1,7 +1,7 @@
 #include "biblioteki/Protobuf.h"
 
 #include <optional>
-#include <vector>
+#include <string>
 
 #include <google/protobuf/arena.h>
 
@@ -78,17 +78,21 @@ dane::TZnaki JakoStruktury(const pb::Znaki& znaki) {
 // Messages on the heap, or on an arena each tree of its own.
 template <class TKomunikat, class TDane, bool NaArenie> class TSeriaProtobuf final : public ISeria<TDane> {
   public:
-    explicit TSeriaProtobuf(const TDane& dane) { Wypelnij(drzewo_.Nowe(), dane); }
+    TSeriaProtobuf(const TDane& dane, TUzycie uzycie) : uzycie_(uzycie) { Wypelnij(drzewo_.Nowe(), dane); }
 
     std::size_t Zapisz() override {
+        if (uzycie_ == TUzycie::Zwykle) {
+            bajty_ = drzewo_.komunikat->SerializeAsString();
+            return bajty_.size();
+        }
         const std::size_t ile = drzewo_.komunikat->ByteSizeLong();
         if (bajty_.size() < ile)
             bajty_.resize(ile);
-        drzewo_.komunikat->SerializeWithCachedSizesToArray(bajty_.data());
+        drzewo_.komunikat->SerializeWithCachedSizesToArray(reinterpret_cast<std::uint8_t*>(bajty_.data()));
         return ile;
     }
     void Wczytaj() override {
-        if (!wczytane_.Nowe().ParseFromArray(bajty_.data(), static_cast<int>(bajty_.size())))
+        if (!wczytane_.Nowe().ParseFromString(bajty_))
             throw std::runtime_error("protobuf");
     }
     void Zniszcz() override { wczytane_.Usun(); }
@@ -112,22 +116,23 @@ template <class TKomunikat, class TDane, bool NaArenie> class TSeriaProtobuf fin
     };
     TDrzewo drzewo_;
     TDrzewo wczytane_;
-    std::vector<std::uint8_t> bajty_;
+    TUzycie uzycie_;
+    std::string bajty_;
 };
 
 } // namespace
 
-std::unique_ptr<ISeria<dane::TBaza>> SeriaProtobuf(const dane::TBaza& dane) {
-    return std::make_unique<TSeriaProtobuf<pb::Baza, dane::TBaza, false>>(dane);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaProtobuf(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaProtobuf<pb::Baza, dane::TBaza, false>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TBaza>> SeriaProtobufArena(const dane::TBaza& dane) {
-    return std::make_unique<TSeriaProtobuf<pb::Baza, dane::TBaza, true>>(dane);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaProtobufArena(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaProtobuf<pb::Baza, dane::TBaza, true>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaProtobuf(const dane::TZnaki& dane) {
-    return std::make_unique<TSeriaProtobuf<pb::Znaki, dane::TZnaki, false>>(dane);
+std::unique_ptr<ISeria<dane::TZnaki>> SeriaProtobuf(const dane::TZnaki& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaProtobuf<pb::Znaki, dane::TZnaki, false>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaProtobufArena(const dane::TZnaki& dane) {
-    return std::make_unique<TSeriaProtobuf<pb::Znaki, dane::TZnaki, true>>(dane);
+std::unique_ptr<ISeria<dane::TZnaki>> SeriaProtobufArena(const dane::TZnaki& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaProtobuf<pb::Znaki, dane::TZnaki, true>>(dane, uzycie);
 }
 
 } // namespace pomiary

@@ -88,9 +88,13 @@ dane::TZnaki JakoStruktury(const TZnaki& znaki) {
 
 template <class TKorzen, class TDane> class TSeriaZtok final : public ISeria<TDane> {
   public:
-    explicit TSeriaZtok(const TDane& dane) : drzewo_(ztok::Utworz<TKorzen>()) { Wypelnij(*drzewo_, dane); }
+    TSeriaZtok(const TDane& dane, TUzycie uzycie) : uzycie_(uzycie), drzewo_(ztok::Utworz<TKorzen>()) {
+        Wypelnij(*drzewo_, dane);
+    }
 
     std::size_t Zapisz() override {
+        if (uzycie_ == TUzycie::Zwykle)
+            bajty_.SetSize(0); // gives the memory back
         bajty_.Seek(0, ztok::ESeek::Poczatek);
         drzewo_->ZapiszWStrumieniu(bajty_);
         return static_cast<std::size_t>(bajty_.GetPosition());
@@ -104,6 +108,7 @@ template <class TKorzen, class TDane> class TSeriaZtok final : public ISeria<TDa
     [[nodiscard]] TDane Odtworz() const override { return JakoStruktury(static_cast<const TKorzen&>(*wczytane_)); }
 
   private:
+    TUzycie uzycie_;
     ztok::TWlasny<TKorzen> drzewo_;
     ztok::TWlasny<TKorzen> wczytane_;
     ztok::TZTMemoryStream bajty_;
@@ -111,11 +116,11 @@ template <class TKorzen, class TDane> class TSeriaZtok final : public ISeria<TDa
 
 } // namespace
 
-std::unique_ptr<ISeria<dane::TBaza>> SeriaZtok(const dane::TBaza& dane) {
-    return std::make_unique<TSeriaZtok<TBaza, dane::TBaza>>(dane);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaZtok(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaZtok<TBaza, dane::TBaza>>(dane, uzycie);
 }
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaZtok(const dane::TZnaki& dane) {
-    return std::make_unique<TSeriaZtok<TZnaki, dane::TZnaki>>(dane);
+std::unique_ptr<ISeria<dane::TZnaki>> SeriaZtok(const dane::TZnaki& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaZtok<TZnaki, dane::TZnaki>>(dane, uzycie);
 }
 
 } // namespace pomiary

@@ -34,6 +34,7 @@ constexpr std::string_view kTowary[] = {
     "Farba emulsyjna",  "Pędzel okrągły",          "Dźwignia zaciskowa",  "Młotek ciesielski", "Obcęgi"};
 constexpr std::string_view kCechy[] = {"ocynkowana", "żółta",         "duża",    "mała",      "średnia",  "wzmocniona",
                                        "gładka",     "cienkościenna", "łączona", "powlekana", "do wnętrz"};
+constexpr std::string_view kWymiary[] = {"M8 × 40", "2,5 mm²", "120 × 60 cm", "Ø 15 mm", "25 kg"};
 constexpr std::string_view kJednostki[] = {"szt.", "kg", "m²", "opak.", "mb"};
 constexpr std::string_view kUwagi[] = {"Płatne przelewem w ciągu 14 dni", "Odbiór własny w magazynie w Łodzi",
                                        "Zgłosić się do pani Zofii Święcickiej"};
@@ -61,7 +62,8 @@ std::string Zlacz(std::initializer_list<std::string_view> czesci) {
 
 TPozycja GenerujPozycje(TLosowe& los) {
     TPozycja pozycja;
-    pozycja.nazwaUtf8 = Zlacz({los.Jeden(kTowary), " ", los.Jeden(kCechy), " ", std::to_string(1 + los.Ponizej(99))});
+    pozycja.nazwaUtf8 = Zlacz({los.Jeden(kTowary), " ", los.Jeden(kCechy), " ", los.Jeden(kWymiary), " ",
+                               std::to_string(1 + los.Ponizej(99))});
     pozycja.jednostkaUtf8 = los.Jeden(kJednostki);
     pozycja.ilosc = static_cast<double>(1 + los.Ponizej(400)) / 4;
     pozycja.cena = static_cast<double>(1 + los.Ponizej(100000)) / 100;

@@ -13,6 +13,19 @@ constexpr std::array kKolumny = {kZtok, kCereal, kFlatBuffers, kBoost, kProtobuf
 constexpr const char* kIle = "n";
 constexpr const char* kReczny = "manual";
 
+// Rows in the order in which their benchmarks were made: they are run in any order.
+std::vector<std::string>& Kolejnosc() {
+    static std::vector<std::string> kolejnosc;
+    return kolejnosc;
+}
+
+std::size_t Miejsce(std::string_view operacja) {
+    const auto gdzie = std::find(Kolejnosc().begin(), Kolejnosc().end(), operacja);
+    if (gdzie == Kolejnosc().end())
+        Kolejnosc().emplace_back(operacja);
+    return static_cast<std::size_t>(std::find(Kolejnosc().begin(), Kolejnosc().end(), operacja) - Kolejnosc().begin());
+}
+
 double MedianaZ(std::vector<double> liczby) {
     if (liczby.empty())
         return 0;
@@ -24,6 +37,7 @@ double MedianaZ(std::vector<double> liczby) {
 } // namespace
 
 std::string NazwaPomiaru(std::string_view operacja, std::string_view biblioteka) {
+    Miejsce(operacja);
     return std::string(operacja) + kRozdzielacz + std::string(biblioteka);
 }
 
@@ -55,9 +69,10 @@ void TTabela::ReportRuns(const std::vector<Run>& przebiegi) {
 }
 
 TTabela::TWiersz& TTabela::Wiersz(std::string_view operacja) {
-    const auto wiersz =
-        std::find_if(wiersze_.begin(), wiersze_.end(), [operacja](const TWiersz& w) { return w.operacja == operacja; });
-    return wiersz != wiersze_.end() ? *wiersz : wiersze_.emplace_back(TWiersz{std::string(operacja), {}});
+    const std::size_t miejsce = Miejsce(operacja);
+    while (wiersze_.size() <= miejsce)
+        wiersze_.push_back({Kolejnosc()[wiersze_.size()], {}});
+    return wiersze_[miejsce];
 }
 
 void TTabela::Dodaj(std::string_view operacja, std::string_view biblioteka, double wartosc) {
@@ -78,6 +93,8 @@ void TTabela::Drukuj() const {
         std::printf(" %11.*s", static_cast<int>(kolumna.size()), kolumna.data());
     std::printf(" %11s\n", "to fastest");
     for (const TWiersz& wiersz : wiersze_) {
+        if (wiersz.pomiary.empty())
+            continue;
         std::printf("%-46s", wiersz.operacja.c_str());
         double najszybszy = 0;
         for (const std::string_view kolumna : kKolumny) {
