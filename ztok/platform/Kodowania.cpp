@@ -10,6 +10,7 @@
 #endif
 
 #include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/KodowaniaWektory.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/Wyjatki.h"
 
@@ -241,6 +242,15 @@ std::size_t KodujUtf8(const char16_t* od, std::size_t ile, char* cel) noexcept {
     char* p = cel;
     std::size_t i = 0;
     while (i < ile) {
+#if ZTOK_WEKTORY_UTF8
+        if (wektory::Sa()) {
+            const wektory::TPostep postep = wektory::Koduj(od + i, ile - i, p);
+            i += postep.przeczytano;
+            p += postep.zapisano;
+            if (i == ile)
+                break;
+        }
+#endif
         const std::size_t ascii = ZwezAscii(od + i, ile - i, p);
         i += ascii;
         p += ascii;
@@ -278,6 +288,16 @@ std::size_t DekodujUtf8(const char* od, std::size_t ile, char16_t* cel) noexcept
     std::size_t i = 0;
     bool poWysokim = false;
     while (i < ile) {
+#if ZTOK_WEKTORY_UTF8
+        if (wektory::Sa()) {
+            const wektory::TPostep postep = wektory::Dekoduj(od + i, ile - i, p);
+            i += postep.przeczytano;
+            p += postep.zapisano;
+            poWysokim = poWysokim && postep.przeczytano == 0;
+            if (i == ile)
+                break;
+        }
+#endif
         const std::size_t ascii = PoszerzAscii(od + i, ile - i, p);
         i += ascii;
         p += ascii;
