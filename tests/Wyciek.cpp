@@ -9,10 +9,12 @@ namespace {
 
 using namespace ztok;
 
-// Blocks of a tree: each object and field is one, and so is the field array of an object.
+// Blocks of a tree: each object and field is one, and so are the field array of an object and the text of a field.
 std::int64_t Bloki(const TPole& pole) {
     std::int64_t ile = 1;
     const TKlasa* klasa = pole.Klasa();
+    if (klasa->kodPola == kpString && !static_cast<const TPoleString&>(pole).Wartosc().empty())
+        ++ile;
     if (klasa->Ma(ckObiekt)) {
         const auto& obiekt = static_cast<const TObiekt&>(pole);
         ile += obiekt.OstUzywanePole() >= 0 ? 1 : 0;

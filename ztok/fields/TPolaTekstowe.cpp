@@ -26,45 +26,45 @@ std::u16string WgMaskiTekstu(std::u16string_view maska, std::u16string tekst, co
 
 TPoleString::~TPoleString() = default;
 
-TWariant TPoleString::GetJakoVariant() const { return TWariant(tekst_); }
+TWariant TPoleString::GetJakoVariant() const { return TWariant(Wartosc()); }
 
-void TPoleString::SetJakoVariant(const TWariant& wartosc) { tekst_ = wartosc.JakoTekst16(); }
+void TPoleString::SetJakoVariant(const TWariant& wartosc) { tekst_.Ustaw(wartosc.JakoTekst16()); }
 
-std::u16string TPoleString::GetJakoString() const { return tekst_; }
+std::u16string TPoleString::GetJakoString() const { return std::u16string(Wartosc()); }
 
-void TPoleString::SetJakoString(std::u16string_view tekst) { tekst_ = tekst; }
+void TPoleString::SetJakoString(std::u16string_view tekst) { tekst_.Ustaw(tekst); }
 
-void TPoleString::ZerujDane() { tekst_.clear(); }
+void TPoleString::ZerujDane() { tekst_.Wyczysc(); }
 
 std::u16string TPoleString::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
-    return WgMaskiTekstu(maska, tekst_, ustawienia);
+    return WgMaskiTekstu(maska, GetJakoString(), ustawienia);
 }
 
 void TPoleString::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     SprawdzKlase(zrodlo, KlasaStatyczna());
     TPole::KopiujDane(zrodlo, kopier);
-    tekst_ = static_cast<const TPoleString&>(zrodlo).tekst_;
+    tekst_.Ustaw(static_cast<const TPoleString&>(zrodlo).Wartosc());
 }
 
 std::int32_t TPoleString::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
     SprawdzKlase(inne, KlasaStatyczna());
-    const std::u16string& drugi = static_cast<const TPoleString&>(inne).tekst_;
+    const std::u16string_view drugi = static_cast<const TPoleString&>(inne).Wartosc();
     if (porownywacz == nullptr)
-        return PorownajTeksty(tekst_, drugi, rlRozmLiterNiewazny, DefZTOKLocaleID);
-    return PorownajTeksty(tekst_, drugi, porownywacz->RozmLiter, porownywacz->LocaleID);
+        return PorownajTeksty(Wartosc(), drugi, rlRozmLiterNiewazny, DefZTOKLocaleID);
+    return PorownajTeksty(Wartosc(), drugi, porownywacz->RozmLiter, porownywacz->LocaleID);
 }
 
 std::int32_t TPoleString::PorownajZCecha(const TArgument& cecha, TRozmiarLiter rozmLiter,
                                          std::uint32_t localeID) const {
     if (cecha.Tag() == TTag::UnicodeString)
-        return PorownajTeksty(cecha.Tekst(), tekst_, rozmLiter, localeID);
+        return PorownajTeksty(cecha.Tekst(), Wartosc(), rozmLiter, localeID);
     if (cecha.JestTekst8() || cecha.JestTekst16())
-        return PorownajTeksty(cecha.JakoTekst(), tekst_, rozmLiter, localeID);
+        return PorownajTeksty(cecha.JakoTekst(), Wartosc(), rozmLiter, localeID);
     return TPole::PorownajZCecha(cecha, rozmLiter, localeID);
 }
 
 void TPoleString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {
-    TZapisywaczDanych::ZapiszWideString(strumien, tekst_, zapisywacz);
+    TZapisywaczDanych::ZapiszWideString(strumien, Wartosc(), zapisywacz);
 }
 
 void TPoleString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
@@ -117,15 +117,15 @@ void TPoleRawByteString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDa
 
 TPoleWideString::~TPoleWideString() = default;
 
-TWariant TPoleWideString::GetJakoVariant() const { return TWariant::WideString(tekst_); }
+TWariant TPoleWideString::GetJakoVariant() const { return TWariant::WideString(std::u16string(Wartosc())); }
 
-void TPoleWideString::SetJakoVariant(const TWariant& wartosc) { tekst_ = wartosc.JakoTekst16(); }
+void TPoleWideString::SetJakoVariant(const TWariant& wartosc) { tekst_.Ustaw(wartosc.JakoTekst16()); }
 
-std::u16string TPoleWideString::GetJakoString() const { return PolskiWide(Utf8ZUtf16(tekst_)); }
+std::u16string TPoleWideString::GetJakoString() const { return PolskiWide(Utf8ZUtf16(Wartosc())); }
 
-void TPoleWideString::SetJakoString(std::u16string_view tekst) { tekst_ = Utf16ZUtf8(PolskiAnsi(tekst)); }
+void TPoleWideString::SetJakoString(std::u16string_view tekst) { tekst_.Ustaw(Utf16ZUtf8(PolskiAnsi(tekst))); }
 
-void TPoleWideString::ZerujDane() { tekst_.clear(); }
+void TPoleWideString::ZerujDane() { tekst_.Wyczysc(); }
 
 std::u16string TPoleWideString::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
     return WgMaskiTekstu(maska, GetJakoString(), ustawienia);
@@ -134,26 +134,26 @@ std::u16string TPoleWideString::WartWgMaski(std::u16string_view maska, const TUs
 void TPoleWideString::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     SprawdzKlase(zrodlo, KlasaStatyczna());
     TPole::KopiujDane(zrodlo, kopier);
-    tekst_ = static_cast<const TPoleWideString&>(zrodlo).tekst_;
+    tekst_.Ustaw(static_cast<const TPoleWideString&>(zrodlo).Wartosc());
 }
 
 std::int32_t TPoleWideString::Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz) const {
     SprawdzKlase(inne, KlasaStatyczna());
-    const std::u16string& drugi = static_cast<const TPoleWideString&>(inne).tekst_;
+    const std::u16string_view drugi = static_cast<const TPoleWideString&>(inne).Wartosc();
     if (porownywacz == nullptr)
-        return CompareTxtSgn(tekst_, drugi);
-    return PorownajTekstySzerokie(tekst_, drugi, porownywacz->RozmLiter, porownywacz->LocaleID);
+        return CompareTxtSgn(Wartosc(), drugi);
+    return PorownajTekstySzerokie(Wartosc(), drugi, porownywacz->RozmLiter, porownywacz->LocaleID);
 }
 
 std::int32_t TPoleWideString::PorownajZCecha(const TArgument& cecha, TRozmiarLiter rozmLiter,
                                              std::uint32_t localeID) const {
     if (cecha.JestTekst8() || cecha.JestTekst16())
-        return PorownajTekstySzerokie(cecha.JakoTekst(), tekst_, rozmLiter, localeID);
+        return PorownajTekstySzerokie(cecha.JakoTekst(), Wartosc(), rozmLiter, localeID);
     return TPole::PorownajZCecha(cecha, rozmLiter, localeID);
 }
 
 void TPoleWideString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* /*zapisywacz*/) const {
-    TZapisywaczDanych::ZapiszWideString(strumien, tekst_, nullptr);
+    TZapisywaczDanych::ZapiszWideString(strumien, Wartosc(), nullptr);
 }
 
 void TPoleWideString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {

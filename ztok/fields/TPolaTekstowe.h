@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ztok/fields/TPole.h"
+#include "ztok/fields/TTekstPola.h"
 
 namespace ztok {
 
@@ -14,8 +15,9 @@ class ZTOK_API TPoleString : public TPole {
     TPoleString() noexcept = default;
     ~TPoleString() override;
 
-    [[nodiscard]] const std::u16string& Wartosc() const noexcept { return tekst_; }
-    void UstawWartosc(std::u16string_view tekst) { tekst_ = tekst; }
+    // Valid until the next change of the field.
+    [[nodiscard]] std::u16string_view Wartosc() const noexcept { return tekst_.Widok(); }
+    void UstawWartosc(std::u16string_view tekst) { tekst_.Ustaw(tekst); }
 
     [[nodiscard]] TWariant GetJakoVariant() const override;
     void SetJakoVariant(const TWariant& wartosc) override;
@@ -33,7 +35,7 @@ class ZTOK_API TPoleString : public TPole {
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
 
   private:
-    std::u16string tekst_;
+    TTekstPola tekst_;
 };
 
 // Text that XML holds as a CDATA section.
@@ -89,8 +91,9 @@ class ZTOK_API TPoleWideString : public TPole {
     TPoleWideString() noexcept = default;
     ~TPoleWideString() override;
 
-    [[nodiscard]] const std::u16string& Wartosc() const noexcept { return tekst_; }
-    void UstawWartosc(std::u16string_view tekst) { tekst_ = tekst; }
+    // Valid until the next change of the field.
+    [[nodiscard]] std::u16string_view Wartosc() const noexcept { return tekst_.Widok(); }
+    void UstawWartosc(std::u16string_view tekst) { tekst_.Ustaw(tekst); }
 
     [[nodiscard]] TWariant GetJakoVariant() const override;
     void SetJakoVariant(const TWariant& wartosc) override;
@@ -107,7 +110,9 @@ class ZTOK_API TPoleWideString : public TPole {
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
 
   private:
-    std::u16string tekst_;
+    TTekstPola tekst_;
 };
+
+static_assert(sizeof(TPoleString) == 2 * sizeof(void*));
 
 } // namespace ztok

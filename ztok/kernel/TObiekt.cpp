@@ -355,7 +355,9 @@ void TObiekt::ZglosZlyTyp(int nrPola, const TPole& pole, const TKlasa* spodziewa
 }
 
 template <class P> auto TObiekt::Czytaj(int nrPola) const {
-    using W = std::remove_cvref_t<decltype(std::declval<const P&>().Wartosc())>;
+    // The value itself, also of a text, which its field shows as a view only: copied before the lock is released.
+    using TWartosc = std::remove_cvref_t<decltype(std::declval<const P&>().Wartosc())>;
+    using W = std::conditional_t<std::is_same_v<TWartosc, std::u16string_view>, std::u16string, TWartosc>;
     const TBlokadaObiektu blokada(*this);
     const P* pole = PoleKlasy<P>(nrPola);
     return pole == nullptr ? W{} : W(pole->Wartosc());

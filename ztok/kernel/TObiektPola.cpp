@@ -69,8 +69,8 @@ TObiektBazowy* JakoObiekt(TPole* pole) {
 // The text of a text field, changed by `zmien`; the field is cleared when nothing is left of it.
 template <class F> void ZmienTekst(TObiekt& obiekt, int nr, TPole& pole, const F& zmien) {
     const auto zapisz = [&](auto& poleTekstowe) {
-        using TTekst = std::remove_cvref_t<decltype(poleTekstowe.Wartosc())>;
-        const TTekst nowy(zmien(std::basic_string_view<typename TTekst::value_type>(poleTekstowe.Wartosc())));
+        using TZnak = typename std::remove_cvref_t<decltype(poleTekstowe.Wartosc())>::value_type;
+        const std::basic_string<TZnak> nowy(zmien(std::basic_string_view<TZnak>(poleTekstowe.Wartosc())));
         if (nowy.size() == poleTekstowe.Wartosc().size())
             return;
         poleTekstowe.UstawWartosc(nowy);

@@ -5,6 +5,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/fields/TTekstPola.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
@@ -193,28 +194,59 @@ void WczytajBajty(TStrumien& strumien, std::string& bajty, std::size_t dlugosc) 
     }
 }
 
-// Decodes UTF-8 from the stream's window when the text lies there whole, else through a copy.
-void WczytajTekstUtf8(TStrumien& strumien, std::u16string& tekst, std::size_t dlugosc) {
+void Przyjmij(std::u16string& cel, std::u16string_view tekst) { cel = std::u16string(tekst); }
+void Przyjmij(TTekstPola& cel, std::u16string_view tekst) { cel.Ustaw(tekst); }
+
+constexpr std::size_t kKrotkiTekst = 256;
+
+void DekodujDlugi(std::u16string& cel, std::string_view bajtyUtf8) { cel = Utf16ZUtf8(bajtyUtf8); }
+
+// A long text goes to its place by pieces, whose ends are ends of characters: it is never in memory twice.
+void DekodujDlugi(TTekstPola& cel, std::string_view bajtyUtf8) {
+    if (!PoprawneUtf8(bajtyUtf8)) {
+        cel.Ustaw(Utf16ZUtf8(bajtyUtf8));
+        return;
+    }
+    const auto dalszy = [](char bajt) { return (static_cast<unsigned char>(bajt) & 0xC0U) == 0x80U; };
+    std::size_t ile = 0;
+    for (const char bajt : bajtyUtf8)
+        ile += (dalszy(bajt) ? 0U : 1U) + (static_cast<unsigned char>(bajt) >= 0xF0U ? 1U : 0U);
+    for (char16_t* gdzie = cel.Przygotuj(ile); !bajtyUtf8.empty();) {
+        std::size_t kawalek = std::min(bajtyUtf8.size(), kKrotkiTekst);
+        while (kawalek < bajtyUtf8.size() && dalszy(bajtyUtf8[kawalek]))
+            --kawalek;
+        char16_t znaki[kKrotkiTekst];
+        gdzie = std::copy_n(znaki, DekodujUtf8(bajtyUtf8.data(), kawalek, znaki), gdzie);
+        bajtyUtf8.remove_prefix(kawalek);
+    }
+}
+
+// Decodes UTF-8 in the stream's window, where most texts lie whole.
+template <class TTekst> void WczytajTekstUtf8(TStrumien& strumien, TTekst& tekst, std::size_t dlugosc) {
     if (const auto okno = strumien.Okno(); okno.size() >= dlugosc) {
         const char* bajty = reinterpret_cast<const char*>(okno.data());
-        constexpr std::size_t kKrotki = 256;
-        if (dlugosc <= kKrotki) {
-            char16_t znaki[kKrotki];
-            tekst.assign(znaki, DekodujUtf8(bajty, dlugosc, znaki));
+        if (dlugosc <= kKrotkiTekst) {
+            char16_t znaki[kKrotkiTekst];
+            Przyjmij(tekst, std::u16string_view(znaki, DekodujUtf8(bajty, dlugosc, znaki)));
         } else {
-            tekst.resize(dlugosc);
-            tekst.resize(DekodujUtf8(bajty, dlugosc, tekst.data()));
-            tekst.shrink_to_fit();
+            DekodujDlugi(tekst, {bajty, dlugosc});
         }
         strumien.Pomin(static_cast<std::int64_t>(dlugosc));
         return;
     }
-    {
-        std::string bajty;
-        WczytajBajty(strumien, bajty, dlugosc);
-        tekst = Utf16ZUtf8(bajty);
+    std::string bajty;
+    WczytajBajty(strumien, bajty, dlugosc);
+    DekodujDlugi(tekst, bajty);
+}
+
+template <class TTekst> void WczytajTekst(TStrumien& strumien, TTekst& tekst, TOdczytywaczDanych* odczytywacz) {
+    if (odczytywacz == nullptr || !odczytywacz->FOdczytANSI) {
+        WczytajTekstUtf8(strumien, tekst, WczytajDlugosc(strumien, odczytywacz));
+        return;
     }
-    tekst.shrink_to_fit();
+    std::string bajty;
+    TOdczytywaczDanych::WczytajAnsiString(strumien, bajty, odczytywacz);
+    Przyjmij(tekst, PolskiWide(bajty));
 }
 
 } // namespace
@@ -231,16 +263,16 @@ void TOdczytywaczDanych::WczytajAnsiString(TStrumien& strumien, std::string& baj
 
 void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, std::u16string& tekst,
                                            TOdczytywaczDanych* odczytywacz) {
-    if (odczytywacz != nullptr && odczytywacz->FOdczytANSI) {
-        std::string bajty;
-        WczytajAnsiString(strumien, bajty, odczytywacz);
-        tekst = PolskiWide(bajty);
-    } else {
-        WczytajUtf8(strumien, tekst, odczytywacz);
-    }
+    WczytajTekst(strumien, tekst, odczytywacz);
+}
+void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz) {
+    WczytajTekst(strumien, tekst, odczytywacz);
 }
 
 void TOdczytywaczDanych::WczytajUtf8(TStrumien& strumien, std::u16string& tekst, TOdczytywaczDanych* odczytywacz) {
+    WczytajTekstUtf8(strumien, tekst, WczytajDlugosc(strumien, odczytywacz));
+}
+void TOdczytywaczDanych::WczytajUtf8(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz) {
     WczytajTekstUtf8(strumien, tekst, WczytajDlugosc(strumien, odczytywacz));
 }
 

@@ -19,6 +19,7 @@ struct TKlasa;
 class TPole;
 class TPoleWskObiektu;
 class TStrumien;
+class TTekstPola;
 
 // Object number N is the Nth object whose reading began. Pointer fields and lists stay null or empty while the reader
 // runs; their numbers stand here until KorygujReferencje resolves them. A field or object that dies meanwhile takes its
@@ -58,8 +59,10 @@ class ZTOK_API TOdczytywaczDanych {
     static void WczytajAnsiString(TStrumien& strumien, std::string& bajty, TOdczytywaczDanych* odczytywacz);
     // UTF-8, or Windows-1250 when the reader says so.
     static void WczytajWideString(TStrumien& strumien, std::u16string& tekst, TOdczytywaczDanych* odczytywacz);
+    static void WczytajWideString(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz);
     // UTF-8 always.
     static void WczytajUtf8(TStrumien& strumien, std::u16string& tekst, TOdczytywaczDanych* odczytywacz);
+    static void WczytajUtf8(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz);
 
     // Reads the count of elements of which each takes at least `bajtowNaElement` bytes of the stream, and checks it
     // against the bytes left when the stream can tell. ZTException for a count that cannot be true.
