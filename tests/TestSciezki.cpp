@@ -196,14 +196,6 @@ TEST_F(Sciezki, WlasnaSciezkaProwadziDoObiektu) {
     EXPECT_GT(ile, 1000);
 }
 
-TEST_F(Sciezki, DlugaSciezkaPrzezCykl) {
-    std::u16string sciezka;
-    for (int i = 0; i < 200000; ++i)
-        sciezka += u"Wskaznik.";
-    EXPECT_EQ(o.GetTekstowoWgSciezki(sciezka + u"I"), u"7");
-    EXPECT_FALSE(o.SciezkaIstnieje(sciezka + u"Nie"));
-}
-
 TEST_F(Sciezki, DowolnyElement) {
     TListaBazowa& lista = o.GetAdresy();
     const auto ma = [&](std::u16string_view s, const TArgument& c) { return lista.PoleMaCeche(s, c, kWazny); };
