@@ -338,3 +338,18 @@ TEST_F(Sciezki, OperacjePoListachPol) {
 }
 
 } // namespace
+
+// A pointer back to the object itself: a path through it ends, however long it is.
+TEST_F(Sciezki, DlugaPrzezWskaznik) {
+    const TWlasny<TWszystko> wkolko = Utworz<TWszystko>();
+    wkolko->SetWskaznik(wkolko.get());
+    wkolko->SetI(7);
+    const auto sciezka = [](int kroki) {
+        std::u16string tekst;
+        for (int i = 0; i < kroki; ++i)
+            tekst += u"Wskaznik.";
+        return tekst + u"I";
+    };
+    EXPECT_EQ(wkolko->GetTekstowoWgSciezki(sciezka(200)), u"7");
+    EXPECT_FALSE(wkolko->SciezkaIstnieje(sciezka(200000)));
+}
