@@ -410,3 +410,19 @@ TEST(Kopia, LosoweDrzewa) {
 }
 
 } // namespace
+
+// A copy between an object and a part of itself reads a copy first: neither frees nor grows what it reads.
+TEST(Kopia, ZWlasnejCzesci) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    o->SetI(1);
+    TWszystko& czesc = o->GetPodrzedne().Dopisz();
+    czesc.SetI(2);
+    czesc.GetPodrzedne().Dopisz().SetI(3);
+    const TWlasny<TObiektBazowy> wzor = czesc.KlonujObiekt(false);
+    o->KopiujDane(czesc); // frees the part while it is the source
+    EXPECT_EQ(o->Porownaj(*wzor), 0);
+    TWszystko* srodek = o->GetPodrzedne()[0];
+    const TWlasny<TObiektBazowy> caly = o->KlonujObiekt(false);
+    srodek->KopiujDane(*o); // the source holds the target
+    EXPECT_EQ(srodek->Porownaj(*caly), 0);
+}

@@ -319,9 +319,19 @@ void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
         return;
     }
     SprawdzKlase(zrodlo, KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiektBazowy&>(zrodlo);
+    const auto jestNad = [](const TObiektBazowy& przodek, const TObiektBazowy& potomek) {
+        return WGore(&potomek, [&przodek](const TObiektBazowy& o) { return &o == &przodek; }) != nullptr;
+    };
+    if (jestNad(*this, obiekt) || jestNad(obiekt, *this)) {
+        // One is a part of the other: the copy would free, or go on growing, what it still reads.
+        const TWlasny<TObiektBazowy> osobno = obiekt.KlonujObiekt(false);
+        KopiujDane(*osobno);
+        return;
+    }
     TKopierDanych wlasny;
     const TBlokadaObiektu blokada(*this);
-    const TBlokadaObiektu blokadaZrodla(static_cast<const TObiektBazowy&>(zrodlo));
+    const TBlokadaObiektu blokadaZrodla(obiekt);
     KopiujJakoKorzen(wlasny, [&] { kopiuj(wlasny); });
 }
 
@@ -427,9 +437,11 @@ std::uint32_t TObiektBazowy::DajWyroznikObiektu(const TObiektBazowy* wzor) const
     TZTCRCStream suma;
     if (wzor != nullptr) {
         TZapisywaczDanych zapisywacz;
+        const TBlokadaObiektu blokada(*this);
         wzor->DajObiektyDoZapisu(zapisywacz);
         zapisywacz.SortujListe();
         TBuforZapisu bufor(suma, 0x4000);
+        const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
         WykonajZapis(bufor, zapisywacz);
         bufor.Flush();
     } else {

@@ -197,6 +197,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     friend class TBlokadaObiektu;
     friend class TJadroKlas;
     friend class TObiekt;
+    friend class TOdczytywaczDanych;
     friend struct TPrzydzial;
 
     struct TOdwolania { // growable array behind one pointer: most objects have no incoming reference
@@ -216,6 +217,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     TOdwolania* odwolania_ = nullptr;
     bool bezBlokady_ = false; // known to lock nothing: no virtual call
     bool zakonczony_ = false; // the end of life has run
+    bool odczytany_ = false;  // a reader has numbered it
 };
 
 // Holds an object's lock for a scope.

@@ -170,7 +170,17 @@ bool TObiekt::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy
         pole = static_cast<TPoleWskObiektu*>(pole)->Obiekt();
     else if ((cechy & ckObiektBazowy) == 0)
         pole = nullptr;
-    return pole != nullptr && static_cast<TObiektBazowy*>(pole)->ObiektIPole(reszta, tworz, obiekt, nrPola);
+    // Pointers can lead round and round: a path has a bounded number of steps, as a tree has of levels.
+    static thread_local int kroki = 0;
+    if (pole == nullptr || kroki >= kZaglebienieDomyslne)
+        return false;
+    struct TKrok {
+        TKrok() noexcept { ++kroki; }
+        TKrok(const TKrok&) = delete;
+        TKrok& operator=(const TKrok&) = delete;
+        ~TKrok() { --kroki; }
+    } const krok;
+    return static_cast<TObiektBazowy*>(pole)->ObiektIPole(reszta, tworz, obiekt, nrPola);
 }
 
 // --- features

@@ -113,7 +113,8 @@ void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
             std::find_if(zachowane.begin(), zachowane.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
         if (gdzie == zachowane.end())
             UstawNiepuste(nr, false);
-        else if (TObiektBazowy* obiekt = JakoObiekt(Pole(nr)); !gdzie->cale && obiekt != nullptr)
+        else if (TObiektBazowy* obiekt = JakoObiekt(Pole(nr));
+                 !gdzie->cale && obiekt != nullptr && obiekt->Klasa()->Ma(ckObiekt)) // a list is kept as a whole
             obiekt->ZerujDaneOprocz(gdzie->czesci);
     }
 }

@@ -8,6 +8,7 @@
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/platform/TListaNapisow.h"
+#include "ztok/platform/TPierwszyBlad.h"
 
 namespace ztok {
 
@@ -45,8 +46,10 @@ bool TListaBazowa::DopiszObiektyGdyBrak(const TListaBazowa* dane, TArgumenty pol
 
 bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
                                          TRozmiarLiter rozmLiter) {
-    if (dane == this)
-        return UsunObiektyOprocz(pola, wartosci, rozmLiter);
+    if (dane == this) {
+        UsunObiektyOprocz(pola, wartosci, rozmLiter);
+        return !ListaPusta();
+    }
     ZerujDane();
     return DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
 }
@@ -62,12 +65,18 @@ bool TListaBazowa::DopiszDane(const TListaBazowa* dane) {
 
 // --- moving
 
+void TListaBazowa::SprawdzPrzenoszony(const TObiektBazowy& element) {
+    if (Klasa()->Ma(ckListaZObiektami))
+        SprawdzCykl(*this, element);
+    SprawdzElement(element);
+}
+
 template <class F> std::int32_t TListaBazowa::PrzeniesSloty(TListaBazowa& dane, const F& wybrany) {
     // The elements that go are chosen before any goes: an error leaves both lists as they were.
     std::vector<std::int32_t> ktore;
     for (std::int32_t i = 0; i < dane.FIleObiektow; ++i)
         if (const TObiektBazowy* element = dane.FObiekty[i]; element != nullptr && wybrany(*element)) {
-            SprawdzElement(*element);
+            SprawdzPrzenoszony(*element);
             ktore.push_back(i);
         }
     const auto ile = static_cast<std::int32_t>(ktore.size());
@@ -91,6 +100,7 @@ bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumen
         return false;
     const std::int32_t od = FIleObiektow;
     std::int32_t ile = 0;
+    TPierwszyBlad blad;
     switch (wybor) {
     case rwyWszystkie:
         ile = PrzeniesSloty(dane, [](const TObiektBazowy& /*o*/) { return true; });
@@ -102,27 +112,31 @@ bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumen
         ile = PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
         break;
     case rwyBrakujace:
-        // An element moved earlier counts as present, so these go one by one.
-        for (std::int32_t i = 0; i < dane.FIleObiektow;) {
-            const TObiektBazowy* element = dane.FObiekty[i];
-            if (element == nullptr || MaTakiJak(*element, pola, rozmLiter)) {
-                ++i;
-                continue;
+        // An element moved earlier counts as present, so these go one by one; when one raises, those before it are here
+        // for good.
+        blad.Wykonaj([&] {
+            for (std::int32_t i = 0; i < dane.FIleObiektow;) {
+                const TObiektBazowy* element = dane.FObiekty[i];
+                if (element == nullptr || MaTakiJak(*element, pola, rozmLiter)) {
+                    ++i;
+                    continue;
+                }
+                SprawdzPrzenoszony(*element);
+                if (FIleObiektow == FPojemnosc)
+                    ZwiekszPojemnosc();
+                if (dane.Klasa()->Ma(ckListaZObiektami))
+                    JadroBiezace().UstawRodzica(*dane.FObiekty[i], nullptr);
+                FObiekty[FIleObiektow++] = dane.FObiekty[i];
+                std::move(dane.FObiekty + i + 1, dane.FObiekty + dane.FIleObiektow, dane.FObiekty + i);
+                --dane.FIleObiektow;
+                ++ile;
             }
-            SprawdzElement(*element);
-            if (FIleObiektow == FPojemnosc)
-                ZwiekszPojemnosc();
-            if (dane.Klasa()->Ma(ckListaZObiektami))
-                JadroBiezace().UstawRodzica(*dane.FObiekty[i], nullptr);
-            FObiekty[FIleObiektow++] = dane.FObiekty[i];
-            std::move(dane.FObiekty + i + 1, dane.FObiekty + dane.FIleObiektow, dane.FObiekty + i);
-            --dane.FIleObiektow;
-            ++ile;
-        }
+        });
         break;
     }
     if (ile != 0)
         PoPrzeniesieniu(dane, od, ile);
+    blad.Rzuc();
     return ile != 0;
 }
 

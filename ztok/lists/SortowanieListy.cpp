@@ -9,19 +9,27 @@ namespace ztok {
 
 namespace {
 
+// A slot without an object stands before every object.
+template <class F> auto ZPustymi(const F& porownaj) {
+    return [&porownaj](const TObiektBazowy* a, const TObiektBazowy* b) -> std::int32_t {
+        return a != nullptr && b != nullptr ? porownaj(*a, *b)
+                                            : static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
+    };
+}
+
 // In-place quicksort with a fixed order of exchanges, so that equal elements always end where they do: the pivot is the
 // middle element, both ends move towards it, and elements equal to it are exchanged too. `porownaj` gives the sign of
 // its first argument minus the second. Whatever it answers, I and J stay within [L, R].
 template <class F>
 void Szybkie(PListaObiektowBazowych e, std::int32_t l, std::int32_t r, bool& zamieniono, const F& porownaj) {
     while (l < r) {
-        const TObiektBazowy& os = *e[l + (r - l) / 2];
+        const TObiektBazowy* os = e[l + (r - l) / 2];
         std::int32_t i = l;
         std::int32_t j = r;
         do {
-            while (i < r && porownaj(*e[i], os) < 0)
+            while (i < r && porownaj(e[i], os) < 0)
                 ++i;
-            while (j > l && porownaj(*e[j], os) > 0)
+            while (j > l && porownaj(e[j], os) > 0)
                 --j;
             if (i <= j) {
                 if (i != j) {
@@ -49,11 +57,11 @@ void Szybkie(PListaObiektowBazowych e, std::int32_t l, std::int32_t r, bool& zam
 
 // One field of a sort, taken from its selector once.
 struct TKluczSortowania {
-    int nrPola; // below -1: by path
+    bool wgSciezki;
+    int nrPola;
     std::u16string sciezka;
     bool malejaco;
 };
-constexpr int kWgSciezki = -2;
 
 std::vector<TKluczSortowania> KluczeSortowania(TArgumenty pola, std::span<const TRodzajSortowania> kierunki) {
     std::vector<TKluczSortowania> klucze;
@@ -63,9 +71,9 @@ std::vector<TKluczSortowania> KluczeSortowania(TArgumenty pola, std::span<const 
         const TRodzajSortowania kierunek =
             kierunki.empty() ? rsRosnaco : kierunki[i < kierunki.size() ? i : kierunki.size() - 1];
         if (pola[i].JestCalkowity())
-            klucze.push_back({static_cast<std::int16_t>(pola[i].Calkowita()), {}, kierunek == rsMalejaco});
+            klucze.push_back({false, static_cast<std::int16_t>(pola[i].Calkowita()), {}, kierunek == rsMalejaco});
         else if (pola[i].JestNazwa())
-            klucze.push_back({kWgSciezki, pola[i].JakoTekst(), kierunek == rsMalejaco});
+            klucze.push_back({true, CalyObiekt, pola[i].JakoTekst(), kierunek == rsMalejaco});
         else
             ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PWP"});
     }
@@ -81,7 +89,7 @@ std::int32_t PorownajWgKluczy(const TObiektBazowy& a, const TObiektBazowy& b,
         return a.Porownaj(b, &porownywacz);
     for (const TKluczSortowania& klucz : klucze) {
         std::int32_t wynik = 0;
-        if (klucz.nrPola != kWgSciezki) {
+        if (!klucz.wgSciezki) {
             wynik = klucz.nrPola == CalyObiekt ? a.Porownaj(b, &porownywacz)
                                                : static_cast<const TObiekt&>(a).PorownajPole(
                                                      klucz.nrPola, static_cast<const TObiekt&>(b), porownywacz);
@@ -103,10 +111,11 @@ std::int32_t PorownajWgKluczy(const TObiektBazowy& a, const TObiektBazowy& b,
 
 bool TListaBazowa::PosortujWgFun(TFunPorownania fun) {
     bool zamieniono = false;
+    const auto porownaj = [&](const TObiektBazowy& a, const TObiektBazowy& b) {
+        return fun != nullptr ? fun(a, b) : PorownajObiekty(a, b);
+    };
     if (FIleObiektow >= 2)
-        Szybkie(FObiekty, 0, FIleObiektow - 1, zamieniono, [&](const TObiektBazowy& a, const TObiektBazowy& b) {
-            return fun != nullptr ? fun(a, b) : PorownajObiekty(a, b);
-        });
+        Szybkie(FObiekty, 0, FIleObiektow - 1, zamieniono, ZPustymi(porownaj));
     return zamieniono;
 }
 
@@ -120,11 +129,11 @@ bool TListaBazowa::PosortowanieListy(TArgumenty pola, std::span<const TRodzajSor
     if (sortuj) {
         bool zamieniono = false;
         if (FIleObiektow >= 2)
-            Szybkie(FObiekty, 0, FIleObiektow - 1, zamieniono, porownaj);
+            Szybkie(FObiekty, 0, FIleObiektow - 1, zamieniono, ZPustymi(porownaj));
         return zamieniono;
     }
     for (std::int32_t i = 1; i < FIleObiektow; ++i)
-        if (porownaj(*FObiekty[i - 1], *FObiekty[i]) > 0)
+        if (ZPustymi(porownaj)(FObiekty[i - 1], FObiekty[i]) > 0)
             return false;
     return true;
 }

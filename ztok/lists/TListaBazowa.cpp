@@ -358,7 +358,12 @@ TObiektBazowy* TListaBazowa::DajElemListyWCech(std::u16string_view opis, bool tw
     TObiektBazowy* nowy = DodajObiekt(nullptr, MaxInt);
     if (!nowy->Klasa()->Ma(ckObiekt))
         BladKlasy(*nowy, TObiekt::KlasaStatyczna());
-    static_cast<TObiekt*>(nowy)->WpiszDane(nazwy, wartosci);
+    try {
+        static_cast<TObiekt*>(nowy)->WpiszDane(nazwy, wartosci);
+    } catch (...) {
+        UsunTenObiekt(nowy, true); // it never met the conditions
+        throw;
+    }
     return nowy;
 }
 

@@ -293,6 +293,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     friend class TJadroKlas;
     // Whether the path begins with any element; what follows it.
     static bool KazdyElement(std::u16string_view sciezka, std::u16string_view& reszta) noexcept;
+    // Refuses an element that a move must not bring here.
+    void SprawdzPrzenoszony(const TObiektBazowy& element);
     template <class F> bool DopiszWybrane(const TListaBazowa* dane, const F& wybrany);
     template <class F> std::int32_t PrzeniesSloty(TListaBazowa& dane, const F& wybrany);
     template <class F> bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;

@@ -151,6 +151,9 @@ void TListaObiektow::KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<cons
 bool TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& lista) {
     if (&lista == this || !MoznaKopiowacZListy(lista))
         return false;
+    for (const TObiektBazowy* o = lista.Rodzic(); o != nullptr; o = o->Rodzic())
+        if (o == this)
+            return false; // a part of this list's own elements, which go first
     ZerujDane();
     // Elements of this list's own class are moved; when the other list holds more general ones, copies of this list's
     // class take over what both know.

@@ -45,10 +45,14 @@ void TListaZObiektami::PrzypnijObiekt(TObiektBazowy* obiekt) {
     DodajObiekt(obiekt, MaxInt);
 }
 
-void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& /*lista*/, std::int32_t od, std::int32_t ile) {
+void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
+    const bool zRef = lista.Klasa()->Ma(ckListaRef);
     for (std::int32_t i = od; i < od + ile; ++i)
-        if (TObiektBazowy* element = Obiekty(i); element != nullptr)
+        if (TObiektBazowy* element = Obiekty(i); element != nullptr) {
             JadroBiezace().UstawRodzica(*element, this);
+            if (zRef && lista.ZnajdzObiekt(element) < 0)
+                element->ZwolnijRefOd(&lista);
+        }
 }
 
 TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {

@@ -49,6 +49,9 @@ TOdczytywaczDanych::~TOdczytywaczDanych() {
 bool TOdczytywaczDanych::CzyKtosCzyta() noexcept { return czynneOdczyty.load(std::memory_order_relaxed) != 0; }
 
 void TOdczytywaczDanych::ZapomnijWCzynnych(const TPole& pole) noexcept {
+    // An object that no reader has numbered, such as a hook's temporary one, needs no search.
+    if (pole.Klasa()->Ma(ckObiektBazowy) && !static_cast<const TObiektBazowy&>(pole).odczytany_)
+        return;
     for (TOdczytywaczDanych* o = biezacyOdczyt; o != nullptr; o = o->poprzedni_) {
         // What dies during a read was read lately, if at all: the search goes from the end.
         const auto obiekt = std::find(o->OdczObiekty.rbegin(), o->OdczObiekty.rend(), &pole);
@@ -63,8 +66,10 @@ void TOdczytywaczDanych::ZapomnijWCzynnych(const TPole& pole) noexcept {
 
 void TOdczytywaczDanych::OdczytywanoPole(TPole& pole) {
     const std::uint32_t cechy = pole.Klasa()->cechy;
-    if ((cechy & ckObiektBazowy) != 0)
+    if ((cechy & ckObiektBazowy) != 0) {
         OdczObiekty.push_back(static_cast<TObiektBazowy*>(&pole));
+        OdczObiekty.back()->odczytany_ = true;
+    }
     if ((cechy & (ckPoleWsk | ckListaWsk)) != 0)
         OdczRef.push_back({&pole, (cechy & ckListaWsk) != 0, nullptr, Numery.size(), 0});
 }

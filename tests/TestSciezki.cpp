@@ -1,0 +1,355 @@
+// Field paths and operations by lists of fields.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "tests/Bledy.h"
+#include "tests/LosoweDrzewo.h"
+#include "tests/Probki.h"
+
+namespace {
+
+using namespace ztok;
+using probki::TAdres;
+using probki::TWszystko;
+using testy::Blad;
+
+using TArg = std::vector<TArgument>;
+constexpr TRozmiarLiter kWazny = rlRozmLiterWazny;
+
+class Sciezki : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        probki::Rejestruj();
+        o.SetI(7);
+        o.SetNazwa(u"Korzeń");
+        o.GetAdres().SetUlica(u"Długa");
+        for (const int n : {1, 2, 3}) {
+            TAdres& a = o.GetAdresy().Dopisz();
+            a.SetNumer(n);
+            a.SetUlica(n == 2 ? u"A; B" : u"Inna");
+        }
+        static_cast<TWszystko*>(o.GetRozne().Dodaj(Utworz<TWszystko>()))->SetI(9);
+        o.GetPodrzedne().Dopisz().GetAdresy().Dopisz().SetNumer(5);
+        o.SetWskaznik(&o);
+        o.SetReferencja(static_cast<TAdres*>(o.GetAdresy().Obiekty(1)));
+        o.GetPowiazane().DodajObiekt(&o.GetAdres(), MaxInt);
+    }
+    TWszystko o;
+};
+
+TEST_F(Sciezki, TablicaSciezek) {
+    enum : std::uint8_t { jest, bezObiektu, zla };
+    const struct {
+        std::u16string_view sciezka;
+        int stan; // there; a good path through what does not exist; a bad path
+        std::u16string_view tekst;
+    } tablica[] = {
+        {u"I", jest, u"7"},
+        {u"nAZWA", jest, u"Korzeń"},
+        {u"Adres.Ulica", jest, u"Długa"},
+        {u"ADRES.ulica", jest, u"Długa"},
+        {u"Adresy[1].Numer", jest, u"2"},
+        {u"Adresy[1]Numer", jest, u"2"},
+        {u"Adresy.[1].Numer", jest, u"2"},
+        {u"Adresy[max].Numer", jest, u"3"},
+        {u"Adresy[Numer=2;Ulica='A; B'].Numer", jest, u"2"},
+        {u"Adresy[Ulica=Inna].Numer", jest, u"3"}, // the last that meets them
+        {u"Rozne[0].I", jest, u"9"},
+        {u"Podrzedne[0].Adresy[0].Numer", jest, u"5"},
+        {u"Wskaznik.Wskaznik.Adres.Ulica", jest, u"Długa"},
+        {u"Referencja.Ulica", jest, u"A; B"},
+        {u"Powiazane[0].Ulica", jest, u"Długa"},
+        {u"S", jest, u""}, // declared, never written
+        {u"Adres.Miasto", jest, u""},
+        {u"Adresy[3].Numer", bezObiektu, u""},
+        {u"Adresy[-1].Numer", bezObiektu, u""},
+        {u"Adresy[Numer=4].Ulica", bezObiektu, u""},
+        {u"Podrzedne[0].Adres.Ulica", bezObiektu, u""},
+        {u"Podrzedne[0].Wskaznik.I", bezObiektu, u""},
+        {u"Nie", zla, u""},
+        {u"Adres.Nie", zla, u""},
+        {u"Adresy[0].Nie", zla, u""},
+        {u"Adresy.Numer", zla, u""},
+        {u"Adresy[0", zla, u""},
+        {u"[0].I", zla, u""},
+        {u"I.J", zla, u""},
+        {u"Adres..Ulica", zla, u""},
+        {u".I", zla, u""},
+        {u"Adres[0].Ulica", zla, u""},
+        {u"Rozne[1].I", zla, u""}, // the classes do not say what a collection holds
+    };
+    for (const auto& w : tablica) {
+        SCOPED_TRACE(::testing::PrintToString(std::u16string(w.sciezka)));
+        TObiektBazowy* obiekt = nullptr;
+        int nr = -2;
+        EXPECT_EQ(o.ObiektIPole(w.sciezka, false, obiekt, nr), w.stan == jest);
+        EXPECT_EQ(obiekt != nullptr, w.stan == jest);
+        EXPECT_EQ(o.SciezkaIstnieje(w.sciezka), w.stan == jest);
+        const TKlasa* klasa = nullptr;
+        int nrKlasy = -2;
+        const bool zKlas = o.KlasaIPole(w.sciezka, klasa, nrKlasy);
+        if (w.stan == jest && zKlas) {
+            EXPECT_EQ(klasa, obiekt->Klasa());
+            EXPECT_EQ(nrKlasy, nr);
+        }
+        if (w.sciezka.find(u"Rozne") != 0 && w.sciezka.find(u"Powiazane") != 0) {
+            EXPECT_EQ(zKlas, w.stan != zla);
+        }
+        std::u16string tekst;
+        const auto zly = [&](std::u16string_view operacja) {
+            return w.stan == zla ? std::u16string(operacja) + u": Błędna ścieżka : " + std::u16string(w.sciezka)
+                                 : u"(no error)";
+        };
+        EXPECT_EQ(Blad([&] { tekst = o.GetTekstowoWgSciezki(w.sciezka); }), zly(u"GetTekstowoWgSciezki"));
+        EXPECT_EQ(tekst, w.tekst);
+        EXPECT_EQ(o.DajTrescWgSciezki(w.sciezka), w.tekst);
+        EXPECT_EQ(Blad([&] { tekst = o.GetVariantowoWgSciezki(w.sciezka).JakoTekst16(); }),
+                  zly(u"GetVariantowoWgSciezki"));
+        EXPECT_EQ(tekst, w.tekst);
+        EXPECT_EQ(Blad([&] { o.ZerujPole(std::u16string(w.stan == jest ? u"S" : w.sciezka)); }), zly(u"ZerujPole"));
+    }
+    TObiektBazowy* obiekt = nullptr;
+    int nr = 0;
+    EXPECT_TRUE(o.ObiektIPole(u"", false, obiekt, nr));
+    EXPECT_EQ(obiekt, &o);
+    EXPECT_EQ(nr, CalyObiekt);
+    EXPECT_EQ(o.DajPoleONazwie(u"Adresy[1]"), o.GetAdresy().Obiekty(1));
+    EXPECT_EQ(o.GetAdresy().PoleONazwie(u"[1]"), o.GetAdresy().Obiekty(1));
+    EXPECT_NE(o.DrzewoObiektu().find(u"Referencja = -> Adresy[1]\r\n"), std::u16string::npos);
+}
+
+TEST_F(Sciezki, ZapisWgSciezki) {
+    const struct {
+        std::u16string_view sciezka;
+        bool dobra;
+    } tablica[] = {
+        {u"Podrzedne[0].Adres.Ulica", true},
+        {u"S", true},
+        {u"Adresy[Numer=8].Miasto", true},
+        {u"Adresy[9].Numer", false},
+        {u"Wskaznik", false},
+        {u"referencja", false},
+        {u"Podrzedne[0].Wskaznik.I", false},
+        {u"", false},
+        {u"Adresy[0]", false},
+        {u"Adres.Nie", false},
+        {u"Adresy[Brak=1].Numer", false},
+    };
+    for (const auto& w : tablica) {
+        SCOPED_TRACE(::testing::PrintToString(std::u16string(w.sciezka)));
+        for (const bool tekstowo : {true, false}) {
+            const std::u16string blad = Blad([&] {
+                if (tekstowo)
+                    o.SetTekstowoWgSciezki(w.sciezka, u"12");
+                else
+                    o.SetVariantowoWgSciezki(w.sciezka, TWariant(13));
+            });
+            const std::u16string operacja = tekstowo ? u"SetTekstowoWgSciezki" : u"SetVariantowoWgSciezki";
+            EXPECT_EQ(blad, w.dobra ? u"(no error)" : operacja + u": Błędna ścieżka : " + std::u16string(w.sciezka));
+            if (w.dobra) {
+                EXPECT_EQ(o.GetTekstowoWgSciezki(w.sciezka), tekstowo ? u"12" : u"13");
+            }
+        }
+    }
+    EXPECT_EQ(o.GetAdresy().IleObiektow(), 4); // made once, found then; refused conditions leave nothing behind
+    EXPECT_EQ(o.GetWskaznik(), &o);
+    EXPECT_EQ(o.GetReferencja(), o.GetAdresy().Obiekty(1));
+}
+
+// Every object that the tree owns, with its path from any object above it.
+void Obejdz(TObiektBazowy& obiekt, const std::function<void(TObiektBazowy&)>& co) {
+    co(obiekt);
+    if (obiekt.Klasa()->Ma(ckListaZObiektami)) {
+        for (TObiektBazowy* element : static_cast<TListaBazowa&>(obiekt))
+            Obejdz(*element, co);
+    } else if (obiekt.Klasa()->Ma(ckObiekt)) {
+        auto& zPolami = static_cast<TObiekt&>(obiekt);
+        for (int nr = 0; nr <= zPolami.OstUzywanePole(); ++nr)
+            if (TPole* pole = zPolami.Pole(nr); pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy))
+                Obejdz(static_cast<TObiektBazowy&>(*pole), co);
+    }
+}
+
+TEST_F(Sciezki, WlasnaSciezkaProwadziDoObiektu) {
+    int ile = 0;
+    for (std::uint32_t ziarno = 0; ziarno < 40; ++ziarno) {
+        TWszystko korzen;
+        probki::TLosoweDrzewo(ziarno).Wypelnij(korzen, 4);
+        Obejdz(korzen, [&](TObiektBazowy& x) {
+            ++ile;
+            for (TObiektBazowy* od = &x; od != nullptr; od = od->Rodzic())
+                ASSERT_EQ(od->PoleONazwie(x.DajSciezkeDoSiebie(od)), &x);
+            const std::u16string sciezka = x.DajSciezkeDoSiebie();
+            const TKlasa* klasa = nullptr;
+            int nr = -2;
+            if (sciezka.find(u"Rozne") != std::u16string::npos)
+                return;
+            TObiektBazowy* obiekt = nullptr;
+            int nrObiektu = -2;
+            ASSERT_TRUE(korzen.KlasaIPole(sciezka, klasa, nr));
+            ASSERT_TRUE(korzen.ObiektIPole(sciezka, false, obiekt, nrObiektu));
+            ASSERT_EQ(klasa, obiekt->Klasa());
+            ASSERT_EQ(nr, nrObiektu);
+        });
+    }
+    EXPECT_GT(ile, 1000);
+}
+
+TEST_F(Sciezki, DowolnyElement) {
+    TListaBazowa& lista = o.GetAdresy();
+    const auto ma = [&](std::u16string_view s, const TArgument& c) { return lista.PoleMaCeche(s, c, kWazny); };
+    EXPECT_TRUE(ma(u"[?].Numer", 2));
+    EXPECT_FALSE(ma(u"[?].Numer", 4));
+    EXPECT_TRUE(ma(u"[max].Numer", 3));
+    EXPECT_FALSE(ma(u"[0].Numer", 3));
+    EXPECT_EQ(lista.PorPoleONazwieZCecha(u"[?].Numer", 9, kWazny, LocaleWin1250), 1);
+    EXPECT_EQ(lista.PorPoleONazwieZCecha(u"[?].Numer", 0, kWazny, LocaleWin1250), -1);
+    EXPECT_EQ(Blad([&] { ma(u"[?].Nie", 1); }), u"PorPoleONazwieZCecha: Błędna ścieżka : Nie");
+    EXPECT_EQ(Blad([&] { ma(u"Numer", 1); }), u"PorPoleONazwieZCecha: Błędna ścieżka : Numer");
+    lista.ZerujPole(u"[?].Numer");
+    EXPECT_FALSE(ma(u"[?].Numer", 2));
+    EXPECT_TRUE(ma(u"[?].Numer", 0)); // nothing there counts as the default value
+    lista.ZerujPole(u"[?]");
+    EXPECT_EQ(lista.IleObiektow(), 0);
+    EXPECT_FALSE(ma(u"[?].Numer", 0));
+    EXPECT_EQ(o.GetReferencja(), nullptr);
+}
+
+class TMiarka : public TObiekt {
+    ZTOK_OBIEKT(TMiarka, TObiekt, (0, A, String), (1, B, RawByteString), (2, C, CDATA), (3, W, Obiekt<TAdres>))
+    [[nodiscard]] int RozmPolaNr(int nr) const override { return nr == 0 ? 4 : TObiekt::RozmPolaNr(nr); }
+};
+
+TEST_F(Sciezki, PrzycinanieTekstow) {
+    TMiarka m;
+    const auto ustaw = [&] {
+        m.SetA(u"  abcdef ");
+        m.SetB("  x ");
+        m.SetC(u"   ");
+        m.GetW().SetUlica(u" u ");
+    };
+    ustaw();
+    m.PrzytnijPolaWgRozm(false);
+    EXPECT_EQ(m.GetA(), u"  ab");
+    EXPECT_EQ(m.GetB(), "  x ");
+    ustaw();
+    m.PrzytnijPolaWgRozm(true);
+    EXPECT_EQ(m.GetA(), u"abcd");
+    EXPECT_FALSE(m.PoleNiepuste(TMiarka::nrC)); // nothing is left of it
+    EXPECT_EQ(m.GetW().GetUlica(), u"u");
+    ustaw();
+    m.TrymujPolaTekstowe(false);
+    EXPECT_EQ(m.GetA(), u"abcdef");
+    EXPECT_EQ(m.GetB(), "x");
+    EXPECT_EQ(m.GetW().GetUlica(), u" u ");
+    m.TrymujPolaTekstowe(true);
+    EXPECT_EQ(m.GetW().GetUlica(), u"u");
+    EXPECT_FALSE(m.SaDaneUnicode(CalyObiekt));
+    m.GetW().SetMiasto(u"ż東");
+    EXPECT_TRUE(m.SaDaneUnicode(CalyObiekt));
+    EXPECT_FALSE(m.SaDaneUnicode(TMiarka::nrA));
+    EXPECT_EQ(m.OpisTekstowy(), u"Miarka: A=abcdef, B=x");
+}
+
+TEST_F(Sciezki, OperacjePoListachPol) {
+    const TWszystko& z = o;
+    // What remains of field 3, 8, the nested street and number, and the list, after each operation.
+    const auto stan = [](const TWszystko& w) {
+        const TAdres* a = w.GetAdres();
+        return u"" + std::u16string(w.GetI() == 7 ? u"I" : u"-") + (w.GetNazwa().empty() ? u"-" : u"N") +
+               (a == nullptr || a->GetUlica().empty() ? u"-" : u"U") +
+               (a == nullptr || a->GetNumer() == 0 ? u"-" : u"n") +
+               (w.GetAdresy() == nullptr || w.GetAdresy()->ListaPusta() ? u"-" : u"L");
+    };
+    o.GetAdres().SetNumer(4);
+    const TKlasa* const klasy[] = {TPoleInteger::KlasaStatyczna(), probki::TListaAdresow::KlasaStatyczna()};
+    const struct {
+        const char* nazwa;
+        TArg pola;
+        std::u16string zeruj, oprocz, kopiuj, kopiujOprocz;
+    } tablica[] = {
+        {"none", {}, u"INUnL", u"-----", u"-----", u"INUnL"},
+        {"number", {3}, u"-NUnL", u"I----", u"I----", u"-NUnL"},
+        {"name", {u"nazwa", 3}, u"--UnL", u"IN---", u"IN---", u"--UnL"},
+        {"whole object", {u"Adres"}, u"IN--L", u"--Un-", u"--Un-", u"IN--L"},
+        {"part", {u"Adres.Ulica"}, u"IN-nL", u"--U--", u"--U--", u"IN-nL"},
+        {"parts", {u"Adres.Ulica", u"Adres.Numer", std::string("I")}, u"-N--L", u"I-Un-", u"I-Un-", u"-N--L"},
+        {"part and whole", {u"Adres.Ulica", 13}, u"IN--L", u"--Un-", u"--Un-", u"IN--L"},
+        {"list", {14}, u"INUn-", u"----L", u"----L", u"INUn-"},
+        {"element", {u"Adresy[0].Numer"}, u"INUnL", u"----L", u"----L", u"INUn-"}, // else a list counts as a whole
+        {"everything", {u""}, u"-----", u"INUnL", u"INUnL", u"-----"},
+    };
+    for (const auto& w : tablica) {
+        SCOPED_TRACE(w.nazwa);
+        TWszystko x;
+        const auto od = [&](bool pelny) -> TWszystko& {
+            x.ZerujDane();
+            if (pelny)
+                x.KopiujDane(z);
+            return x;
+        };
+        od(true).ZerujDanePol(w.pola);
+        EXPECT_EQ(stan(x), w.zeruj);
+        od(true).ZerujDaneOprocz(w.pola);
+        EXPECT_EQ(stan(x), w.oprocz);
+        od(false).KopiujDanePol(z, w.pola);
+        EXPECT_EQ(stan(x), w.kopiuj);
+        od(true).KopiujDanePol(z, w.pola, true);
+        EXPECT_EQ(stan(x), w.kopiuj);
+        od(false).KopiujDaneOprocz(z, w.pola);
+        EXPECT_EQ(stan(x), w.kopiujOprocz);
+    }
+    TWszystko x;
+    x.KopiujDaneKlas(z, klasy);
+    EXPECT_EQ(stan(x), u"I---L");
+    x.KopiujDanePol(z, TArg{u"Adresy", u"Referencja", u"Powiazane"});
+    EXPECT_EQ(x.GetReferencja(), x.GetAdresy().Obiekty(1)); // what was copied along is pointed at
+    EXPECT_TRUE(o.GetAdres().MaRefOd(&x.GetPowiazane()));   // what was not stays where it is
+    const struct {
+        std::u16string kod;
+        std::function<void(const TArg&)> operacja;
+    } operacje[] = {{u"ZDP", [&](const TArg& p) { x.ZerujDanePol(p); }},
+                    {u"ZDO", [&](const TArg& p) { x.ZerujDaneOprocz(p); }},
+                    {u"KDP", [&](const TArg& p) { x.KopiujDanePol(z, p); }},
+                    {u"KDO", [&](const TArg& p) { x.KopiujDaneOprocz(z, p); }}};
+    for (const auto& w : operacje) {
+        EXPECT_EQ(Blad([&] { w.operacja(TArg{2.5}); }), w.kod + u": Błędny typ indeksu");
+        EXPECT_EQ(Blad([&] { w.operacja(TArg{u"Nie.Ma"}); }),
+                  (w.kod == u"ZDP" ? u"ZerujPole" : w.kod) + u": Błędna ścieżka : Nie.Ma");
+    }
+    EXPECT_EQ(stan(x), u"I---L");
+
+    // The same on lists, element by element; elements of the list's class move, others are copied.
+    probki::TListaAdresow lista;
+    lista.KopiujDanePol(o.GetAdresy(), TArg{1}, false);
+    EXPECT_EQ(lista.IleObiektow(), 3);
+    EXPECT_EQ(lista.GetTekstowoWgSciezki(u"[1].Numer"), u"2");
+    EXPECT_EQ(lista.GetTekstowoWgSciezki(u"[1].Ulica"), u"");
+    lista.KopiujDaneOprocz(o.GetAdresy(), TArg{1});
+    EXPECT_EQ(lista.Porownaj(o.GetAdresy()), 0);
+    TObiektBazowy* pierwszy = lista.Obiekty(0);
+    EXPECT_TRUE(x.GetAdresy().PrzepnijLubKopiuj(lista));
+    EXPECT_EQ(x.GetAdresy().Obiekty(0), pierwszy);
+    EXPECT_EQ(pierwszy->Rodzic(), &x.GetAdresy());
+    EXPECT_EQ(x.GetReferencja(), nullptr);
+    EXPECT_TRUE(lista.ListaPusta());
+    EXPECT_FALSE(x.GetPodrzedne().PrzepnijLubKopiuj(x.GetPodrzedne()));
+}
+
+} // namespace
+
+// A pointer back to the object itself: a path through it ends, however long it is.
+TEST_F(Sciezki, DlugaPrzezWskaznik) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    o->SetWskaznik(o.get());
+    o->SetI(7);
+    const auto sciezka = [](int kroki) {
+        std::u16string tekst;
+        for (int i = 0; i < kroki; ++i)
+            tekst += u"Wskaznik.";
+        return tekst + u"I";
+    };
+    EXPECT_EQ(o->GetTekstowoWgSciezki(sciezka(200)), u"7");
+    EXPECT_FALSE(o->SciezkaIstnieje(sciezka(200000)));
+}

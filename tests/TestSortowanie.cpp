@@ -1,0 +1,374 @@
+// Sorting, searching of sorted lists, and filling of lists from one another, against straightforward models.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "tests/Bledy.h"
+#include "tests/Probki.h"
+#include "ztok/platform/TListaNapisow.h"
+
+namespace {
+
+using namespace ztok;
+using probki::TAdres;
+using probki::TListaAdresow;
+using probki::TListaWszystkich;
+using probki::TWszystko;
+using testy::Blad;
+
+using TElementy = std::vector<TObiektBazowy*>;
+using TArg = std::vector<TArgument>;
+constexpr TRozmiarLiter kWazny = rlRozmLiterWazny;
+
+TElementy Elementy(const TListaBazowa& lista) {
+    TElementy wynik;
+    for (TObiektBazowy* o : lista)
+        wynik.push_back(o);
+    return wynik;
+}
+
+// The rules of the sort, word by word: the pivot is an object, equal elements are exchanged, left part first.
+template <class F> bool SortModelu(TElementy& e, int l, int r, const F& porownaj) {
+    bool zmiana = false;
+    while (l < r) {
+        const TObiektBazowy* os = e[static_cast<std::size_t>((l + r) / 2)];
+        int i = l;
+        int j = r;
+        do {
+            while (porownaj(e[static_cast<std::size_t>(i)], os) < 0)
+                ++i;
+            while (porownaj(e[static_cast<std::size_t>(j)], os) > 0)
+                --j;
+            if (i <= j) {
+                if (i != j) {
+                    std::swap(e[static_cast<std::size_t>(i)], e[static_cast<std::size_t>(j)]);
+                    zmiana = true;
+                }
+                ++i;
+                --j;
+            }
+        } while (i <= j);
+        if (j > l)
+            zmiana = SortModelu(e, l, j, porownaj) || zmiana;
+        l = i;
+    }
+    return zmiana;
+}
+
+int Znak(std::int64_t a, std::int64_t b) { return a < b ? -1 : static_cast<int>(a > b); }
+
+std::int16_t WgNumeru(const TObiektBazowy& a, const TObiektBazowy& b) {
+    return static_cast<std::int16_t>(
+        Znak(static_cast<const TAdres&>(a).GetNumer(), static_cast<const TAdres&>(b).GetNumer()));
+}
+
+std::mt19937 losPorownan(17);
+std::int16_t JakPopadnie(const TObiektBazowy& /*a*/, const TObiektBazowy& /*b*/) {
+    return static_cast<std::int16_t>(static_cast<int>(losPorownan() % 3) - 1);
+}
+template <int Zawsze> std::int16_t Stale(const TObiektBazowy& /*a*/, const TObiektBazowy& /*b*/) { return Zawsze; }
+
+class Sortowanie : public ::testing::Test {
+  protected:
+    void SetUp() override { probki::Rejestruj(); }
+};
+
+TEST_F(Sortowanie, KolejnoscZamianJakWModelu) {
+    std::mt19937 los(7);
+    for (int proba = 0; proba < 4000; ++proba) {
+        TListaAdresow lista;
+        const int ile = static_cast<int>(los() % 24);
+        const auto rozne = static_cast<std::int32_t>(1 + los() % 12);
+        for (int i = 0; i < ile; ++i) {
+            TAdres& a = lista.Dopisz();
+            if (los() % 4 != 0) // a missing number is the number zero
+                a.SetNumer(static_cast<std::int32_t>(los() % 12) % rozne - (proba % 5 == 0 ? 2 : 0));
+            if (los() % 2 == 0)
+                a.SetUlica(los() % 2 == 0 ? u"a" : u"B");
+        }
+        TElementy model = Elementy(lista);
+        bool zmiana = false;
+        const auto numer = [](const TObiektBazowy* o) { return static_cast<const TAdres*>(o)->GetNumer(); };
+        const auto ulica = [](const TObiektBazowy* o) { return static_cast<const TAdres*>(o)->GetUlica(); };
+        const TArg pola = {1, u"uLICA"};
+        switch (proba % 5) {
+        case 0:
+            zmiana = SortModelu(model, 0, ile - 1, [](auto* a, auto* b) { return WgNumeru(*a, *b); });
+            ASSERT_EQ(lista.PosortujWgFun(&WgNumeru), zmiana);
+            break;
+        case 1: // no function: the whole content, street first
+            zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) { return a->Porownaj(*b); });
+            ASSERT_EQ(lista.PosortujWgFun(), zmiana);
+            break;
+        case 2: { // descending by number, ascending by the path; the lone path counts when it is there at all
+            const TRodzajSortowania kierunki[] = {rsMalejaco, rsRosnaco, rsMalejaco};
+            const auto ranga = [&](auto* o) { return ulica(o) == u"a" ? 2 : static_cast<int>(!ulica(o).empty()); };
+            zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) {
+                const int wynik = -Znak(numer(a), numer(b));
+                return wynik != 0 ? wynik : Znak(ranga(a), ranga(b));
+            });
+            ASSERT_EQ(lista.PosortujWgPol(pola, kierunki), zmiana);
+            ASSERT_TRUE(lista.ListaMaPosortowanie(pola, kierunki));
+            break;
+        }
+        case 3: { // the last direction goes on
+            const TRodzajSortowania kierunki[] = {rsMalejaco};
+            zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) { return -Znak(numer(a), numer(b)); });
+            ASSERT_EQ(lista.PosortujWgPol(TArg{1}, kWazny, rsMalejaco), zmiana);
+            ASSERT_EQ(lista.ListaMaPosortowanie(TArg{1, 1}, kierunki), true);
+            ASSERT_EQ(lista.ListaMaPosortowanie(TArg{1}, {}),
+                      std::all_of(model.begin(), model.end(), [&](auto* o) { return numer(o) == numer(model[0]); }));
+            break;
+        }
+        default: // answers that contradict each other: it ends, and every element is still there once
+            lista.PosortujWgFun(proba % 3 == 0 ? &JakPopadnie : proba % 3 == 1 ? &Stale<-1> : &Stale<1>);
+            TElementy potem = Elementy(lista);
+            std::sort(potem.begin(), potem.end());
+            std::sort(model.begin(), model.end());
+            ASSERT_EQ(potem, model);
+            continue;
+        }
+        ASSERT_EQ(Elementy(lista), model) << proba;
+    }
+}
+
+TEST_F(Sortowanie, KluczeZeSciezekIBrakujacePola) {
+    TListaWszystkich lista;
+    for (int i = 0; i < 6; ++i) {
+        TWszystko& o = lista.Dopisz();
+        o.SetI(i);
+        if (i % 2 == 0)
+            o.GetAdres().SetNumer(10 - i);
+        else if (i == 3)
+            o.GetAdres(); // made, without a number
+    }
+    const auto kolejnosc = [&] {
+        std::vector<int> wynik;
+        for (TObiektBazowy* o : lista)
+            wynik.push_back(static_cast<TWszystko*>(o)->GetI());
+        return wynik;
+    };
+    const TArg sciezka = {u"Adres.Numer", u"I"};
+    EXPECT_TRUE(lista.PosortujWgPol(sciezka));
+    EXPECT_EQ(kolejnosc(), (std::vector<int>{1, 3, 5, 4, 2, 0}));
+    EXPECT_FALSE(lista.PosortujWgPol(sciezka));
+    EXPECT_TRUE(lista.PosortujWgPol(sciezka, rsMalejaco));
+    EXPECT_EQ(kolejnosc(), (std::vector<int>{0, 2, 4, 5, 3, 1}));
+    // A field at its default equals a missing one; a kind that names no field is refused before anything moves.
+    static_cast<TWszystko*>(lista.Obiekty(0))->SetS(0);
+    EXPECT_TRUE(lista.ListaMaPosortowanie(TArg{1}, {}));
+    static_cast<TWszystko*>(lista.Obiekty(5))->SetS(-1); // a missing one comes before any other value
+    EXPECT_TRUE(lista.ListaMaPosortowanie(TArg{1}, {}));
+    for (const TArgument& zly : {TArgument(2.5), TArgument(true), TArgument(u'c'), TArgument(nullptr)})
+        EXPECT_EQ(Blad([&] { lista.PosortujWgPol(TArg{3, zly}); }), u"PWP: Błędny typ indeksu");
+    EXPECT_EQ(kolejnosc(), (std::vector<int>{0, 2, 4, 5, 3, 1}));
+    EXPECT_TRUE(lista.PosortujWgPol(TArg{std::string("i")})); // 8-bit names and 64-bit numbers too
+    EXPECT_FALSE(lista.PosortujWgPol(TArg{std::int64_t{3}}));
+
+    // Letter case as asked; slots without an object come first and are no reason to fall.
+    TListaAdresow adresy;
+    for (const char16_t* ulica : {u"b", u"B", u"a", u"A"})
+        adresy.Dopisz().SetUlica(ulica);
+    EXPECT_TRUE(adresy.PosortujWgPol(TArg{0}, rlRozmLiterNiewazny, rsRosnaco));
+    EXPECT_TRUE(adresy.ListaMaPosortowanie(TArg{0}, {}, rlRozmLiterNiewazny));
+    TListaWskObiektow wsk;
+    wsk.DodajObiekt(adresy.Obiekty(3), MaxInt);
+    wsk.DodajObiekt(adresy.Obiekty(0), MaxInt);
+    wsk.WyrownajDoListy(adresy, false);
+    EXPECT_TRUE(wsk.PosortujWgPol(TArg{0}));
+    EXPECT_EQ(Elementy(wsk), (TElementy{nullptr, nullptr, adresy.Obiekty(3), adresy.Obiekty(0)}));
+    EXPECT_FALSE(wsk.PosortujWgFun(&Stale<0>) && wsk.Obiekty(0) != nullptr);
+}
+
+TEST_F(Sortowanie, BisekcjaIZakresyJakPrzeglad) {
+    std::mt19937 los(3);
+    for (int proba = 0; proba < 3000; ++proba) {
+        TListaAdresow lista;
+        std::vector<int> numery(los() % 12);
+        for (int& n : numery)
+            n = static_cast<int>(los() % 8) * 2;
+        std::sort(numery.begin(), numery.end());
+        const bool malejaco = proba % 2 != 0;
+        if (malejaco)
+            std::reverse(numery.begin(), numery.end());
+        for (const int n : numery)
+            if (TAdres& adres = lista.Dopisz(); n != 0 || proba % 3 != 0) // by number, a missing one is zero
+                adres.SetNumer(n);
+        const TRodzajSortowania kierunek = malejaco ? rsMalejaco : rsRosnaco;
+        const TArg pola = proba % 3 == 0 ? TArg{1} : TArg{u"Numer"};
+        for (int szukany = 0; szukany <= 15; ++szukany) {
+            const auto przed = [&](int n) { return malejaco ? n > szukany : n < szukany; };
+            const auto od = static_cast<std::int32_t>(std::count_if(numery.begin(), numery.end(), przed));
+            const auto ile = static_cast<std::int32_t>(std::count(numery.begin(), numery.end(), szukany));
+            TAdres wzor;
+            wzor.SetNumer(szukany);
+            std::int32_t gdzie = -7;
+            ASSERT_EQ(lista.WyszukajWgPol(wzor, pola, gdzie, kWazny, kierunek), ile != 0);
+            ASSERT_EQ(gdzie, od);
+            ASSERT_EQ(lista.WyszukajWgPol(wzor, TArg{1}, kWazny, kierunek), ile != 0);
+            std::int32_t odZ = -7;
+            std::int32_t doZ = -7;
+            ASSERT_EQ(lista.WyszukajZakres(TArg{1}, TArg{szukany}, odZ, doZ, kWazny, kierunek), ile != 0);
+            ASSERT_EQ(odZ, od);
+            ASSERT_EQ(doZ, ile == 0 ? od : od + ile - 1);
+        }
+    }
+    TListaAdresow lista; // a value between the elements
+    for (const int n : {1, 2, 2, 2, 3})
+        lista.Dopisz().SetNumer(n);
+    std::int32_t od = -1;
+    std::int32_t doKtorego = -1;
+    EXPECT_FALSE(lista.WyszukajZakres(TArg{1}, TArg{2.5}, od, doKtorego));
+    EXPECT_EQ(od, 4);
+    EXPECT_EQ(doKtorego, 4);
+}
+
+// An owning list's elements have it as parent; a reference list's are registered, and only they.
+void Niezmienniki(const std::vector<TListaBazowa*>& listy, const TElementy& obiekty) {
+    for (TObiektBazowy* o : obiekty)
+        for (TListaBazowa* lista : listy) {
+            const bool jest = lista->ZnajdzObiekt(o) >= 0;
+            if (lista->Klasa()->Ma(ckListaZObiektami)) {
+                ASSERT_EQ(o->Rodzic() == lista, jest);
+            }
+            ASSERT_EQ(o->MaRefOd(lista), jest && lista->Klasa()->Ma(ckListaRef));
+        }
+}
+
+TEST_F(Sortowanie, PrzenoszenieMiedzyListami) {
+    std::mt19937 los(5);
+    for (int proba = 0; proba < 300; ++proba) {
+        TListaAdresow a;
+        TListaAdresow b;
+        TKolekcjaObiektow kolekcja;
+        TListaWskObiektow wsk;
+        TListaRefObiektow ref1;
+        TListaRefObiektow ref2;
+        const std::vector<TListaBazowa*> wlasne = {&a, &b, &kolekcja};
+        const std::vector<TListaBazowa*> obce = {&wsk, &ref1, &ref2};
+        const std::vector<TListaBazowa*> wszystkie = {&a, &b, &kolekcja, &wsk, &ref1, &ref2};
+        TElementy obiekty;
+        for (int i = 0; i < 8; ++i) {
+            TAdres& o = a.Dopisz();
+            o.SetNumer(i % 3);
+            obiekty.push_back(&o);
+            for (TListaBazowa* lista : obce)
+                for (auto n = los() % 3; n > 0; --n)
+                    lista->DodajObiekt(&o, static_cast<std::int32_t>(los() % 9));
+        }
+        for (int krok = 0; krok < 40; ++krok) {
+            const auto& grupa = los() % 2 == 0 ? wlasne : obce;
+            TListaBazowa& cel = *grupa[los() % 3];
+            TListaBazowa& skad = *grupa[los() % 3];
+            const TElementy celPrzed = Elementy(cel);
+            const TElementy skadPrzed = Elementy(skad);
+            const int wartosc = static_cast<int>(los() % 3);
+            const auto operacja = los() % 5;
+            TElementy celModel = celPrzed;
+            TElementy skadModel;
+            for (TObiektBazowy* o : skadPrzed) {
+                const auto jak = [o](const TObiektBazowy* x) { return WgNumeru(*x, *o) == 0; };
+                const bool ma = static_cast<TAdres*>(o)->GetNumer() == wartosc;
+                const bool idzie = operacja == 0 || (operacja == 1 && ma) || (operacja == 2 && !ma) ||
+                                   (operacja >= 3 && std::none_of(celModel.begin(), celModel.end(), jak));
+                (idzie ? celModel : skadModel).push_back(o);
+            }
+            const TArg pola = operacja == 3 ? TArg{} : TArg{u"Numer"}; // none: the whole content, which is the number
+            const bool wynik = operacja == 0   ? cel.PrzeniesDane(skad)
+                               : operacja == 1 ? cel.PrzeniesObiektyOCechach(skad, pola, TArg{wartosc}, kWazny)
+                               : operacja == 2 ? cel.PrzeniesObiektyOprocz(skad, pola, TArg{wartosc}, kWazny)
+                                               : cel.PrzeniesObiektyGdyBrak(skad, pola, kWazny);
+            const bool taSama = &cel == &skad;
+            ASSERT_EQ(wynik, !taSama && celModel.size() != celPrzed.size());
+            ASSERT_EQ(Elementy(cel), taSama ? celPrzed : celModel);
+            ASSERT_EQ(Elementy(skad), taSama ? skadPrzed : skadModel);
+            Niezmienniki(wszystkie, obiekty);
+        }
+        // Pointers moved to no list: an object's death clears them wherever they went.
+        TListaBazowa& wlasciciel = static_cast<TListaBazowa&>(*obiekty[0]->Rodzic());
+        wlasciciel.UsunTenObiekt(obiekty[0], true);
+        EXPECT_LT(ref1.ZnajdzObiekt(obiekty[0]) + ref2.ZnajdzObiekt(obiekty[0]), -1);
+    }
+}
+
+TEST_F(Sortowanie, OdmowaPrzeniesieniaZostawiaListy) {
+    TListaWszystkich drzewo;
+    TWszystko& o = drzewo.Dopisz();
+    o.GetPodrzedne().Dopisz().SetI(1);
+    // Into its own part, and of a foreign class.
+    EXPECT_EQ(Blad([&] { o.GetPodrzedne().PrzeniesDane(drzewo); }).find(u"(no error)"), std::u16string::npos);
+    EXPECT_EQ(Blad([&] { o.GetPodrzedne().PrzeniesObiektyGdyBrak(drzewo, TArg{3}, kWazny); }).find(u"(no error)"),
+              std::u16string::npos);
+    EXPECT_NE(Blad([&] { o.GetAdresy().PrzeniesDane(drzewo); }), u"(no error)");
+    EXPECT_EQ(Elementy(drzewo), (TElementy{&o}));
+    EXPECT_EQ(o.Rodzic(), &drzewo);
+    // An element that cannot be compared ends the move; those moved before it are registered.
+    TKolekcjaObiektow rozne;
+    auto* adres = static_cast<TAdres*>(rozne.Dodaj(Utworz<TAdres>()));
+    adres->SetNumer(4);
+    TListaBazowa* lista = static_cast<TListaBazowa*>(rozne.Dodaj(Utworz<TListaAdresow>()));
+    TListaRefObiektow cel;
+    TListaRefObiektow skad;
+    skad.DodajObiekt(adres, MaxInt);
+    skad.DodajObiekt(lista, MaxInt);
+    EXPECT_NE(Blad([&] { cel.PrzeniesObiektyGdyBrak(skad, TArg{1}, kWazny); }), u"(no error)");
+    Niezmienniki({&cel, &skad}, {adres, lista});
+    // An object without an owner may move from a reference list into an owning one.
+    TListaAdresow wlasna;
+    TAdres* sierota = Utworz<TAdres>().Oddaj();
+    cel.DodajObiekt(sierota, MaxInt);
+    cel.UsunTenObiekt(adres, false);
+    EXPECT_TRUE(wlasna.PrzeniesDane(cel));
+    Niezmienniki({&cel, &wlasna}, {sierota});
+}
+
+TEST_F(Sortowanie, DopisywanieJakLista) {
+    TListaAdresow dane;
+    for (const int n : {1, 2, 1, 3})
+        dane.Dopisz().SetNumer(n);
+    const auto numery = [](const TListaBazowa& lista) {
+        std::vector<int> wynik;
+        for (TObiektBazowy* o : lista)
+            wynik.push_back(static_cast<TAdres*>(o)->GetNumer());
+        return wynik;
+    };
+    using V = std::vector<int>;
+    TListaAdresow kopie; // an owning list copies, a reference list points
+    TListaRefObiektow ref;
+    for (TListaBazowa* cel : std::initializer_list<TListaBazowa*>{&kopie, &ref}) {
+        EXPECT_TRUE(cel->DopiszObiektyOCechach(&dane, TArg{1}, TArg{1}, kWazny));
+        EXPECT_EQ(numery(*cel), (V{1, 1}));
+        EXPECT_TRUE(cel->DopiszObiektyOprocz(&dane, TArg{1}, TArg{3}, kWazny));
+        EXPECT_EQ(numery(*cel), (V{1, 1, 1, 2, 1}));
+        EXPECT_TRUE(cel->KopiujObiektyOCechach(&dane, TArg{1}, TArg{2}, kWazny));
+        EXPECT_EQ(numery(*cel), V{2});
+        EXPECT_TRUE(cel->DopiszObiektyGdyBrak(&dane, TArg{u"Numer"}, kWazny));
+        EXPECT_EQ(numery(*cel), (V{2, 1, 3})); // the second 1 is there already
+        EXPECT_FALSE(cel->DopiszObiektyGdyBrak(&dane, {}, kWazny));
+        EXPECT_TRUE(cel->KopiujObiektyOCechach(cel, TArg{1}, TArg{1}, kWazny)); // of itself: what has the values stays
+        EXPECT_EQ(numery(*cel), V{1});
+        EXPECT_TRUE(cel->KopiujObiektyOCechach(cel, TArg{1}, TArg{1}, kWazny));
+        EXPECT_TRUE(cel->DopiszDane(cel));
+        EXPECT_EQ(numery(*cel), (V{1, 1}));
+        EXPECT_FALSE(cel->DopiszDane(nullptr));
+        EXPECT_FALSE(cel->DopiszObiektyGdyBrak(nullptr, {}, kWazny));
+        EXPECT_FALSE(cel->KopiujObiektyOCechach(nullptr, {}, {}, kWazny));
+        EXPECT_EQ(cel->IleObiektow(), 0);
+        EXPECT_TRUE(cel->DopiszDane(&dane));
+        EXPECT_GE(cel->Pojemnosc(), 4);
+        EXPECT_EQ(cel->Obiekty(0) == dane.Obiekty(0), cel == &ref);
+    }
+    for (TObiektBazowy* o : dane)
+        EXPECT_TRUE(o->MaRefOd(&ref));
+    TListaNapisow napisy;
+    dane.DajListeWartPola(u"Numer", napisy);
+    EXPECT_EQ(napisy.JakoTekst(u","), u"1,2,3");
+    dane.WpiszDoStrings(u"numer", napisy);
+    EXPECT_EQ(napisy.JakoTekst(u","), u"1,2,1,3");
+    EXPECT_EQ(napisy.Wartosc(3), reinterpret_cast<std::uintptr_t>(dane.Obiekty(3)));
+    dane.WpiszDoStrings(u"Nie.Ma", napisy);
+    EXPECT_EQ(napisy.JakoTekst(u","), u",,,");
+}
+
+} // namespace
