@@ -489,16 +489,23 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
     const std::uint32_t cechy = Klasa()->cechy;
     const bool pytajKlase =
         !zapisywacz.ZapisWszystkichPol && ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
+    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    // Nobody else has a say: then a plain field takes part when it holds a value.
+    const bool poStanie = !pytajKlase && (cechy & ckWlasneNiepuste) == 0 && !zapisywacz.CzyZapisacPole;
+    const auto bierze = [&](int nr) {
+        const std::uint8_t stan = stany[nr];
+        return (poStanie && (stan & (spWartosc | spObiekt)) == spWartosc && (stan >> 4U) != kpWskObiektu) ||
+               PoleWZapisie(nr, pytajKlase, cechy, zapisywacz);
+    };
     int ostatnie = -1;
     for (int nr = 0; nr < ilePol_; ++nr)
-        if (FPola[nr] != nullptr && PoleWZapisie(nr, pytajKlase, cechy, zapisywacz)) {
+        if (FPola[nr] != nullptr && bierze(nr)) {
             mapa.Bajty()[nr / 8] |= static_cast<std::uint8_t>(1U << (static_cast<unsigned>(nr) % 8U));
             ostatnie = nr;
         }
     const auto bajtow = static_cast<std::uint32_t>(ostatnie + 8) / 8;
     TZapisywaczDanych::ZapiszLicznik15(strumien, bajtow);
     strumien.WriteBuffer(mapa.Bajty(), bajtow);
-    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
     for (std::uint32_t j = 0; j < bajtow; ++j)
         for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
             const std::size_t nr = 8 * std::size_t{j} + static_cast<unsigned>(std::countr_zero(bity));
