@@ -485,11 +485,15 @@ void WczytajPole(TPole& pole, unsigned kod, TStrumien& strumien, TOdczytywaczDan
 } // namespace
 
 void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    if (FPola == nullptr) {
+        TZapisywaczDanych::ZapiszLicznik15(strumien, 0);
+        return;
+    }
     TMapaPol mapa((static_cast<std::size_t>(ilePol_) + 7) / 8);
     const std::uint32_t cechy = Klasa()->cechy;
     const bool pytajKlase =
         !zapisywacz.ZapisWszystkichPol && ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
-    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    const std::uint8_t* stany = Stany();
     // Nobody else has a say: then a plain field takes part when it holds a value.
     const bool poStanie = !pytajKlase && (cechy & ckWlasneNiepuste) == 0 && !zapisywacz.CzyZapisacPole;
     const auto bierze = [&](int nr) {
