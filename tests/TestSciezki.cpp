@@ -341,15 +341,15 @@ TEST_F(Sciezki, OperacjePoListachPol) {
 
 // A pointer back to the object itself: a path through it ends, however long it is.
 TEST_F(Sciezki, DlugaPrzezWskaznik) {
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    o->SetWskaznik(o.get());
-    o->SetI(7);
+    const TWlasny<TWszystko> wkolko = Utworz<TWszystko>();
+    wkolko->SetWskaznik(wkolko.get());
+    wkolko->SetI(7);
     const auto sciezka = [](int kroki) {
         std::u16string tekst;
         for (int i = 0; i < kroki; ++i)
             tekst += u"Wskaznik.";
         return tekst + u"I";
     };
-    EXPECT_EQ(o->GetTekstowoWgSciezki(sciezka(200)), u"7");
-    EXPECT_FALSE(o->SciezkaIstnieje(sciezka(200000)));
+    EXPECT_EQ(wkolko->GetTekstowoWgSciezki(sciezka(200)), u"7");
+    EXPECT_FALSE(wkolko->SciezkaIstnieje(sciezka(200000)));
 }

@@ -31,7 +31,7 @@ ZTOK_AVX512 TPostep Koduj(const char16_t* od, std::size_t ile, char* cel) noexce
     TPostep postep{0, 0};
     while (postep.przeczytano < ile) {
         std::size_t n = std::min<std::size_t>(ile - postep.przeczytano, 32);
-        std::uint32_t maska = Najnizsze(n);
+        const std::uint32_t maska = Najnizsze(n);
         const __m512i znaki = _mm512_maskz_loadu_epi16(maska, od + postep.przeczytano);
         const std::uint32_t nieAscii = _mm512_cmpge_epu16_mask(znaki, _mm512_set1_epi16(0x80));
         if (nieAscii == 0) {
@@ -43,7 +43,6 @@ ZTOK_AVX512 TPostep Koduj(const char16_t* od, std::size_t ile, char* cel) noexce
         const std::uint32_t dluzsze = _mm512_cmpge_epu16_mask(znaki, _mm512_set1_epi16(0x800));
         if (dluzsze != 0) {
             n = static_cast<std::size_t>(std::countr_zero(dluzsze));
-            maska = Najnizsze(n);
         }
         const __m512i pierwsze = _mm512_srli_epi16(znaki, 6);
         const __m512i drugie = _mm512_slli_epi16(_mm512_and_si512(znaki, _mm512_set1_epi16(0x3F)), 8);

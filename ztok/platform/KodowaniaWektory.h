@@ -21,7 +21,9 @@ struct TPostep {
 
 // Whether this processor can run the functions below.
 [[nodiscard]] inline bool Sa() noexcept {
+    // NOLINTNEXTLINE(readability-implicit-bool-conversion): an int with some compilers, a bool with others
     return __builtin_cpu_supports("avx512vbmi2") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
+           // NOLINTNEXTLINE(readability-implicit-bool-conversion)
            __builtin_cpu_supports("avx512vl") != 0 && __builtin_cpu_supports("bmi2") != 0;
 }
 
