@@ -11,11 +11,10 @@ namespace ztok {
 
 namespace {
 
-constexpr std::size_t Rozmiar(std::size_t ile) noexcept { return sizeof(std::uint32_t) + ile * sizeof(char16_t); }
-
-// What the pool gives for the size: a text that needs as much takes the place of the old one.
-constexpr std::size_t Zajmuje(std::size_t ile) noexcept {
-    return Rozmiar(ile) > NajwiekszyBlokPuli ? Rozmiar(ile) : (Rozmiar(ile) + 15) / 16 * 16;
+// What the text takes, in the steps in which the pool gives memory: a text that takes as much fits the old one's place.
+constexpr std::size_t Rozmiar(std::size_t ile) noexcept {
+    const std::size_t rozmiar = sizeof(std::uint32_t) + ile * sizeof(char16_t);
+    return rozmiar > NajwiekszyBlokPuli ? rozmiar : (rozmiar + 15) / 16 * 16;
 }
 
 } // namespace
@@ -26,7 +25,7 @@ void TTekstPola::Ustaw(std::u16string_view tekst) {
         return;
     }
     const std::size_t bajtow = tekst.size() * sizeof(char16_t);
-    if (blok_ != nullptr && Zajmuje(blok_->ile) == Zajmuje(tekst.size())) {
+    if (blok_ != nullptr && Rozmiar(blok_->ile) == Rozmiar(tekst.size())) {
         std::memmove(static_cast<void*>(blok_ + 1), tekst.data(), bajtow);
         blok_->ile = static_cast<std::uint32_t>(tekst.size());
         return;
