@@ -73,13 +73,6 @@ const TKlasa* KlasaONumerze(std::uint32_t numer) noexcept {
     return klasy.empty() ? nullptr : klasy.front();
 }
 
-const TKlasa* KlasaONazwie(std::u16string_view nazwa) noexcept {
-    TRejestr& r = Rejestr();
-    const TBlokada blokada(r.sekcja);
-    const auto wpis = r.nazwy.find(nazwa);
-    return wpis == r.nazwy.end() || wpis->second.zaladowane.empty() ? nullptr : wpis->second.zaladowane.front();
-}
-
 void ZachowajMigawke(const TKlasa* klasa, const TMigawkaOpisu* migawka) {
     TRejestr& r = Rejestr();
     const TBlokada blokada(r.sekcja);

@@ -14,8 +14,6 @@ struct TMigawkaOpisu;
 ZTOK_API std::uint32_t NumerKlasy(const TKlasa* klasa);
 // The loaded class of that number; null when no module holds one. Thread-safe.
 [[nodiscard]] ZTOK_API const TKlasa* KlasaONumerze(std::uint32_t numer) noexcept;
-// The loaded class of that exact name; null when the library has met none. Thread-safe.
-[[nodiscard]] const TKlasa* KlasaONazwie(std::u16string_view nazwa) noexcept;
 
 // Keeps a snapshot for as long as the library is loaded and makes it the class's current one.
 void ZachowajMigawke(const TKlasa* klasa, const TMigawkaOpisu* migawka);

@@ -280,9 +280,6 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
                          ERodzajWyboru wybor);
     void ZwiekszPojemnosc();
     bool WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij);
-    // The element, which the caller's loop is about to use as an object with numbered fields.
-    [[nodiscard]] bool ElementMaCechy(std::int32_t nr, TArgumenty pola, TArgumenty wartosci,
-                                      TRozmiarLiter rozmLiter) const;
 
     PListaObiektowBazowych FObiekty = nullptr; // slots at and beyond the count hold nothing
     std::int32_t FIleObiektow = 0;

@@ -19,8 +19,6 @@ ZTOK_KLASA_DEF(TListaRefObiektow, TListaWskObiektow)
 
 TListaWskObiektow::~TListaWskObiektow() { DokonczZycie(); }
 
-void TListaWskObiektow::WykonajDestrukcje() { TListaBazowa::WykonajDestrukcje(); }
-
 TObiektBazowy* TListaWskObiektow::UsunObiekt(std::int32_t nrObiektu, bool /*zwolnij*/, bool zachowajPojemnosc) {
     return TListaBazowa::UsunObiekt(nrObiektu, false, zachowajPojemnosc);
 }

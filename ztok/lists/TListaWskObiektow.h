@@ -40,12 +40,8 @@ class ZTOK_API TListaWskObiektow : public TListaBazowa {
     bool WyszukajTenObiekt(const TObiektBazowy* obiekt, std::int32_t& gdzie) const noexcept;
     [[nodiscard]] bool WyszukajTenObiekt(const TObiektBazowy* obiekt) const noexcept;
 
-  protected:
-    void WykonajDestrukcje() override;
-
   private:
     friend class TKopierDanych;
-    friend class TOdczytywaczDanych;
 };
 
 // A pointer list that every element knows of: an object that dies takes itself out. Registered once an object, however
