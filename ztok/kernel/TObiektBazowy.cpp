@@ -306,25 +306,34 @@ template <class F> void KopiujJakoKorzen(TKopierDanych& kopier, const F& kopiuj)
 
 } // namespace
 
+void TObiektBazowy::KopiujZ(const TPole& zrodlo, TKopierDanych& kopier) {
+    TPole::KopiujDane(zrodlo, &kopier);
+    const TPoziom poziom(kopier.Zagniezdzenie, *this);
+    WykonajKopiowanie(zrodlo, kopier);
+}
+
+namespace {
+
+// Whether one of the two is a part of the other: a copy would then free, or go on growing, what it still reads.
+bool JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept {
+    const auto jestNad = [](const TObiektBazowy& przodek, const TObiektBazowy& potomek) {
+        return WGore(&potomek, [&przodek](const TObiektBazowy& o) { return &o == &przodek; }) != nullptr;
+    };
+    return jestNad(a, b) || jestNad(b, a);
+}
+
+} // namespace
+
 void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     if (&zrodlo == this)
         return;
-    const auto kopiuj = [&](TKopierDanych& k) {
-        TPole::KopiujDane(zrodlo, &k);
-        const TPoziom poziom(k.Zagniezdzenie, *this);
-        WykonajKopiowanie(zrodlo, k);
-    };
     if (kopier != nullptr) {
-        kopiuj(*kopier);
+        KopiujZ(zrodlo, *kopier);
         return;
     }
     SprawdzKlase(zrodlo, KlasaStatyczna());
     const auto& obiekt = static_cast<const TObiektBazowy&>(zrodlo);
-    const auto jestNad = [](const TObiektBazowy& przodek, const TObiektBazowy& potomek) {
-        return WGore(&potomek, [&przodek](const TObiektBazowy& o) { return &o == &przodek; }) != nullptr;
-    };
-    if (jestNad(*this, obiekt) || jestNad(obiekt, *this)) {
-        // One is a part of the other: the copy would free, or go on growing, what it still reads.
+    if (JednoWDrugim(*this, obiekt)) {
         const TWlasny<TObiektBazowy> osobno = obiekt.KlonujObiekt(false);
         KopiujDane(*osobno);
         return;
@@ -332,24 +341,24 @@ void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     TKopierDanych wlasny;
     const TBlokadaObiektu blokada(*this);
     const TBlokadaObiektu blokadaZrodla(obiekt);
-    KopiujJakoKorzen(wlasny, [&] { kopiuj(wlasny); });
+    KopiujJakoKorzen(wlasny, [&] { KopiujZ(zrodlo, wlasny); });
 }
 
 void TObiektBazowy::KopiujDanePrzodkow(const TObiektBazowy& zrodlo, TKopierDanych* kopier) {
     if (&zrodlo == this)
         return;
-    const auto kopiuj = [&](TKopierDanych& k) {
-        TPole::KopiujDane(zrodlo, &k);
-        const TPoziom poziom(k.Zagniezdzenie, *this);
-        WykonajKopiowanie(zrodlo, k);
-    };
     if (kopier != nullptr) {
-        kopiuj(*kopier);
+        KopiujZ(zrodlo, *kopier);
+        return;
+    }
+    if (JednoWDrugim(*this, zrodlo)) {
+        const TWlasny<TObiektBazowy> osobno = zrodlo.KlonujObiekt(false);
+        KopiujDanePrzodkow(*osobno);
         return;
     }
     TKopierDanych wlasny;
     wlasny.TrybKopiowania = tkdPolaPrzodka;
-    KopiujJakoKorzen(wlasny, [&] { kopiuj(wlasny); });
+    KopiujJakoKorzen(wlasny, [&] { KopiujZ(zrodlo, wlasny); });
 }
 
 TWlasny<TObiektBazowy> TObiektBazowy::TworzInstancje(TObiektBazowy* wlasciciel) const {

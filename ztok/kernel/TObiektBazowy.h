@@ -206,6 +206,8 @@ class ZTOK_API TObiektBazowy : public TPole {
         TPole* pola[1];
     };
 
+    // One step of a copy: the copier is told, and the class does its part one level deeper.
+    void KopiujZ(const TPole& zrodlo, TKopierDanych& kopier);
     // Told once by Utworz and the virtual constructors, with the class's ECechyKlasy.
     void PoUtworzeniu(std::uint32_t cechy);
     // The object now stands in a field of its parent.
