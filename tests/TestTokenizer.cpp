@@ -545,7 +545,7 @@ TEST(Tokenizer, Zalew) {
     for (const std::int64_t ile : {Maks, Maks + 1}) {
         KazdyBufor([&](std::int64_t porcja) {
             const std::string znaki(static_cast<std::size_t>(ile), 'x');
-            for (const std::string& bajty : {znaki, "\"" + znaki + "\"", "<" + znaki}) {
+            for (const std::string& bajty : {znaki, znaki + " ", "\"" + znaki + "\" ", "<" + znaki + ">"}) {
                 TOporny strumien(bajty);
                 strumien.porcja = porcja == 1 ? 5000 : porcja;
                 const bool blad = testy::Zglasza<EZTParserError>([&] {

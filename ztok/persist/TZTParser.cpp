@@ -137,31 +137,24 @@ bool TZTParser::ReadBuffer(bool koniecDozwolony) {
             BladLimitu();
         baza_ += od - bufor_;
         std::memmove(bufor_, od, zachowane);
-        poz_ = bufor_ + przedPoz;
-        koniec_ = bufor_ + zachowane;
-        *koniec_ = '\0';
-        if (tekstOd_ != nullptr) {
-            tekstOd_ = bufor_;
-            tekstDo_ = bufor_ + przedKoncemTekstu;
-        }
 
         std::size_t rozmiar = rozmiar_;
-        // Doubles when what is kept takes more than four fifths (4 * size < 5 * kept, which could overflow), and when no
-        // byte would fit.
+        // Doubles when what is kept takes more than four fifths (4 * size < 5 * kept, which could overflow), and when
+        // no byte would fit.
         const std::size_t potrzebne = zachowane + (zachowane + 3) / 4;
         while (rozmiar < potrzebne || rozmiar - zachowane < 2) {
             if (rozmiar > std::numeric_limits<std::size_t>::max() / 2 - TBlokBajtow::kIle)
                 throw std::bad_alloc();
             rozmiar *= 2;
         }
-        if (rozmiar != rozmiar_) {
+        if (rozmiar != rozmiar_)
             UstawRozmiar(rozmiar);
-            poz_ = bufor_ + przedPoz;
-            koniec_ = bufor_ + zachowane;
-            if (tekstOd_ != nullptr) {
-                tekstOd_ = bufor_;
-                tekstDo_ = bufor_ + przedKoncemTekstu;
-            }
+        poz_ = bufor_ + przedPoz;
+        koniec_ = bufor_ + zachowane;
+        *koniec_ = '\0';
+        if (tekstOd_ != nullptr) {
+            tekstOd_ = bufor_;
+            tekstDo_ = bufor_ + przedKoncemTekstu;
         }
 
         const std::int64_t ile = strumien_.Read(koniec_, static_cast<std::int64_t>(rozmiar_ - zachowane - 1));
@@ -412,7 +405,7 @@ void TZTParser::CzytajKod() {
 
 void TZTParser::CzytajTekstXML(bool tresc) {
     if (!tresc)
-        tekstOd_ = ++poz_;
+        tekstOd_ = tekstDo_ = ++poz_;
     for (;;) {
         const bool jest = PrzejdzDo([tresc](const TBlokBajtow& blok) {
             return blok.Rowne('<') | blok.Rowne('\n') | blok.Rowne('\0') | (tresc ? 0U : blok.Rowne('"'));
@@ -430,8 +423,8 @@ void TZTParser::CzytajTekstXML(bool tresc) {
         ++poz_;
 }
 
-bool TZTParser::TokenSymbolIs(std::string_view S) const noexcept {
-    return token_ == Symbol && TrescTokenu().size() == S.size() && CompareTxtSgn(TrescTokenu(), S) == 0;
+bool TZTParser::RownyBezWielkosci(std::string_view tekst) const noexcept {
+    return CompareTxtSgn(TrescTokenu(), tekst) == 0;
 }
 
 std::int64_t TZTParser::TokenInt() const {

@@ -58,8 +58,8 @@ class ZTOK_API TZTParser {
     // the quotes.
     void SetTrybXML(bool trybXML) noexcept { trybXML_ = trybXML; }
     [[nodiscard]] bool TrybXML() const noexcept { return trybXML_; }
-    // The most bytes that a token's text, or a text of ReadTextUpTo, may have. Memory stays below four times that, or the
-    // first buffer.
+    // The most bytes that a token's text, or a text of ReadTextUpTo, may have. Memory stays below four times that, or
+    // the first buffer.
     void SetMaksTokenu(std::int64_t maksTokenu) noexcept { maksTokenu_ = maksTokenu; }
 
     // Goes to the next token; returns its kind. EZTParserError for a text that is broken by a line end, is not closed
@@ -81,7 +81,9 @@ class ZTOK_API TZTParser {
     [[nodiscard]] std::int64_t SourceLine() const noexcept { return linia_; }
 
     // Whether the token is a symbol that equals S, ASCII letters in any case.
-    [[nodiscard]] bool TokenSymbolIs(std::string_view S) const noexcept;
+    [[nodiscard]] bool TokenSymbolIs(std::string_view S) const noexcept {
+        return token_ == Symbol && TrescTokenu().size() == S.size() && RownyBezWielkosci(S);
+    }
     // The token as an integer: decimal or "$" and hexadecimal; the letters for false and true (N, T) are 0 and 1.
     // EZTParserError when it is none.
     [[nodiscard]] std::int64_t TokenInt() const;
@@ -141,6 +143,7 @@ class ZTOK_API TZTParser {
     void CzytajBieg(char cudzyslow);
     void CzytajKod();
     void CzytajTekstXML(bool tresc);
+    [[nodiscard]] bool RownyBezWielkosci(std::string_view tekst) const noexcept;
     void SprawdzInny(std::uint8_t T) const;
     [[noreturn]] void BladLimitu() const;
 
