@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <chrono>
+#include <ctime>
 #include <random>
 
 #include "Bledy.h"
@@ -498,7 +498,7 @@ TEST(Tokenizer, Zalew) {
             const TRozmiarBufora bufor(porcja == 1 ? 1 : 4096);
             TPowtarzany strumien(w.poczatek, *w.kawalek == '\0' ? "\0"s : w.kawalek, 1 << 20);
             strumien.porcja = porcja;
-            const auto start = std::chrono::steady_clock::now();
+            const std::clock_t start = std::clock(); // of the processor, where the system tells it
             przydzialy::Zacznij();
             bool limit = false;
             try {
@@ -511,7 +511,7 @@ TEST(Tokenizer, Zalew) {
             const std::int64_t szczyt = przydzialy::Zakoncz().szczyt;
             EXPECT_EQ(limit, w.limit);
             EXPECT_LT(szczyt, Maks * 5);
-            EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(ZTOK_SANITIZER ? 10 : 1));
+            EXPECT_LT(std::clock() - start, (ZTOK_SANITIZER ? 10 : 1) * CLOCKS_PER_SEC);
         }
 
     for (const std::int64_t ile : {Maks, Maks + 1}) {

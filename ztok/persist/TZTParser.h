@@ -14,6 +14,9 @@ namespace ztok {
 
 class TStrumien;
 
+// The longest token, unless a caller wants another bound: one unclosed quote must not take all memory.
+inline constexpr std::int64_t MaksTokenuDomyslny = 256LL * 1024 * 1024;
+
 // Cuts a stream of bytes into tokens. Made, it stands at the first one.
 //
 // A token is described by its kind, a byte:
@@ -34,16 +37,16 @@ class TStrumien;
 // thread.
 class ZTOK_API TZTParser {
   public:
-    static constexpr std::uint8_t Koniec = 0;
-    static constexpr std::uint8_t Symbol = 1;
-    static constexpr std::uint8_t Tekst = 2;
-    static constexpr std::uint8_t Calkowita = 3;
-    static constexpr std::uint8_t Ulamkowa = 4;
-    static constexpr std::uint8_t TekstCudzyslow = 5;
-    static constexpr std::uint8_t Calkowita64 = 6; // CheckToken only: an integer of 64 bits
-
-    // The longest token, unless a caller wants another bound: one unclosed quote must not take all memory.
-    static constexpr std::int64_t MaksTokenuDomyslny = 256LL * 1024 * 1024;
+    // Constants of an exported class would have to be exported too; an enumeration has no address.
+    enum ERodzaj : std::uint8_t {
+        Koniec = 0,
+        Symbol = 1,
+        Tekst = 2,
+        Calkowita = 3,
+        Ulamkowa = 4,
+        TekstCudzyslow = 5,
+        Calkowita64 = 6, // CheckToken only: an integer of 64 bits
+    };
 
     // Reads the first token. The stream is not owned and must outlive the parser, which reads ahead of the tokens.
     // EZTParserError as for NextToken.
