@@ -5,6 +5,7 @@
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
@@ -460,12 +461,23 @@ void TObiekt::SetVariantowo(int nrPola, const TWariant& wartosc) {
     SetBylyZmiany(nrPola);
 }
 
-// Fields that a later part of the library brings.
-TPoleStrList* TObiekt::GetPoleStrList(int /*nrPola*/) const { BladAbstrakcyjny(u"GetPoleStrList"); }
-TPoleWideStrList* TObiekt::GetPoleWideStrList(int /*nrPola*/) const { BladAbstrakcyjny(u"GetPoleWideStrList"); }
-void TObiekt::SetPoleStrList(int /*nrPola*/, const TPoleStrList& /*wartosc*/) { BladAbstrakcyjny(u"SetPoleStrList"); }
-void TObiekt::SetPoleWideStrList(int /*nrPola*/, const TPoleWideStrList& /*wartosc*/) {
-    BladAbstrakcyjny(u"SetPoleWideStrList");
+TPoleStrList* TObiekt::GetPoleStrList(int nrPola) const { return CzytajListe<TPoleStrList>(nrPola); }
+TPoleWideStrList* TObiekt::GetPoleWideStrList(int nrPola) const { return CzytajListe<TPoleWideStrList>(nrPola); }
+
+template <class P> P* TObiekt::CzytajListe(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    return PoleKlasy<P>(nrPola);
 }
+
+template <class P> void TObiekt::PiszListe(int nrPola, const P& wartosc) {
+    const TBlokadaObiektu blokada(*this);
+    P& pole = PoleDoZapisuKlasy<P>(nrPola);
+    if (&pole != &wartosc)
+        pole.UstawWartosci(wartosc.Wartosci());
+    SetBylyZmiany(nrPola);
+}
+
+void TObiekt::SetPoleStrList(int nrPola, const TPoleStrList& wartosc) { PiszListe(nrPola, wartosc); }
+void TObiekt::SetPoleWideStrList(int nrPola, const TPoleWideStrList& wartosc) { PiszListe(nrPola, wartosc); }
 
 } // namespace ztok

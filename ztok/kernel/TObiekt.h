@@ -82,6 +82,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] std::u16string GetPoleCDATA(int nrPola) const;
     [[nodiscard]] std::string GetPoleRawByteString(int nrPola) const;
     [[nodiscard]] std::u16string GetPoleWideString(int nrPola) const;
+    // The field itself, or null when it was never written.
     [[nodiscard]] TPoleStrList* GetPoleStrList(int nrPola) const;
     [[nodiscard]] TPoleWideStrList* GetPoleWideStrList(int nrPola) const;
     [[nodiscard]] TObiektBazowy* GetPoleRefObiektu(int nrPola) const;
@@ -103,6 +104,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void SetPoleCDATA(int nrPola, std::u16string_view wartosc);
     void SetPoleRawByteString(int nrPola, std::string_view wartosc);
     void SetPoleWideString(int nrPola, std::u16string_view wartosc);
+    // Copy the values.
     void SetPoleStrList(int nrPola, const TPoleStrList& wartosc);
     void SetPoleWideStrList(int nrPola, const TPoleWideStrList& wartosc);
     void SetPoleRefObiektu(int nrPola, TObiektBazowy* wartosc);
@@ -189,6 +191,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     template <class P> P& PoleDoZapisuKlasy(int nrPola);
     template <class P> [[nodiscard]] auto Czytaj(int nrPola) const;
     template <class P, class W> void Pisz(int nrPola, W wartosc);
+    template <class P> [[nodiscard]] P* CzytajListe(int nrPola) const;
+    template <class P> void PiszListe(int nrPola, const P& wartosc);
     [[nodiscard]] std::int32_t PorownajNieobecne(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
                                                  std::uint32_t localeID) const;
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);

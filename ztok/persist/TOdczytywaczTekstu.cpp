@@ -110,6 +110,37 @@ std::string_view TOdczytywaczTekstu::WczytajGolyToken() {
     return tekst_;
 }
 
+std::u16string TOdczytywaczTekstu::WczytajDowolnyTekst() {
+    switch (Parser.Token()) {
+    case TZTParser::TekstCudzyslow:
+        return DekodujTrescUTF8(WczytajTekstAnsi());
+    case TZTParser::Tekst:
+        return WczytajTekst();
+    default:
+        return ZeStronyKodowej(WczytajGolyToken(), DefStronaKodowa);
+    }
+}
+
+std::int64_t TOdczytywaczTekstu::WczytajCalkowita(TZTParser::ERodzaj rodzaj) {
+    Parser.CheckToken(rodzaj);
+    const std::int64_t liczba = Parser.TokenInt();
+    Parser.NextToken();
+    return liczba;
+}
+
+double TOdczytywaczTekstu::WczytajRzeczywista() {
+    std::string tekst = Parser.TokenString();
+    const bool calkowita = Parser.Token() == TZTParser::Calkowita;
+    Parser.NextToken();
+    if (calkowita && Parser.Token() == ',') { // the tokenizer parts a number with a decimal comma into three tokens
+        Parser.NextToken();
+        tekst += ',';
+        tekst += Parser.TrescTokenu();
+        Parser.NextToken();
+    }
+    return TZTParser::StringToFloat(tekst);
+}
+
 void TOdczytywaczTekstu::WczytajRef(TPoleWskObiektu& pole) { NumerPola(pole, WczytajNumer()); }
 
 std::uint32_t TOdczytywaczTekstu::WczytajNumer() {
