@@ -162,7 +162,15 @@ TEST(Pola, WariantTamIZPowrotem) {
     EXPECT_EQ(bajty->GetJakoZTAnsiString(), wszystkie);
     // The text form is of the default code page; one that the library does not know is an error.
     EXPECT_TRUE(Zglasza<EBladKonwersji>([&] { static_cast<void>(bajty->GetJakoString()); }));
+    for (const auto& [strona, bajty8] : {std::pair{1251, "\xEA\xF3\xEB\x3F"}, std::pair{28592, "???\xB1"},
+                                         std::pair{65001, "\xD0\xBA\xD1\x83\xD0\xBB\xC4\x85"}}) {
+        DefStronaKodowa = static_cast<std::uint16_t>(strona);
+        bajty->SetJakoString(u"кулą");
+        EXPECT_EQ(bajty->GetJakoZTAnsiString(), bajty8);
+        EXPECT_EQ(bajty->GetJakoString(), ZeStronyKodowej(bajty8, DefStronaKodowa));
+    }
     DefStronaKodowa = 1250;
+    bajty->SetJakoZTAnsiString(wszystkie);
     EXPECT_EQ(PolskiAnsi(bajty->GetJakoString()), wszystkie);
 }
 
