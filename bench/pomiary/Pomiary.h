@@ -26,6 +26,8 @@ void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std
 void ZarejestrujFazy(const dane::TBaza& baza);
 // Access to fields by number, appending, comparing texts.
 void ZarejestrujOperacje(const dane::TBaza& baza);
+// Conversions of text between UTF-16 and bytes.
+void ZarejestrujKodowania(const dane::TBaza& baza);
 
 // Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
 [[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);
