@@ -250,8 +250,7 @@ ZTOK_AVX512 void NaBajty(const TTabelaStrony& tabela, const char16_t* od, std::s
                 _mm512_permutex2var_epi8(_mm512_loadu_si512(okno.data()), kody, _mm512_loadu_si512(okno.data() + 64)));
             zostalo &= ~tu;
         }
-        const std::uint64_t braki = _mm512_testn_epi8_mask(bajty, bajty) & nieAscii;
-        _mm512_mask_storeu_epi8(cel + i, zywe, _mm512_mask_mov_epi8(bajty, braki, _mm512_set1_epi8('?')));
+        _mm512_mask_storeu_epi8(cel + i, zywe, bajty);
     }
 }
 

@@ -64,6 +64,10 @@ constexpr TTabelaStrony::TGorna GornaIso(const std::array<char16_t, 96>* odA0) {
 constexpr TTabelaStrony TabelaIso1(GornaIso(nullptr));
 constexpr TTabelaStrony TabelaIso2(GornaIso(&Iso2OdA0));
 
+// How much goes through the table before ASCII is looked for again: in Polish text the next letter is never far, and a
+// run that ends soon costs more than the table.
+constexpr std::size_t kPoAscii = 128;
+
 // The table of the page; raises EBladKonwersji for an unknown one.
 [[nodiscard]] const TTabelaStrony& WezTabele(std::uint16_t strona) {
     const TTabelaStrony* tabela = TabelaStrony(strona);
@@ -98,10 +102,8 @@ void NaBajty(const TTabelaStrony& tabela, const char16_t* od, std::size_t ile, c
 #endif
     for (std::size_t i = 0; i < ile;) {
         i += ZwezAscii(od + i, ile - i, cel + i);
-        for (const std::size_t koniec = std::min(ile, i + 32); i < koniec; ++i) {
-            const unsigned bajt = tabela.Bajt(od[i]);
-            cel[i] = static_cast<char>(bajt != 0 || od[i] == 0 ? bajt : '?');
-        }
+        for (const std::size_t koniec = std::min(ile, i + kPoAscii); i < koniec; ++i)
+            cel[i] = static_cast<char>(tabela.Bajt(od[i]));
     }
 }
 
@@ -114,22 +116,20 @@ void ZBajtow(const TTabelaStrony& tabela, const char* od, std::size_t ile, char1
 #endif
     for (std::size_t i = 0; i < ile;) {
         i += PoszerzAscii(od + i, ile - i, cel + i);
-        for (const std::size_t koniec = std::min(ile, i + 32); i < koniec; ++i)
+        for (const std::size_t koniec = std::min(ile, i + kPoAscii); i < koniec; ++i)
             cel[i] = tabela.Znak(od[i]);
     }
 }
 
 int KodWin1250(char16_t znak) noexcept {
-    const unsigned bajt = TabelaWin1250.Bajt(znak);
-    return bajt != 0 ? static_cast<int>(bajt) : static_cast<int>(znak);
+    return TabelaWin1250.Ma(znak) ? static_cast<int>(TabelaWin1250.Bajt(znak)) : static_cast<int>(znak);
 }
 
 char16_t ZnakZWin1250(char bajt) noexcept { return TabelaWin1250.Znak(bajt); }
 
 char ZnakNaWin1250(char16_t znak, bool& jest) noexcept {
-    const unsigned bajt = TabelaWin1250.Bajt(znak);
-    jest = bajt != 0 || znak == 0;
-    return jest ? static_cast<char>(bajt) : '?';
+    jest = TabelaWin1250.Ma(znak);
+    return static_cast<char>(TabelaWin1250.Bajt(znak));
 }
 
 std::string Win1250(std::u16string_view tekst) { return NaStroneKodowa(tekst, StronaWin1250); }
@@ -137,8 +137,7 @@ std::string Win1250(std::u16string_view tekst) { return NaStroneKodowa(tekst, St
 std::u16string ZWin1250(std::string_view bajty) { return ZeStronyKodowej(bajty, StronaWin1250); }
 
 bool MiesciSieWWin1250(std::u16string_view tekst) noexcept {
-    return std::all_of(tekst.begin(), tekst.end(),
-                       [](char16_t znak) { return znak == 0 || TabelaWin1250.Bajt(znak) != 0; });
+    return std::all_of(tekst.begin(), tekst.end(), [](char16_t znak) { return TabelaWin1250.Ma(znak); });
 }
 
 std::string NaStroneKodowa(std::u16string_view tekst, std::uint16_t strona) {
@@ -179,7 +178,7 @@ bool MiesciSieNaStronie(std::u16string_view tekst, std::uint16_t strona) {
     if (strona == StronaUtf8)
         return !MaSamotnySurogat(tekst);
     const TTabelaStrony& tabela = WezTabele(strona);
-    return std::all_of(tekst.begin(), tekst.end(), [&](char16_t znak) { return znak == 0 || tabela.Bajt(znak) != 0; });
+    return std::all_of(tekst.begin(), tekst.end(), [&](char16_t znak) { return tabela.Ma(znak); });
 }
 
 bool PoprawneNaStronie(std::string_view bajty, std::uint16_t strona) {

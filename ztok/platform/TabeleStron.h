@@ -15,37 +15,35 @@ struct alignas(64) TTabelaStrony {
 
     explicit constexpr TTabelaStrony(const TGorna& gorna);
 
-    // Byte of a character, 0 when the page lacks it (U+0000 has 0 as well).
+    // Byte of a character, '?' when the page lacks it.
     [[nodiscard]] constexpr unsigned Bajt(char16_t znak) const noexcept {
         return bajty[okna[znak >> 7U]][znak & 0x7FU];
     }
-    [[nodiscard]] constexpr char16_t Znak(char bajt) const noexcept {
-        const auto kod = static_cast<unsigned char>(bajt);
-        return kod < 128 ? static_cast<char16_t>(kod) : gorna[kod - 128U];
-    }
+    [[nodiscard]] constexpr bool Ma(char16_t znak) const noexcept { return Bajt(znak) != '?' || znak == u'?'; }
+    [[nodiscard]] constexpr char16_t Znak(char bajt) const noexcept { return znaki[static_cast<unsigned char>(bajt)]; }
 
-    // The upper half: characters, and their two bytes apart.
-    TGorna gorna;
+    // Characters of the bytes, and of the upper half their two bytes apart.
+    std::array<char16_t, 256> znaki{};
     std::array<std::uint8_t, 128> mlodsze{};
     std::array<std::uint8_t, 128> starsze{};
-    // The way back: windows of 128 characters, found by the upper nine bits. Window 0 is the empty one.
+    // The way back: windows of 128 characters, found by the upper nine bits. Window 0 has none of the page.
     std::array<std::array<std::uint8_t, 128>, 8> bajty{};
     std::array<std::uint8_t, 512> okna{};
 };
 
-constexpr TTabelaStrony::TTabelaStrony(const TGorna& gornaPolowa) : gorna(gornaPolowa) {
+constexpr TTabelaStrony::TTabelaStrony(const TGorna& gorna) {
+    for (auto& okno : bajty)
+        okno.fill('?');
     std::uint8_t okien = 1;
-    okna[0] = okien++;
-    for (unsigned kod = 0; kod < 128; ++kod)
-        bajty[1][kod] = static_cast<std::uint8_t>(kod);
-    for (unsigned kod = 128; kod < 256; ++kod) {
-        const char16_t znak = gorna[kod - 128];
+    for (unsigned kod = 0; kod < 256; ++kod) {
+        const char16_t znak = kod < 128 ? static_cast<char16_t>(kod) : gorna[kod - 128];
+        znaki[kod] = znak;
         std::uint8_t& okno = okna[znak >> 7U];
         if (okno == 0)
             okno = okien++; // a ninth window would not compile
         bajty[okno][znak & 0x7FU] = static_cast<std::uint8_t>(kod);
-        mlodsze[kod - 128] = static_cast<std::uint8_t>(znak & 0xFFU);
-        starsze[kod - 128] = static_cast<std::uint8_t>(znak >> 8U);
+        mlodsze[kod & 0x7FU] = static_cast<std::uint8_t>(znak & 0xFFU);
+        starsze[kod & 0x7FU] = static_cast<std::uint8_t>(znak >> 8U);
     }
 }
 
