@@ -237,7 +237,7 @@ std::u16string GornaPolowa(std::uint16_t strona) {
     std::u16string gorna(128, u'\0');
     for (const auto& w : WczytajTabele("strony.tsv"))
         if (w.Utf8(0) == std::to_string(strona))
-            gorna[w.Bity(1) - 128] = static_cast<char16_t>(w.Bity(2));
+            gorna[static_cast<std::size_t>(w.Bity(1)) - 128] = static_cast<char16_t>(w.Bity(2));
     return gorna;
 }
 
