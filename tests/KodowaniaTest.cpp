@@ -183,6 +183,9 @@ TEST(Kodowania, Utf8EveryTextSurvivesAndEveryInputIsReadAsTheModelReads) {
             const std::u16string odczytane(cel.get(), DekodujUtf8(od.get(), utf8.size(), cel.get()));
             ASSERT_EQ(odczytane, ModelDekodera(utf8, false));
             ASSERT_EQ(PoprawneUtf8({od.get(), utf8.size()}), Utf8ZUtf16(odczytane) == utf8);
+            const std::size_t pelne = PelneUtf8({od.get(), utf8.size() * 2 / 3});
+            ASSERT_LE(utf8.size() * 2 / 3 - pelne, 6U);
+            ASSERT_EQ(Utf16ZUtf8({od.get(), pelne}) + Utf16ZUtf8(std::string_view(utf8).substr(pelne)), odczytane);
             const std::size_t scisle = DekodujUtf8Scisle(od.get(), utf8.size(), cel.get());
             ASSERT_EQ(std::u16string(cel.get(), scisle), ModelDekodera(utf8, true));
             ASSERT_EQ(ZeStronyKodowej(utf8, StronaUtf8), ModelDekodera(utf8, true));

@@ -191,6 +191,22 @@ std::size_t DekodujUtf8Scisle(const char* od, std::size_t ile, char16_t* cel) no
     return Dekoduj<true>(od, ile, cel);
 }
 
+std::size_t PelneUtf8(std::string_view kawalek) noexcept {
+    const auto bajt = [&](std::size_t i) { return static_cast<unsigned char>(kawalek[i]); };
+    std::size_t ile = kawalek.size();
+    // A sequence that may go on behind the end starts at a leading byte among the last three.
+    for (std::size_t i = 1; i <= 3 && i <= ile; ++i)
+        if (const unsigned pierwszy = bajt(ile - i); pierwszy >= 0xC0) {
+            const std::size_t dlugosc = pierwszy < 0xE0 ? 2 : pierwszy < 0xF0 ? 3 : 4;
+            ile -= dlugosc > i ? i : 0;
+            break;
+        }
+    // A high surrogate stays with what stands behind it.
+    if (ile >= 3 && bajt(ile - 3) == 0xED && bajt(ile - 2) - 0xA0U < 0x10U)
+        ile -= 3;
+    return ile;
+}
+
 bool PoprawneUtf8(std::string_view bajty) noexcept {
     const auto* p = reinterpret_cast<const unsigned char*>(bajty.data());
     const std::size_t ile = bajty.size();
