@@ -1,7 +1,8 @@
 // Conversions of text between Unicode and bytes, for applications: UTF-8, Windows-1250, Windows-1251, ISO 8859-1 and
 // ISO 8859-2. The same bytes on every target; no conversion raises because of its text. Safe to call from any thread.
 //
-// What bytes cannot say is replaced, and Miesci.../Poprawne... of Kodowania.h tell beforehand whether anything would be:
+// What bytes cannot say is replaced, and Miesci.../Poprawne... of Kodowania.h tell beforehand whether anything would
+// be:
 //
 //                        lone surrogate in the text     ill-formed or free bytes
 //   Utf8ZUtf16, ...      kept (its three bytes)         U+FFFD for each maximal part; a lone surrogate is read back
