@@ -111,6 +111,7 @@ void Wszystko() {
     ZarejestrujSerie("characters: write, tuned", "characters: read and destroy, tuned", dostrojoneZnakow, ileZnakow);
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
+    ZarejestrujKodowania(baza);
     ZarejestrujTekst(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
     PodsumujTekst(tabela);

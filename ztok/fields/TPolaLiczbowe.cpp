@@ -94,8 +94,13 @@ std::u16string TPoleLiczby<W, Baza>::WartWgMaski(std::u16string_view maska,
     if constexpr (kWaskie<W>)
         if (maska.front() == u'?')
             return std::u16string(DajElementMaski(maska, wartosc_));
-    return FormatujLiczbe(maska, static_cast<double>(wartosc_),
-                          ustawienia != nullptr ? *ustawienia : UstawieniaProcesu());
+    const TUstawieniaFormatu& format = ustawienia != nullptr ? *ustawienia : UstawieniaProcesu();
+    if constexpr (std::is_integral_v<W>) {
+        static_assert(std::is_signed_v<W> || sizeof(W) < sizeof(std::int64_t));
+        return FormatujLiczbe(maska, TLiczbaDziesietna(std::int64_t{wartosc_}), format);
+    } else {
+        return FormatujLiczbe(maska, static_cast<double>(wartosc_), format);
+    }
 }
 
 template <class W, class Baza> void TPoleLiczby<W, Baza>::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {

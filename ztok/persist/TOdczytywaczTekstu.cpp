@@ -9,6 +9,7 @@
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/util/Ztfunutf8.h"
 #include "ztok/util/Zttypybazowe.h"
 
 namespace ztok {
@@ -99,9 +100,7 @@ std::u16string TOdczytywaczTekstu::NazwaKlasyTokenu() const {
 
 std::u16string TOdczytywaczTekstu::WczytajTekst() { return ZeStronyKodowej(WczytajTekstAnsi(), DefStronaKodowa); }
 
-std::u16string TOdczytywaczTekstu::DekodujTrescUTF8(std::string_view bajty) {
-    return PoprawneUtf8(bajty) ? Utf16ZUtf8(bajty) : PolskiWide(bajty);
-}
+std::u16string TOdczytywaczTekstu::DekodujTrescUTF8(std::string_view bajty) { return ZUtf8LubPolskiego(bajty); }
 
 std::string_view TOdczytywaczTekstu::WczytajGolyToken() {
     tekst_ = Parser.TrescTokenu();
