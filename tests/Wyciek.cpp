@@ -9,18 +9,30 @@ namespace {
 
 using namespace ztok;
 
-// Blocks of a tree: each object and field is one, and so are the field array of an object and the text of a field.
-std::int64_t Bloki(const TPole& pole) {
-    std::int64_t ile = 1;
+// Whether a plain field stands in the block of its owner's field array: blocks of one size have their own 64 KiB, and
+// the array of two fields is larger than a field.
+struct TBlokPol : TObiekt {
+    static bool Jest(const TObiekt& obiekt, const TPole& pole) {
+        const auto blok = reinterpret_cast<std::uintptr_t>(obiekt.*(&TBlokPol::FPola));
+        const auto adres = reinterpret_cast<std::uintptr_t>(&pole);
+        return obiekt.OstUzywanePole() > 0 && adres > blok && adres - blok < 512 && adres / 0x10000 == blok / 0x10000;
+    }
+};
+
+// Blocks of a tree: each object is one, and so are the field array of an object, a field that does not stand in it, and
+// the text of a field unless it is short.
+std::int64_t Bloki(const TPole& pole, const TObiekt* wlasciciel = nullptr) {
     const TKlasa* klasa = pole.Klasa();
-    if (klasa->kodPola == kpString && !static_cast<const TPoleString&>(pole).Wartosc().empty())
+    std::int64_t ile = wlasciciel != nullptr && !klasa->Ma(ckObiektBazowy) && TBlokPol::Jest(*wlasciciel, pole) ? 0 : 1;
+    if (klasa->kodPola == kpString &&
+        static_cast<const TPoleString&>(pole).Wartosc().size() >= sizeof(void*) / sizeof(char16_t))
         ++ile;
     if (klasa->Ma(ckObiekt)) {
         const auto& obiekt = static_cast<const TObiekt&>(pole);
         ile += obiekt.OstUzywanePole() >= 0 ? 1 : 0;
         for (int nr = 0; nr <= obiekt.OstUzywanePole(); ++nr)
             if (obiekt.Pole(nr) != nullptr)
-                ile += Bloki(*obiekt.Pole(nr));
+                ile += Bloki(*obiekt.Pole(nr), &obiekt);
     } else if (klasa->Ma(ckListaZObiektami)) {
         const auto& lista = static_cast<const TListaBazowa&>(pole);
         for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)

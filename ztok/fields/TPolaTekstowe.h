@@ -35,6 +35,8 @@ class ZTOK_API TPoleString : public TPole {
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
 
   private:
+    friend class TObiekt; // reads the text in place
+
     TTekstPola tekst_;
 };
 

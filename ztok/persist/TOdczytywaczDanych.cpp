@@ -10,6 +10,7 @@
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/util/ZTBledy.h"
 
@@ -19,7 +20,7 @@ namespace {
 
 // Readers that run: how many in the process, and the innermost of this thread.
 std::atomic<int> czynneOdczyty{0};
-constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
+ZTOK_TLS_BLISKI constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
 
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
 constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
@@ -197,7 +198,13 @@ void WczytajBajty(TStrumien& strumien, std::string& bajty, std::size_t dlugosc) 
 void Przyjmij(std::u16string& cel, std::u16string_view tekst) { cel = std::u16string(tekst); }
 void Przyjmij(TTekstPola& cel, std::u16string_view tekst) { cel.Ustaw(tekst); }
 
-constexpr std::size_t kKrotkiTekst = 256;
+constexpr std::size_t kKrotkiTekst = TTekstPola::kNajdluzszyOdRazu;
+
+void DekodujKrotki(std::u16string& cel, const char* bajty, std::size_t ile) {
+    char16_t znaki[kKrotkiTekst];
+    cel.assign(znaki, DekodujUtf8(bajty, ile, znaki));
+}
+void DekodujKrotki(TTekstPola& cel, const char* bajty, std::size_t ile) { cel.UstawUtf8(bajty, ile); }
 
 void DekodujDlugi(std::u16string& cel, std::string_view bajtyUtf8) { cel = Utf16ZUtf8(bajtyUtf8); }
 
@@ -226,8 +233,7 @@ template <class TTekst> void WczytajTekstUtf8(TStrumien& strumien, TTekst& tekst
     if (const auto okno = strumien.Okno(); okno.size() >= dlugosc) {
         const char* bajty = reinterpret_cast<const char*>(okno.data());
         if (dlugosc <= kKrotkiTekst) {
-            char16_t znaki[kKrotkiTekst];
-            Przyjmij(tekst, std::u16string_view(znaki, DekodujUtf8(bajty, dlugosc, znaki)));
+            DekodujKrotki(tekst, bajty, dlugosc);
         } else {
             DekodujDlugi(tekst, {bajty, dlugosc});
         }
