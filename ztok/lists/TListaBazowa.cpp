@@ -85,9 +85,9 @@ TObiektBazowy* TListaBazowa::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t
         gdzie = 0;
     if (gdzie > FIleObiektow)
         gdzie = FIleObiektow;
-    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): a full list has just grown
-    std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
-                 static_cast<std::size_t>(FIleObiektow - gdzie) * sizeof(TObiektBazowy*));
+    if (gdzie < FIleObiektow)
+        std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
+                     static_cast<std::size_t>(FIleObiektow - gdzie) * sizeof(TObiektBazowy*));
     FObiekty[gdzie] = nowyObiekt;
     ++FIleObiektow;
     return nowyObiekt;
