@@ -19,8 +19,8 @@ struct TBlokPol : TObiekt {
     }
 };
 
-// Blocks of a tree: each object is one, and so are the field array of an object, a field that does not stand in it, and
-// the text of a field unless it is short.
+// Blocks of a tree: each object is one, and so are the field array of an object, a field that does not stand in it, the
+// text of a field unless it is short, and the array of a short list.
 std::int64_t Bloki(const TPole& pole, const TObiekt* wlasciciel = nullptr) {
     const TKlasa* klasa = pole.Klasa();
     std::int64_t ile = wlasciciel != nullptr && !klasa->Ma(ckObiektBazowy) && TBlokPol::Jest(*wlasciciel, pole) ? 0 : 1;
@@ -35,6 +35,8 @@ std::int64_t Bloki(const TPole& pole, const TObiekt* wlasciciel = nullptr) {
                 ile += Bloki(*obiekt.Pole(nr), &obiekt);
     } else if (klasa->Ma(ckListaZObiektami)) {
         const auto& lista = static_cast<const TListaBazowa&>(pole);
+        const std::size_t bajty = static_cast<std::size_t>(lista.Pojemnosc()) * sizeof(TObiektBazowy*);
+        ile += bajty > 0 && bajty <= NajwiekszyBlokPuli ? 1 : 0;
         for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
             if (lista.Obiekty(i) != nullptr)
                 ile += Bloki(*lista.Obiekty(i));
