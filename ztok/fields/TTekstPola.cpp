@@ -49,9 +49,21 @@ void TTekstPola::Ustaw(std::u16string_view tekst) {
 }
 
 void TTekstPola::UstawUtf8(const char* bajty, std::size_t ile) {
-    char16_t znaki[kNajdluzszyOdRazu];
     if (ile <= kNajdluzszyWMiejscu) {
-        Ustaw({znaki, DekodujUtf8(bajty, ile, znaki)});
+        unsigned char nowe[sizeof bajty_] = {static_cast<unsigned char>(ile << 1U | kKrotki)};
+        unsigned wszystkie = 0;
+        for (std::size_t i = 0; i < ile; ++i) {
+            const auto bajt = static_cast<unsigned char>(bajty[i]);
+            nowe[sizeof(char16_t) * (i + 1)] = bajt;
+            wszystkie |= bajt;
+        }
+        if (wszystkie >= 0x80) {
+            char16_t znaki[kNajdluzszyWMiejscu];
+            return Ustaw({znaki, DekodujUtf8(bajty, ile, znaki)});
+        }
+        if (MaBlok())
+            ZwolnijBlok();
+        std::memcpy(bajty_, nowe, sizeof bajty_);
         return;
     }
     auto* nowy = static_cast<TBlok*>(pula::Przydziel(Rozmiar(ile)));
@@ -65,6 +77,7 @@ void TTekstPola::UstawUtf8(const char* bajty, std::size_t ile) {
         return;
     }
     // Letters of two bytes made the block larger than the text needs.
+    char16_t znaki[kNajdluzszyOdRazu];
     std::memcpy(znaki, miejsce, znakow * sizeof(char16_t));
     pula::Zwolnij(nowy, Rozmiar(ile));
     Ustaw({znaki, znakow});

@@ -609,6 +609,15 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
         case kpDouble:
             liczba(std::type_identity<TPoleDouble>{}, miejsce);
             break;
+        case kpBoolean: {
+            std::uint8_t bajt = 0;
+            strumien.ReadBuffer(&bajt, 1);
+            auto* pole = ::new (miejsce) TPoleBoolean;
+            pole->UstawWartosc(bajt);
+            wstaw(pole);
+            ++zajete_;
+            break;
+        }
         case kpByte:
             liczba(std::type_identity<TPoleByte>{}, miejsce);
             break;

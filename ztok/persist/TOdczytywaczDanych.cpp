@@ -272,6 +272,15 @@ void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, std::u16string& 
     WczytajTekst(strumien, tekst, odczytywacz);
 }
 void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz) {
+    // Most texts have a count of one byte and lie in the stream's window.
+    if (const auto okno = strumien.Okno(); !okno.empty() && okno[0] < 0x80 && okno[0] < okno.size() &&
+                                           odczytywacz != nullptr && !odczytywacz->FOdczytANSI) {
+        const std::uint8_t dlugosc = okno[0];
+        odczytywacz->SprawdzTekst(dlugosc);
+        tekst.UstawUtf8(reinterpret_cast<const char*>(okno.data()) + 1, dlugosc);
+        strumien.Pomin(dlugosc + 1);
+        return;
+    }
     WczytajTekst(strumien, tekst, odczytywacz);
 }
 
