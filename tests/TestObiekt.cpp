@@ -494,6 +494,31 @@ TEST_F(Obiekt, PolaOdchodzaIWracaja) {
     }
 }
 
+// Writes to its parent while the parent is being read.
+class TNiecierpliwy : public TObiekt {
+    ZTOK_OBIEKT(TNiecierpliwy, TObiekt, (0, N, Integer))
+    void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override {
+        Bazowa::WykonajOdczyt(strumien, odczytywacz);
+        static_cast<TObiekt*>(Rodzic())->SetPoleString(2, u"za wczesnie");
+    }
+};
+class TCierpliwy : public TObiekt {
+    ZTOK_OBIEKT(TCierpliwy, TObiekt, (0, Dziecko, Obiekt<TNiecierpliwy>), (1, A, Integer), (2, B, String))
+};
+
+TEST_F(Obiekt, DzieckoPiszeDoRodzicaWTrakcieOdczytu) {
+    const auto o = Utworz<TCierpliwy>();
+    o->GetDziecko().SetN(1);
+    o->SetA(2);
+    o->SetB(u"ze strumienia");
+    TZTMemoryStream bajty;
+    o->ZapiszWStrumieniu(bajty);
+    bajty.Seek(0, ESeek::Poczatek);
+    o->WczytajZeStrumienia(bajty);
+    EXPECT_EQ(o->GetA(), 2);
+    EXPECT_EQ(o->GetB(), u"ze strumienia");
+}
+
 TEST_F(Obiekt, UstawPoleIFlagi) {
     const auto o = Utworz<TWszystko>();
     o->UstawPole(8, Utworz<TPoleString>().Oddaj(), true);

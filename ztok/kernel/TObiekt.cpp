@@ -1,5 +1,6 @@
 #include "ztok/kernel/TObiekt.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <new>
@@ -416,7 +417,8 @@ void TObiekt::ZwolnijPola(bool zachowajTablice) {
             UsunPole(pole, stan);
     }
     if (zachowajTablice) {
-        if (!wyniesione_)
+        // The places are free again, unless a field has left one or was written meanwhile.
+        if (!wyniesione_ && std::all_of(FPola, FPola + ilePol_, [](const TPole* pole) { return pole == nullptr; }))
             zajete_ = jestPoprzedni_ ? 1 : 0;
     } else if (FPola != nullptr && ilePol_ == 0) {
         OddajBlok();

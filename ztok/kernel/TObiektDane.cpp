@@ -581,58 +581,53 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
     for (; bity != 0; bity &= bity - 1) {
         const int nr = std::countr_zero(bity);
         const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
-        const auto wstaw = [&](TPole* pole) {
+        // An object read before may have written to its parent, or cleared it.
+        if (nr < ilePol_ && FPola[nr] != nullptr) [[unlikely]] {
+            WczytajPoleNr(nr, migawka, strumien, odczytywacz);
+            continue;
+        }
+        void* const miejsce = zajete_ < miejsca_ && nr < pojPol_ ? WolneMiejsce() : nullptr;
+        const auto wstaw = [&](TPole* pole, unsigned stan) {
             FPola[nr] = pole;
-            Stany()[nr] = pozycja.stan;
-            ilePol_ = nr + 1;
+            Stany()[nr] = static_cast<std::uint8_t>(stan);
+            ilePol_ = std::max(ilePol_, nr + 1);
+            ++zajete_;
         };
-        const auto liczba = [&]<class P>(std::type_identity<P>, void* miejsce) {
-            decltype(std::declval<P&>().Wartosc()) wartosc;
+        const auto liczba = [&]<class P, class W>(std::type_identity<P>, W wartosc) {
             strumien.ReadBuffer(&wartosc, sizeof wartosc);
             P* pole = ::new (miejsce) P;
             pole->UstawWartosc(wartosc);
-            wstaw(pole);
-            ++zajete_;
+            wstaw(pole, unsigned{pozycja.stan} | spWartosc);
         };
-        void* const miejsce = zajete_ < miejsca_ ? WolneMiejsce() : nullptr;
         switch (miejsce == nullptr ? std::uint8_t{kpInne} : pozycja.kodProsty) {
         case kpString: {
             auto* pole = ::new (miejsce) TPoleString;
-            wstaw(pole);
-            ++zajete_;
+            wstaw(pole, pozycja.stan);
             TOdczytywaczDanych::WczytajWideString(strumien, pole->tekst_, &odczytywacz);
+            Stany()[nr] |= spWartosc;
             break;
         }
         case kpInteger:
-            liczba(std::type_identity<TPoleInteger>{}, miejsce);
+            liczba(std::type_identity<TPoleInteger>{}, std::int32_t{});
             break;
         case kpDouble:
-            liczba(std::type_identity<TPoleDouble>{}, miejsce);
+            liczba(std::type_identity<TPoleDouble>{}, double{});
             break;
-        case kpBoolean: {
-            std::uint8_t bajt = 0;
-            strumien.ReadBuffer(&bajt, 1);
-            auto* pole = ::new (miejsce) TPoleBoolean;
-            pole->UstawWartosc(bajt);
-            wstaw(pole);
-            ++zajete_;
+        case kpBoolean:
+            liczba(std::type_identity<TPoleBoolean>{}, std::uint8_t{});
             break;
-        }
         case kpByte:
-            liczba(std::type_identity<TPoleByte>{}, miejsce);
+            liczba(std::type_identity<TPoleByte>{}, std::uint8_t{});
             break;
         case kpDate:
-            liczba(std::type_identity<TPoleDate>{}, miejsce);
+            liczba(std::type_identity<TPoleDate>{}, double{});
             break;
-        default: {
-            TPole& pole = UtworzPole(nr, pozycja.klasa);
-            pole.WczytajZeStrumienia(strumien, &odczytywacz);
+        default:
+            UtworzPole(nr, pozycja.klasa).WczytajZeStrumienia(strumien, &odczytywacz);
             if (pozycja.stan >> 4U == kpWskObiektu && pozycja.wiersz != nullptr && pozycja.wiersz->klasa != nullptr)
                 odczytywacz.OgraniczOstatni(pozycja.wiersz->klasa());
+            UstawNiepuste(nr, true);
         }
-        }
-        if ((pozycja.stan & spObiekt) == 0)
-            Stany()[nr] |= spWartosc;
     }
 }
 
