@@ -9,21 +9,22 @@ namespace {
 
 using namespace ztok;
 
-// Whether a plain field stands in the block of its owner's field array: blocks of one size have their own 64 KiB, and
-// the array of two fields is larger than a field.
-struct TBlokPol : TObiekt {
-    static bool Jest(const TObiekt& obiekt, const TPole& pole) {
-        const auto blok = reinterpret_cast<std::uintptr_t>(obiekt.*(&TBlokPol::FPola));
-        const auto adres = reinterpret_cast<std::uintptr_t>(&pole);
-        return obiekt.OstUzywanePole() > 0 && adres > blok && adres - blok < 512 && adres / 0x10000 == blok / 0x10000;
-    }
+// TObiekt::JestWBloku, whether a field stands in the block of its owner's field array: no user's business, but an
+// explicit instantiation may name it.
+struct TJestWBloku {
+    using Typ = bool (TObiekt::*)(const TPole*) const noexcept;
+    friend Typ Daj(TJestWBloku);
 };
+template <class TCo, typename TCo::Typ Czlonek> struct TUjawnij {
+    friend typename TCo::Typ Daj(TCo) { return Czlonek; }
+};
+template struct TUjawnij<TJestWBloku, &TObiekt::JestWBloku>;
 
 // Blocks of a tree: each object is one, and so are the field array of an object, a field that does not stand in it, the
 // text of a field unless it is short, and the array of a short list.
 std::int64_t Bloki(const TPole& pole, const TObiekt* wlasciciel = nullptr) {
     const TKlasa* klasa = pole.Klasa();
-    std::int64_t ile = wlasciciel != nullptr && !klasa->Ma(ckObiektBazowy) && TBlokPol::Jest(*wlasciciel, pole) ? 0 : 1;
+    std::int64_t ile = wlasciciel != nullptr && (wlasciciel->*Daj(TJestWBloku{}))(&pole) ? 0 : 1;
     if (klasa->kodPola == kpString &&
         static_cast<const TPoleString&>(pole).Wartosc().size() >= sizeof(void*) / sizeof(char16_t))
         ++ile;
