@@ -689,7 +689,7 @@ TEST_F(Odpornosc, BrakPamieciPrzyBudowieOpisow) {
         o->ZerujDane();
         UserKernel = nullptr;
     }
-    EXPECT_GT(i, 50);
+    EXPECT_GT(i, 30);
 }
 
 TEST_F(Odpornosc, StrumienZawodziNaKazdejPozycji) {

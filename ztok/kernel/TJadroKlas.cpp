@@ -167,7 +167,16 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
     for (int nr = 0; nr < migawka->ilePol; ++nr)
         if (const TWlasciwosc* wlasciwosc = lista->GetWlasciwosc(nr); wlasciwosc != nullptr)
             if (const TKlasa* typ = wlasciwosc->GetTyp(); typ != nullptr) {
-                pola[static_cast<std::size_t>(nr)].klasa = typ;
+                TMigawkaOpisu::TPozycja& pozycja = pola[static_cast<std::size_t>(nr)];
+                const std::uint8_t stan = StanKlasy(*typ);
+                const bool prosta = MoznaWBloku(stan);
+                pozycja.klasa = typ;
+                pozycja.stan = stan;
+                pozycja.kodProsty = prosta ? stan >> 4U : kpInne;
+                if (nr < TMigawkaOpisu::kPolaMaski) {
+                    migawka->maskaPol |= std::uint64_t{1} << nr;
+                    migawka->maskaProstych |= std::uint64_t{prosta} << nr;
+                }
                 migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
             }
     std::string nazwy8;

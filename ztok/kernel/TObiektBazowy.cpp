@@ -417,7 +417,10 @@ void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych*
         return;
     }
     const TPoziom poziom(odczytywacz->Zagniezdzenie, *this);
-    odczytywacz->OdczytywanoPole(*this);
+    if (odczytywacz->ChceKazdePole())
+        odczytywacz->OdczytywanoPole(*this);
+    else
+        odczytywacz->TOdczytywaczDanych::OdczytywanoPole(*this);
     WykonajOdczyt(strumien, *odczytywacz);
 }
 

@@ -36,7 +36,12 @@ void TListaZObiektami::MiejsceNaOdczytany(std::uint32_t zapowiedziane) {
 TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdzie) {
     if (klasa.utworz == nullptr || !klasa.Ma(ckObiektBazowy))
         ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa.nazwa});
-    return TListaZObiektami::DodajObiekt(static_cast<TObiektBazowy*>(klasa.utworz(this)), gdzie);
+    // A fresh object has no parts that this list could be one of.
+    TWlasny<TObiektBazowy> nowy(static_cast<TObiektBazowy*>(klasa.utworz(this)));
+    JadroBiezace().UstawRodzica(*nowy, this);
+    if (FIleObiektow == FPojemnosc)
+        ZwiekszPojemnosc();
+    return TListaBazowa::DodajObiekt(nowy.Oddaj(), gdzie);
 }
 
 void TListaZObiektami::PrzypnijObiekt(TObiektBazowy* obiekt) {

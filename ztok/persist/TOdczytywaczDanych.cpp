@@ -10,6 +10,7 @@
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TStrumienPlikowy.h"
 #include "ztok/util/ZTBledy.h"
@@ -20,7 +21,7 @@ namespace {
 
 // Readers that run: how many in the process, and the innermost of this thread.
 std::atomic<int> czynneOdczyty{0};
-constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
+ZTOK_TLS_BLISKI constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
 
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
 constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
@@ -198,7 +199,13 @@ void WczytajBajty(TStrumien& strumien, std::string& bajty, std::size_t dlugosc) 
 void Przyjmij(std::u16string& cel, std::u16string_view tekst) { cel = std::u16string(tekst); }
 void Przyjmij(TTekstPola& cel, std::u16string_view tekst) { cel.Ustaw(tekst); }
 
-constexpr std::size_t kKrotkiTekst = 256;
+constexpr std::size_t kKrotkiTekst = TTekstPola::kNajdluzszyOdRazu;
+
+void DekodujKrotki(std::u16string& cel, const char* bajty, std::size_t ile) {
+    char16_t znaki[kKrotkiTekst];
+    cel.assign(znaki, DekodujUtf8(bajty, ile, znaki));
+}
+void DekodujKrotki(TTekstPola& cel, const char* bajty, std::size_t ile) { cel.UstawUtf8(bajty, ile); }
 
 // Decodes the bytes that `wez` gives, through a small buffer, and hands the text to `odbior` piece by piece.
 template <class TWez, class TOdbior> void DekodujKawalkami(TWez wez, std::size_t dlugosc, TOdbior odbior) {
@@ -286,8 +293,7 @@ template <class TTekst> void WczytajTekstUtf8(TStrumien& strumien, TTekst& tekst
     if (const auto okno = strumien.Okno(); okno.size() >= dlugosc) {
         const char* bajty = reinterpret_cast<const char*>(okno.data());
         if (dlugosc <= kKrotkiTekst) {
-            char16_t znaki[kKrotkiTekst];
-            Przyjmij(tekst, std::u16string_view(znaki, DekodujUtf8(bajty, dlugosc, znaki)));
+            DekodujKrotki(tekst, bajty, dlugosc);
         } else {
             DekodujDlugi(tekst, {bajty, dlugosc});
         }
@@ -331,6 +337,15 @@ void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, std::u16string& 
     WczytajTekst(strumien, tekst, odczytywacz);
 }
 void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz) {
+    // Most texts have a count of one byte and lie in the stream's window.
+    if (const auto okno = strumien.Okno(); !okno.empty() && okno[0] < 0x80 && okno[0] < okno.size() &&
+                                           odczytywacz != nullptr && !odczytywacz->FOdczytANSI) {
+        const std::uint8_t dlugosc = okno[0];
+        odczytywacz->SprawdzTekst(dlugosc);
+        tekst.UstawUtf8(reinterpret_cast<const char*>(okno.data()) + 1, dlugosc);
+        strumien.Pomin(dlugosc + 1);
+        return;
+    }
     WczytajTekst(strumien, tekst, odczytywacz);
 }
 
