@@ -151,6 +151,8 @@ TPole& TObiekt::UtworzPole(int nrPola, const TKlasa* klasa) {
     FPola[nrPola] = pole;
     std::uint8_t& stan = Stany()[nrPola];
     stan = static_cast<std::uint8_t>((stan & spWartosc) | StanKlasy(*klasa));
+    if ((stan & spObiekt) != 0)
+        Trzymaj(static_cast<TObiektBazowy&>(*pole), true);
     UtworzonoPole(nrPola);
     return *pole;
 }
@@ -181,8 +183,8 @@ TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
 }
 
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
-    if (pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy))
-        SprawdzCykl(*this, static_cast<const TObiektBazowy&>(*pole));
+    if (pole != nullptr && pole != Pole(nrPola) && pole->Klasa()->Ma(ckObiektBazowy))
+        SprawdzPrzyjecie(*this, static_cast<const TObiektBazowy&>(*pole));
     TWlasny<TPole> straznik(pole);
     if (nrPola < 0 || nrPola > 32767)
         ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
@@ -201,8 +203,12 @@ void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
             stan = static_cast<std::uint8_t>(spWartosc | stanKlasy);
         }
     }
-    if (zwolnijPoprzednie && poprzednie != pole)
+    if (poprzednie == nullptr || poprzednie == pole)
+        return;
+    if (zwolnijPoprzednie)
         Zwolnij(poprzednie);
+    else if (poprzednie->Klasa()->Ma(ckObiektBazowy))
+        Trzymaj(static_cast<TObiektBazowy&>(*poprzednie), false);
 }
 
 namespace {

@@ -211,10 +211,14 @@ bool TObiekt::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLi
             if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
                 return false;
         } else if (pola[i].JestNazwa()) {
+            const std::u16string sciezka = pola[i].JakoTekst();
             TObiektBazowy* obiekt = nullptr;
             int nrPola = CalyObiekt;
-            if (!const_cast<TObiekt*>(this)->ObiektIPole(pola[i].JakoTekst(), false, obiekt, nrPola) ||
-                !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
+            if (sciezka.find(u"[?]") != std::u16string::npos) {
+                if (!PoleMaCeche(sciezka, wartosci[i], rozmLiter))
+                    return false;
+            } else if (!const_cast<TObiekt*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola) ||
+                       !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
                 return false;
         } else {
             ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});

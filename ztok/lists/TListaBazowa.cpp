@@ -107,6 +107,8 @@ TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArg
 }
 
 TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie) {
+    if (const TObiektBazowy* element = lista.Obiekty(nrObiektu); element != nullptr)
+        SprawdzPrzenoszony(lista, *element);
     return DodajObiekt(lista.UsunObiekt(nrObiektu, false, false), gdzie);
 }
 
