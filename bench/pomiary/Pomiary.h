@@ -10,6 +10,8 @@
 
 namespace pomiary {
 
+class TTabela;
+
 // Makes the compiler believe that the value is used and that memory may have changed.
 template <class T> inline void Zuzyj(const T& wartosc) { asm volatile("" : : "g"(&wartosc) : "memory"); }
 
@@ -26,6 +28,9 @@ void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std
 void ZarejestrujFazy(const dane::TBaza& baza);
 // Access to fields by number, appending, comparing texts.
 void ZarejestrujOperacje(const dane::TBaza& baza);
+// Copy and comparison of trees, sort and bisection of a list; and, when it has run, how the cost of a copy grows.
+void ZarejestrujModel(const dane::TBaza& baza);
+void DodajWzrostKopii(TTabela& tabela);
 
 // Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
 [[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);

@@ -111,7 +111,9 @@ void Wszystko() {
     ZarejestrujSerie("characters: write, tuned", "characters: read and destroy, tuned", dostrojoneZnakow, ileZnakow);
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
+    ZarejestrujModel(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
+    DodajWzrostKopii(tabela);
     benchmark::ClearRegisteredBenchmarks();
     // By itself: so many objects would leave the heap in disorder for the others. A run of chosen benchmarks is spared
     // it unless it names the objects.
