@@ -1,6 +1,7 @@
 // Copy, comparison, sort and search of whole trees and lists.
 #include <algorithm>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -160,23 +161,30 @@ void ZarejestrujSortowanie() {
     });
 }
 
-constexpr const char* kKopiaRef[] = {"copy with references, 2,000 objects", "copy with references, 200,000 objects"};
+constexpr const char* kKopiaRef[] = {"copy with references, 2,000 objects", "copy with references, 200,000 objects",
+                                     "copy with far references, 200,000 objects"};
 
 } // namespace
 
 void ZarejestrujModel(const dane::TBaza& baza) {
     ZarejestrujDrzewa(baza);
     ZarejestrujSortowanie();
-    static ztok::TWlasny<TListaWezlow> drzewa[2];
-    for (std::size_t k = 0; k < 2; ++k) {
-        const std::int32_t ile = k == 0 ? 2000 : 200000;
-        drzewa[k] = ztok::Utworz<TListaWezlow>();
-        for (std::int32_t i = 0; i < ile; ++i)
-            drzewa[k]->Dopisz().SetKod(i);
-        for (std::int32_t i = 0; i < ile; ++i) // far from each other, as in data
-            (*drzewa[k])[i]->SetInny((*drzewa[k])[static_cast<std::int32_t>(std::int64_t{i} * 7919 % ile)]);
-        Calosc(kKopiaRef[k], kZtok, static_cast<std::size_t>(ile),
-               [lista = drzewa[k].get()] { Zuzyj(lista->KlonujObiekt(false)); });
+    // References lead at most 500 objects away, as they mostly do in data; the last tree's anywhere, so that each is a
+    // miss of every cache.
+    constexpr std::int32_t kIle[] = {2000, 200000, 200000};
+    constexpr std::int32_t kOkno[] = {1000, 1000, 200000};
+    static ztok::TWlasny<TListaWezlow> drzewa[3];
+    std::minstd_rand los(1);
+    for (std::size_t k = 0; k < 3; ++k) {
+        TListaWezlow& drzewo = *(drzewa[k] = ztok::Utworz<TListaWezlow>());
+        for (std::int32_t i = 0; i < kIle[k]; ++i)
+            drzewo.Dopisz().SetKod(i);
+        for (std::int32_t i = 0; i < kIle[k]; ++i) {
+            const auto skok = static_cast<std::int32_t>(los() % static_cast<std::uint32_t>(kOkno[k])) - kOkno[k] / 2;
+            drzewo[i]->SetInny(drzewo[(i + skok + kIle[k]) % kIle[k]]);
+        }
+        Calosc(kKopiaRef[k], kZtok, static_cast<std::size_t>(kIle[k]),
+               [&drzewo] { Zuzyj(drzewo.KlonujObiekt(false)); });
     }
 }
 
