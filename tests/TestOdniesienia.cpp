@@ -11,6 +11,7 @@
 #include "ztok/kernel/Typypolbazowe.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Pula.h"
+#include "ztok/util/ZTBledy.h"
 
 namespace {
 
@@ -467,6 +468,104 @@ TEST(Odniesienia, JedenWlasciciel) {
         korzen->GetDzieci().PrzeniesDane(drugi->GetDzieci());
         EXPECT_EQ(wPolu.DajSciezkeDoSiebie(), u"Dzieci[2]");
     }
+    EXPECT_EQ(PulaZajete(), zajete);
+}
+
+// An event tells that a target dies; what it does then reaches the field itself, its neighbours, and the list that is
+// being walked.
+struct TZdarzenia {
+    TListaWezlow lista;
+    std::vector<TWlasny<TPoleRefZeZdarz>> pola;
+    int byloZdarzen = 0;
+    void (*skutek)(TZdarzenia&, TPole&) = nullptr;
+
+    explicit TZdarzenia(void (*coRobic)(TZdarzenia&, TPole&)) : skutek(coRobic) {
+        for (int i = 0; i < 40; ++i)
+            lista.Dopisz().SetId(i % 4);
+        for (int i = 0; i < 12; ++i) {
+            pola.push_back(Utworz<TPoleRefZeZdarz>());
+            pola.back()->OnZerujRefDo = {[](void* dane, TPole& nadawca) {
+                                             auto& z = *static_cast<TZdarzenia*>(dane);
+                                             ++z.byloZdarzen;
+                                             z.skutek(z, nadawca);
+                                         },
+                                         this};
+            pola.back()->UstawObiekt(lista[30 + i / 6]);
+        }
+    }
+    void Zwolnij(const TPole& pole) {
+        std::erase_if(pola, [&pole](const auto& p) { return p.get() == &pole; });
+    }
+};
+
+TEST(Odniesienia, ZdarzenieMozeWszystko) {
+    const auto nic = [](TZdarzenia&, TPole&) {};
+    const auto zwolnijNadawce = [](TZdarzenia& z, TPole& nadawca) { z.Zwolnij(nadawca); };
+    const auto zwolnijInne = [](TZdarzenia& z, TPole& nadawca) {
+        std::erase_if(z.pola, [&](const auto& p) { return p.get() != &nadawca; });
+    };
+    const auto zwolnijWszystkie = [](TZdarzenia& z, TPole&) { z.pola.clear(); };
+    const auto wskazInny = [](TZdarzenia& z, TPole& nadawca) {
+        static_cast<TPoleRefZeZdarz&>(nadawca).UstawObiekt(z.lista.Obiekty(0));
+    };
+    const auto oproznijListe = [](TZdarzenia& z, TPole&) { z.lista.ZerujDane(); };
+    const auto skrocListe = [](TZdarzenia& z, TPole&) { z.lista.SkrocListe(3, false); };
+    const auto wydluzListe = [](TZdarzenia& z, TPole&) {
+        for (int i = 0; i < 50; ++i)
+            z.lista.Dopisz().SetId(9);
+    };
+    const auto zglos = [](TZdarzenia&, TPole&) { ZTErrorFmt(u"zdarzenie", {}); };
+    const auto zglosBezNadawcy = [](TZdarzenia& z, TPole& nadawca) {
+        z.Zwolnij(nadawca);
+        ZTErrorFmt(u"zdarzenie", {});
+    };
+    void (*const skutki[])(TZdarzenia&, TPole&) = {nic,       zwolnijNadawce, zwolnijInne, zwolnijWszystkie,
+                                                   wskazInny, oproznijListe,  skrocListe,  wydluzListe,
+                                                   zglos,     zglosBezNadawcy};
+    const TArgument pole[] = {TWezel::nrId};
+    const TArgument dwa[] = {2};
+    const auto usuwanie = [&](TListaWezlow& lista, int jak) {
+        switch (jak) {
+        case 0:
+            lista.UsunObiekt(30, true, false);
+            break;
+        case 1:
+            lista.UsunObiekty(pole, dwa, rlRozmLiterWazny);
+            break;
+        case 2:
+            lista.UsunObiektyOprocz(pole, dwa, rlRozmLiterWazny);
+            break;
+        case 3:
+            lista.UsunDuplikaty(pole, rlRozmLiterWazny);
+            break;
+        case 4: {
+            TListaWskObiektow te;
+            te.DopiszDane(&lista);
+            te.SkrocListe(33, false);
+            lista.UsunTeObiekty(te, false);
+            break;
+        }
+        case 5:
+            lista.SkrocListe(2, false);
+            break;
+        default:
+            lista.ZerujDane();
+        }
+    };
+    const std::int64_t zajete = PulaZajete();
+    for (std::size_t i = 0; i < std::size(skutki); ++i)
+        for (int jak = 0; jak < 7; ++jak) {
+            SCOPED_TRACE(testing::Message() << i << ' ' << jak);
+            TZdarzenia z(skutki[i]);
+            const std::u16string blad = testy::Blad([&] { usuwanie(z.lista, jak); });
+            EXPECT_EQ(blad.find(u"zdarzenie") != std::u16string::npos, i >= 8) << Utf8ZUtf16(blad);
+            EXPECT_GT(z.byloZdarzen, 0);
+            for (const auto& p : z.pola) {
+                const TObiektBazowy* cel = p->Obiekt(); // alive, and it knows
+                EXPECT_TRUE(cel == nullptr || (z.lista.ZnajdzObiekt(cel) >= 0 && cel->MaRefOd(p.get())));
+            }
+            z.skutek = nic;
+        }
     EXPECT_EQ(PulaZajete(), zajete);
 }
 

@@ -61,7 +61,10 @@ bool TListaBazowa::DopiszDane(const TListaBazowa* dane) {
     const std::int32_t razem = FIleObiektow + dane->IleObiektow();
     if (FPojemnosc < razem)
         UstawPojemnosc(razem);
-    return DopiszWybrane(dane, [](const TObiektBazowy& /*o*/) { return true; });
+    const std::int32_t ile = dane->IleObiektow(); // a list added to itself takes the elements that it has now
+    for (std::int32_t i = 0; i < ile; ++i)
+        DopiszObiekt(dane->Obiekty(i), MaxInt); // an empty place too
+    return ile != 0;
 }
 
 // --- moving

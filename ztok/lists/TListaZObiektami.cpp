@@ -102,16 +102,16 @@ void TListaZObiektami::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc)
 template <class F> bool TListaZObiektami::ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc) {
     TPierwszyBlad blad;
     bool usunieto = false;
-    const auto zwolnij = [&](std::int32_t i) {
-        TObiektBazowy* element = FObiekty[i];
-        FObiekty[i] = nullptr;
-        usunieto = true;
-        blad.Wykonaj([element] { Zwolnij(element); });
-    };
     try {
-        for (std::int32_t i = FIleObiektow - 1; i >= 0; --i)
-            if (FObiekty[i] != nullptr && warunek(*FObiekty[i]))
-                zwolnij(i);
+        // An element that dies may tell somebody who edits the list: every look at it asks anew.
+        for (std::int32_t i = FIleObiektow - 1; i >= 0; --i) {
+            TObiektBazowy* element = Obiekty(i);
+            if (element == nullptr || !warunek(*element) || Obiekty(i) != element)
+                continue;
+            FObiekty[i] = nullptr;
+            usunieto = true;
+            blad.Wykonaj([element] { Zwolnij(element); });
+        }
     } catch (...) {
         UsunObiektyNil(zachowajPojemnosc); // the elements freed so far leave no holes
         throw;
