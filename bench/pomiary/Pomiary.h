@@ -31,6 +31,9 @@ void ZarejestrujOperacje(const dane::TBaza& baza);
 // Copy and comparison of trees, sort and bisection of a list; and, when it has run, how the cost of a copy grows.
 void ZarejestrujModel(const dane::TBaza& baza);
 void DodajWzrostKopii(TTabela& tabela);
+// The tokenizer over the invoices in readable form; the second adds what follows from the times.
+void ZarejestrujTekst(const dane::TBaza& baza);
+void PodsumujTekst(TTabela& tabela);
 
 // Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
 [[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);

@@ -112,8 +112,10 @@ void Wszystko() {
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
     ZarejestrujModel(baza);
+    ZarejestrujTekst(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
     DodajWzrostKopii(tabela);
+    PodsumujTekst(tabela);
     benchmark::ClearRegisteredBenchmarks();
     // By itself: so many objects would leave the heap in disorder for the others. A run of chosen benchmarks is spared
     // it unless it names the objects.
