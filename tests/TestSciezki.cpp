@@ -254,7 +254,10 @@ TEST_F(Sciezki, DowolnyElementWGlebi) {
         {u"Adresy[?].Nie", 1, 9},
         {dlugi, 1, 9},
     };
-    for (const auto& [sciezka, cecha, wynik] : tablica) {
+    for (const auto& wiersz : tablica) {
+        const std::u16string_view sciezka = wiersz.sciezka;
+        const int cecha = wiersz.cecha;
+        const int wynik = wiersz.wynik;
         const testing::ScopedTrace slad(__FILE__, __LINE__, Utf8ZUtf16(sciezka));
         std::int32_t jest = 9;
         const std::u16string blad = Blad([&] { jest = o.PorPoleONazwieZCecha(sciezka, cecha, kWazny, LocaleWin1250); });
