@@ -30,6 +30,9 @@ void ZarejestrujFazy(const dane::TBaza& baza);
 void ZarejestrujOperacje(const dane::TBaza& baza);
 // Conversions of text between UTF-16 and bytes.
 void ZarejestrujKodowania(const dane::TBaza& baza);
+// Copy and comparison of trees, sort and bisection of a list; and, when it has run, how the cost of a copy grows.
+void ZarejestrujModel(const dane::TBaza& baza);
+void DodajWzrostKopii(TTabela& tabela);
 // The tokenizer over the invoices in readable form; the second adds what follows from the times.
 void ZarejestrujTekst(const dane::TBaza& baza);
 void PodsumujTekst(TTabela& tabela);

@@ -113,8 +113,10 @@ void Wszystko() {
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
     ZarejestrujKodowania(baza);
+    ZarejestrujModel(baza);
     ZarejestrujTekst(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
+    DodajWzrostKopii(tabela);
     PodsumujTekst(tabela);
     benchmark::ClearRegisteredBenchmarks();
     // By itself: so many objects would leave the heap in disorder for the others. A run of chosen benchmarks is spared

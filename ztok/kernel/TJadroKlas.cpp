@@ -358,15 +358,8 @@ void TJadroKlas::UstawDefFormatDatyICzasu() { format_ = UstawieniaPolskie(); }
 
 namespace {
 
-void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt);
-
-void ZwolnijLinkiElementow(TJadroKlas& jadro, const TListaBazowa& lista) {
-    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
-        if (TObiektBazowy* element = lista.Obiekty(i); element != nullptr)
-            ZwolnijLinkiWPolach(jadro, *element);
-}
-
-void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
+// Clears what one object points at; its nested objects wait in the queue, since a tree may be of any depth.
+void ZwolnijLinkiObiektu(TObiektBazowy& obiekt, std::vector<TObiektBazowy*>& kolejka) {
     const std::uint32_t cechy = obiekt.Klasa()->cechy;
     if ((cechy & ckObiekt) != 0) {
         auto& zPolami = static_cast<TObiekt&>(obiekt);
@@ -374,16 +367,15 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
             TPole* pole = zPolami.Pole(nr);
             if (pole == nullptr)
                 continue;
-            const std::uint32_t cechyPola = pole->Klasa()->cechy;
-            if ((cechyPola & ckObiekt) != 0)
-                ZwolnijLinkiWPolach(jadro, static_cast<TObiektBazowy&>(*pole));
-            else if ((cechyPola & ckListaZObiektami) != 0)
-                ZwolnijLinkiElementow(jadro, static_cast<const TListaBazowa&>(*pole));
-            else if ((cechyPola & (ckPoleWsk | ckListaWsk)) != 0)
+            if (pole->Klasa()->Ma(ckObiekt | ckListaZObiektami))
+                kolejka.push_back(static_cast<TObiektBazowy*>(pole));
+            else if (pole->Klasa()->Ma(ckPoleWsk | ckListaWsk))
                 zPolami.SetMaWartosc(nr, false);
         }
     } else if ((cechy & ckListaZObiektami) != 0) {
-        ZwolnijLinkiElementow(jadro, static_cast<const TListaBazowa&>(obiekt));
+        for (TObiektBazowy* element : static_cast<const TListaBazowa&>(obiekt))
+            if (element != nullptr)
+                kolejka.push_back(element);
     } else if ((cechy & ckListaWsk) != 0) {
         static_cast<TListaBazowa&>(obiekt).SkrocListe(0, true);
     }
@@ -393,7 +385,12 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
 
 void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
     obiekt.ZwolnijReferencje();
-    ZwolnijLinkiWPolach(*this, obiekt);
+    std::vector<TObiektBazowy*> kolejka{&obiekt};
+    while (!kolejka.empty()) {
+        TObiektBazowy& nastepny = *kolejka.back();
+        kolejka.pop_back();
+        ZwolnijLinkiObiektu(nastepny, kolejka);
+    }
 }
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {

@@ -294,6 +294,8 @@ TPole& TObiekt::UtworzPole(int nrPola, const TKlasa* klasa) {
     FPola[nrPola] = pole;
     std::uint8_t& stan = Stany()[nrPola];
     stan = static_cast<std::uint8_t>((stan & spWartosc) | stanKlasy);
+    if ((stan & spObiekt) != 0)
+        Trzymaj(static_cast<TObiektBazowy&>(*pole), true);
     UtworzonoPole(nrPola);
     return *pole;
 }
@@ -324,8 +326,8 @@ TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
 }
 
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
-    if (pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy))
-        SprawdzCykl(*this, static_cast<const TObiektBazowy&>(*pole));
+    if (pole != nullptr && pole != Pole(nrPola) && pole->Klasa()->Ma(ckObiektBazowy))
+        SprawdzPrzyjecie(*this, static_cast<const TObiektBazowy&>(*pole));
     TWlasny<TPole> straznik(pole);
     if (nrPola < 0 || nrPola > 32767)
         ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
@@ -349,8 +351,13 @@ void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
             stan = static_cast<std::uint8_t>(spWartosc | stanKlasy);
         }
     }
-    if (!zwolnijPoprzednie || poprzednie == nullptr || poprzednie == pole)
+    if (poprzednie == nullptr || poprzednie == pole)
         return;
+    if (!zwolnijPoprzednie) {
+        if (poprzednie->Klasa()->Ma(ckObiektBazowy))
+            Trzymaj(static_cast<TObiektBazowy&>(*poprzednie), false);
+        return;
+    }
     if (JestWBloku(poprzednie))
         UsunPole(poprzednie, poprzedniStan);
     else

@@ -164,6 +164,9 @@ class ZTOK_API TObiekt : public TObiektBazowy {
 
     // Compares one field of this object with the same field of the other: a missing one counts as its default value.
     [[nodiscard]] std::int32_t PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const;
+    // For a walk that compares values itself: false when the object decides about its fields, or the field is not
+    // exactly of a plain class of the library's; else the field object, null when it holds no value, and its EKodPola.
+    [[nodiscard]] bool DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const noexcept;
 
   private:
     // These fill the base's last bytes.
@@ -220,6 +223,9 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    // Copies a field that is exactly of the library's class that its state names; false when this object's field is
+    // not.
+    bool KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka);
     [[nodiscard]] int PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const;
     [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
                                     TZapisywaczDanych& zapisywacz) const;

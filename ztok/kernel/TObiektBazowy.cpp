@@ -116,6 +116,13 @@ void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy
             ZTErrorFmt(Komunikat(kmObiektWSobie), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
 }
 
+void TObiektBazowy::SprawdzWlasciciela(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
+    std::u16string nazwa;
+    if (nowy.FRodzic != nullptr && nowy.NazwaWRodzicu(nazwa))
+        ZTErrorFmt(Komunikat(kmObiektMaWlasciciela),
+                   {rodzic.NazwaKlasy(), nowy.NazwaKlasy(), nowy.DajSciezkeDoSiebie()});
+}
+
 TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
     TObiektBazowy* korzen = WGore(this, [](const TObiektBazowy& o) { return o.Rodzic() == nullptr; });
     return korzen != nullptr ? korzen : this;

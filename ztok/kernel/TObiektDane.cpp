@@ -213,10 +213,14 @@ bool TObiekt::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLi
             if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
                 return false;
         } else if (pola[i].JestNazwa()) {
+            const std::u16string sciezka = pola[i].JakoTekst();
             TObiektBazowy* obiekt = nullptr;
             int nrPola = CalyObiekt;
-            if (!const_cast<TObiekt*>(this)->ObiektIPole(pola[i].JakoTekst(), false, obiekt, nrPola) ||
-                !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
+            if (sciezka.find(u"[?]") != std::u16string::npos) {
+                if (!PoleMaCeche(sciezka, wartosci[i], rozmLiter))
+                    return false;
+            } else if (!const_cast<TObiekt*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola) ||
+                       !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
                 return false;
         } else {
             ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});
@@ -253,6 +257,19 @@ std::int32_t TObiekt::PorownajPole(int nrPola, const TObiekt& inny, TPorownywacz
     if (tam)
         return inny.FPola[nrPola]->MaDefWartosc() ? 0 : -1;
     return 0;
+}
+
+bool TObiekt::DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const noexcept {
+    pole = nrPola < 0 || Klasa()->Ma(ckWlasneNiepuste) ? nullptr : Pole(nrPola);
+    if (pole == nullptr)
+        return nrPola >= 0 && !Klasa()->Ma(ckWlasneNiepuste);
+    const std::uint8_t stan = Stany()[nrPola];
+    kod = stan >> 4U;
+    if ((stan & (spObiekt | spDokladna)) != spDokladna)
+        return false;
+    if ((stan & spWartosc) == 0)
+        pole = nullptr;
+    return true;
 }
 
 std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
@@ -322,8 +339,65 @@ void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     int ile = std::max(ilePol_, obiekt.ilePol_);
     if (kopier.TrybKopiowania == tkdPolaPrzodka)
         ile = std::min(ile, OstPoleWspolPrzodka(obiekt.Klasa()));
-    for (int nr = 0; nr < ile; ++nr)
+    // A plain field of the library's goes straight over, unless the class has a say about it.
+    const bool wprost = !Klasa()->Ma(ckWlasneTypyPol | ckWlasneUstawNiepuste);
+    const TMigawkaOpisu& migawka = Migawka();
+    for (int nr = 0; nr < ile; ++nr) {
+        if (wprost && obiekt.Pole(nr) != nullptr) {
+            const std::uint8_t stan = obiekt.Stany()[nr];
+            if ((stan & (spWartosc | spObiekt | spDokladna)) == (spWartosc | spDokladna) &&
+                KopiujWprost(nr, *obiekt.FPola[nr], stan, migawka))
+                continue;
+        }
         KopiujPole(nr, obiekt, kopier);
+    }
+}
+
+namespace {
+
+template <class P> void PrzepiszWartosc(TPole& cel, const TPole& zrodlo) {
+    static_cast<P&>(cel).UstawWartosc(static_cast<const P&>(zrodlo).Wartosc());
+}
+
+// Copies between two fields that are exactly of the class of the code; false for a code that is not known here.
+bool PrzepiszWgKodu(unsigned kod, TPole& cel, const TPole& zrodlo) {
+    switch (kod) {
+    case kpString:
+        PrzepiszWartosc<TPoleString>(cel, zrodlo);
+        return true;
+    case kpByte:
+        PrzepiszWartosc<TPoleByte>(cel, zrodlo);
+        return true;
+    case kpInteger:
+        PrzepiszWartosc<TPoleInteger>(cel, zrodlo);
+        return true;
+    case kpDouble:
+        PrzepiszWartosc<TPoleDouble>(cel, zrodlo);
+        return true;
+    case kpDate:
+        PrzepiszWartosc<TPoleDate>(cel, zrodlo);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool TObiekt::KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka) {
+    const unsigned kod = stan >> 4U;
+    if (Pole(nrPola) == nullptr) {
+        const TKlasa* typ = nrPola < migawka.ilePol ? migawka.pola[nrPola].klasa : nullptr;
+        if (typ == nullptr || typ->kodPola != kod || !typ->kodWlasny)
+            return false;
+        UtworzPole(nrPola, typ);
+    } else if (const std::uint8_t tu = Stany()[nrPola]; (tu >> 4U) != kod || (tu & spDokladna) == 0) {
+        return false;
+    }
+    if (!PrzepiszWgKodu(kod, *FPola[nrPola], zrodlo))
+        return false;
+    Stany()[nrPola] |= spWartosc;
+    return true;
 }
 
 void TObiekt::KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier) {

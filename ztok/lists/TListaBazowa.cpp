@@ -137,6 +137,8 @@ TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArg
 }
 
 TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie) {
+    if (const TObiektBazowy* element = lista.Obiekty(nrObiektu); element != nullptr)
+        SprawdzPrzenoszony(lista, *element);
     return DodajObiekt(lista.UsunObiekt(nrObiektu, false, false), gdzie);
 }
 
@@ -202,14 +204,17 @@ bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter
     // An element that cannot be compared ends the search; those dropped so far leave no holes.
     blad.Wykonaj([&] {
         for (std::int32_t i = FIleObiektow - 1; i >= 1; --i) {
-            TObiektBazowy* element = FObiekty[i];
+            TObiektBazowy* element = Obiekty(i); // asked anew each time: what dies may tell somebody who edits the list
             for (std::int32_t j = i - 1; element != nullptr && j >= 0; --j) {
-                if (FObiekty[j] == nullptr)
+                const TObiektBazowy* inny = Obiekty(j);
+                if (inny == nullptr)
                     continue;
-                const std::int32_t wynik = pola.empty() ? element->Porownaj(*FObiekty[j])
-                                                        : element->PorownajWgPol(*FObiekty[j], pola, rozmLiter);
+                const std::int32_t wynik =
+                    pola.empty() ? element->Porownaj(*inny) : element->PorownajWgPol(*inny, pola, rozmLiter);
                 if (wynik != 0)
                     continue;
+                if (Obiekty(i) != element)
+                    break;
                 FObiekty[i] = nullptr;
                 usunieto = true;
                 // The survivor may be the same object: the list still refers to it then.
