@@ -18,6 +18,7 @@
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/Wyladowanie.h"
+#include "ztok/util/Szyfratory.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -431,6 +432,7 @@ void ZamknijPrzyWyladowaniu() noexcept {
     Zamknij(false);
     ZwolnijRejestrKlas();
     ZwolnijUstawieniaProcesu();
+    ZwolnijPamiecSzyfratorow();
     ZamknijPule();
 }
 
