@@ -26,6 +26,8 @@ void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std
 void ZarejestrujFazy(const dane::TBaza& baza);
 // Access to fields by number, appending, comparing texts.
 void ZarejestrujOperacje(const dane::TBaza& baza);
+// The cipher and the check sum.
+void ZarejestrujBajty();
 
 // Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
 [[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);

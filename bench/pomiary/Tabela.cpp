@@ -9,7 +9,9 @@ namespace pomiary {
 namespace {
 
 constexpr char kRozdzielacz = '|';
+// Rows of bytes have peers of their own, and a table for themselves.
 constexpr std::array kKolumny = {kZtok, kCereal, kFlatBuffers, kBoost, kProtobuf, kProtobufArena, kCpp};
+constexpr std::array kKolumnyBajtow = {kZtok, kOpenSSL, kNettle, kZlib, kLibdeflate};
 constexpr const char* kIle = "n";
 constexpr const char* kReczny = "manual";
 
@@ -88,16 +90,23 @@ double TTabela::Mediana(std::string_view operacja, std::string_view biblioteka) 
 }
 
 void TTabela::Drukuj() const {
+    Drukuj(kKolumny, false);
+    Drukuj(kKolumnyBajtow, true);
+}
+
+void TTabela::Drukuj(std::span<const std::string_view> kolumny, bool bajty) const {
     std::printf("\n%-46s", "operation (median; ns an item)");
-    for (const std::string_view kolumna : kKolumny)
+    for (const std::string_view kolumna : kolumny)
         std::printf(" %11.*s", static_cast<int>(kolumna.size()), kolumna.data());
     std::printf(" %11s\n", "to fastest");
     for (const TWiersz& wiersz : wiersze_) {
-        if (wiersz.pomiary.empty())
+        const bool zBajtow = std::any_of(kKolumnyBajtow.begin() + 1, kKolumnyBajtow.end(),
+                                         [&](std::string_view kolumna) { return wiersz.pomiary.contains(kolumna); });
+        if (wiersz.pomiary.empty() || zBajtow != bajty)
             continue;
         std::printf("%-46s", wiersz.operacja.c_str());
         double najszybszy = 0;
-        for (const std::string_view kolumna : kKolumny) {
+        for (const std::string_view kolumna : kolumny) {
             const double mediana = Mediana(wiersz.operacja, kolumna);
             if (mediana == 0)
                 std::printf(" %11s", "");

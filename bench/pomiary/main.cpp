@@ -111,6 +111,7 @@ void Wszystko() {
     ZarejestrujSerie("characters: write, tuned", "characters: read and destroy, tuned", dostrojoneZnakow, ileZnakow);
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
+    ZarejestrujBajty();
     benchmark::RunSpecifiedBenchmarks(&tabela);
     benchmark::ClearRegisteredBenchmarks();
     // By itself: so many objects would leave the heap in disorder for the others. A run of chosen benchmarks is spared
