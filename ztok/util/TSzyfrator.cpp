@@ -28,30 +28,47 @@ constexpr std::size_t kRundy = 16;
            boxes.S[3][x & 0xFFU];
 }
 
+// Keeps the compiler from joining what was computed with what follows in an order of its own, which would put a step
+// more on the chain of look-ups.
+template <bool Tak> [[gnu::always_inline]] inline std::uint32_t Najpierw(std::uint32_t wartosc) noexcept {
+    if constexpr (Tak)
+        __asm__("" : "+r"(wartosc)); // NOLINT(hicpp-no-assembler): no instruction
+    return wartosc;
+}
+
 // The subkeys of the two directions differ in their order alone.
 template <bool Szyfruj> constexpr std::size_t Podklucz(std::size_t ktory) noexcept {
     return Szyfruj ? ktory : kRundy + 1 - ktory;
 }
 
 // Enciphers, or deciphers, sizeof...(I) blocks at once. One block is a chain of 16 look-ups, each waiting for the last;
-// the look-ups of independent blocks fill the time.
+// the look-ups of independent blocks fill the time. The halves change places at the end.
+template <bool Szyfruj, std::size_t... I>
+[[gnu::always_inline]] inline void Rundy(const TBoxes& boxes, std::uint32_t* lewe, std::uint32_t* prawe,
+                                         std::index_sequence<I...> /*numery*/) noexcept {
+    constexpr bool sam = sizeof...(I) == 1;
+    const std::uint32_t pierwszy = boxes.P[Podklucz<Szyfruj>(0)];
+    ((lewe[I] ^= pierwszy), ...);
+    // A half takes its next subkey before the look-ups that it waits for.
+    for (std::size_t runda = 0; runda < kRundy; runda += 2) {
+        const std::uint32_t prawy = boxes.P[Podklucz<Szyfruj>(runda + 1)];
+        const std::uint32_t lewy = boxes.P[Podklucz<Szyfruj>(runda + 2)];
+        ((prawe[I] = Najpierw<sam>(prawe[I] ^ prawy) ^ F(boxes, lewe[I])), ...);
+        ((lewe[I] = Najpierw<sam>(lewe[I] ^ lewy) ^ F(boxes, prawe[I])), ...);
+    }
+    const std::uint32_t ostatni = boxes.P[Podklucz<Szyfruj>(kRundy + 1)];
+    ((prawe[I] ^= ostatni), ...);
+}
+
 template <bool Szyfruj, std::size_t... I>
 [[gnu::always_inline]] inline void BlokiNaraz(const TBoxes& boxes, std::uint8_t* bajty,
-                                              std::index_sequence<I...> /*numery*/) noexcept {
+                                              std::index_sequence<I...> numery) noexcept {
     std::uint64_t bloki[] = {(static_cast<void>(I), std::uint64_t{0})...};
     std::memcpy(bloki, bajty, sizeof bloki);
     std::uint32_t lewe[] = {static_cast<std::uint32_t>(bloki[I])...};
     std::uint32_t prawe[] = {static_cast<std::uint32_t>(bloki[I] >> 32U)...};
-    for (std::size_t runda = 0; runda < kRundy; runda += 2) {
-        const std::uint32_t pierwszy = boxes.P[Podklucz<Szyfruj>(runda)];
-        const std::uint32_t drugi = boxes.P[Podklucz<Szyfruj>(runda + 1)];
-        ((lewe[I] ^= pierwszy), ...);
-        ((prawe[I] ^= drugi ^ F(boxes, lewe[I])), ...);
-        ((lewe[I] ^= F(boxes, prawe[I])), ...);
-    }
-    const std::uint32_t koncowy = boxes.P[Podklucz<Szyfruj>(kRundy)];
-    const std::uint32_t ostatni = boxes.P[Podklucz<Szyfruj>(kRundy + 1)];
-    ((bloki[I] = std::uint64_t{lewe[I] ^ koncowy} << 32U | (prawe[I] ^ ostatni)), ...);
+    Rundy<Szyfruj>(boxes, lewe, prawe, numery);
+    ((bloki[I] = std::uint64_t{lewe[I]} << 32U | prawe[I]), ...);
     std::memcpy(bajty, bloki, sizeof bloki);
 }
 
@@ -164,11 +181,13 @@ bool TSzyfrator::Rozpisz(std::string_view klucz) noexcept {
         }
         p ^= slowo;
     }
-    std::uint32_t blok[2] = {0, 0};
-    const auto nastepnaPara = [this, &blok](std::uint32_t* cel) noexcept {
-        BlokiNaraz<true>(FBoxes, reinterpret_cast<std::uint8_t*>(blok), std::make_index_sequence<1>());
-        cel[0] = blok[0];
-        cel[1] = blok[1];
+    std::uint32_t lewa = 0;
+    std::uint32_t prawa = 0;
+    const auto nastepnaPara = [&](std::uint32_t* cel) noexcept {
+        Rundy<true>(FBoxes, &lewa, &prawa, std::make_index_sequence<1>());
+        std::swap(lewa, prawa);
+        cel[0] = lewa;
+        cel[1] = prawa;
     };
     for (std::size_t i = 0; i < std::size(FBoxes.P); i += 2)
         nastepnaPara(FBoxes.P + i);
