@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ztok/fields/TPole.h"
+#include "ztok/platform/Kontrolowane.h"
 
 namespace ztok {
 
@@ -196,6 +197,7 @@ class ZTOK_API TObiektBazowy : public TPole {
   private:
     friend class TBlokadaObiektu;
     friend class TJadroKlas;
+    friend class TKontroler;
     friend class TObiekt;
     friend class TOdczytywaczDanych;
     friend struct TPrzydzial;
@@ -220,6 +222,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     bool bezBlokady_ = false; // known to lock nothing: no virtual call
     bool zakonczony_ = false; // the end of life has run
     bool odczytany_ = false;  // a reader has numbered it
+    TZnakKontroli kontrola_;
 };
 
 // Holds an object's lock for a scope.
