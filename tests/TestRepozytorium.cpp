@@ -10,12 +10,14 @@
 
 #include "Bledy.h"
 #include "modul/KlasyModulu.h"
+#include "platforma/Przydzialy.h"
 #include "platforma/SystemTestowy.h"
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/TKomponent.h"
 #include "ztok/platform/TListaNapisow.h"
 #include "ztok/repository/Kontroler.h"
 #include "ztok/repository/Repozytorium.h"
+#include "ztok/util/Blowfish.h"
 
 using namespace ztok;
 using probki::IUsluga;
@@ -343,6 +345,18 @@ TEST_F(Repozytorium, ModulOferujeIOdchodzi) {
     }
 }
 
+// What is registered with the process's repository ends before the kernel; who held the controller still has it.
+TEST_F(Repozytorium, KoniecBibliotekiZwalniaZarejestrowane) {
+    const TIntf<IKontroler> kontroler = Kontroler();
+    RepozytoriumKlas()->RejestrujObiekt(IUsluga::IID, TIntf<IUsluga>(UtworzSurowy<TUsluga>()).get(), u"x");
+    EXPECT_EQ(zyje, 1);
+    ZamknijBiblioteke();
+    EXPECT_EQ(zyje, 0);
+    kontroler->Operacja(u"x");
+    EXPECT_NE(Kontroler(), kontroler);
+    EXPECT_EQ(Nazwa(RepozytoriumKlas(), u"x"), u"-");
+}
+
 // --- controller
 
 // Writes down that it was called, and does what the test asks.
@@ -463,7 +477,7 @@ TEST_F(Kontrola, MartwyJestZapomniany) {
     EXPECT_EQ(kontroler->IleZarejestrowanych(), 0U);
     // A counted object whose last reference goes while others are called is still called, then it dies.
     TIntf<IInterfejs> trzymany;
-    Nowy<TObiektLiczony>(1, [&] { trzymany = nullptr; });
+    const TIntf<IKontrolowany> pierwszy(Nowy<TObiektLiczony>(1, [&] { trzymany = nullptr; }));
     auto* drugi = Nowy<TObiektLiczony>(2);
     trzymany = TIntf<IInterfejs>(static_cast<IKontrolowany*>(drugi));
     EXPECT_EQ(Operacja(), (TKolejnosc{1, 2}));
@@ -484,6 +498,58 @@ TEST_F(Kontrola, BladNieZatrzymujePozostalych) {
     EXPECT_EQ(Blad<EBladOdczytu>([this] { Operacja(); }), u"pierwszy");
     EXPECT_EQ(log, (TKolejnosc{0, 1, 2, 3}));
     EXPECT_EQ(Blad<EBladOdczytu>([this] { Operacja(); }), u"pierwszy");
+}
+
+// Everything at once, with each allocation failing in turn: an error, nothing lost, and all works as before.
+TEST_F(Kontrola, KazdyPrzydzialMozeZawiesc) {
+    if (!przydzialy::Liczone())
+        GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
+    static std::atomic<int> wywolan;
+    class TLicznik : public TImplementacja<TKomponent, IKontrolowany> {
+      public:
+        static const TKlasa* KlasaStatyczna() noexcept { ZTOK_DANE_KLASY(TLicznik, TKomponent, u"TLicznik"); }
+        [[nodiscard]] const TKlasa* Klasa() const noexcept override { return KlasaStatyczna(); }
+        using TImplementacja::TImplementacja;
+        void WykonajOperacje(std::u16string_view) override { ++wywolan; }
+    };
+    const auto dzialanie = [&] {
+        const TRepozytorium r = NoweRepozytorium();
+        const TIntf<IUsluga> gotowa(UtworzSurowy<TUsluga>());
+        r->RejestrujObiekt(IUsluga::IID, gotowa.get(), u"a");
+        r->RejestrujObiekt(IUsluga::IID, TUsluga::KlasaStatyczna(), nullptr, u"b");
+        r->RejestrujObiekt(IUsluga::IID, &Fabryka, u"c");
+        for (const char16_t* id : {u"a", u"b", u"c"})
+            if (Nazwa(r, id) == u"-")
+                throw std::logic_error("lost");
+        const TWlasny<TKomponent> okno = Utworz<TKomponent>();
+        wywolan = 0;
+        for (int i = 0; i < 3; ++i)
+            kontroler->Rejestruj(&okno->UtworzSkladnik<TLicznik>());
+        kontroler->Operacja(u"x");
+        return DeszyfrujTekst(SzyfrujTekst(u"tajne", "k"), "k") == u"tajne" && wywolan == 3;
+    };
+    EXPECT_TRUE(dzialanie());
+    przydzialy::Zacznij();
+    EXPECT_TRUE(dzialanie());
+    const std::int64_t przydzialow = przydzialy::Zakoncz().ile;
+    ASSERT_GT(przydzialow, 10);
+    for (const bool naZawsze : {false, true})
+        for (std::int64_t i = 0; i < przydzialow; ++i) {
+            bool blad = false;
+            const std::int64_t zajete = PulaZajete();
+            przydzialy::Zacznij();
+            przydzialy::Psuj(i, naZawsze);
+            try {
+                dzialanie();
+            } catch (const std::bad_alloc&) {
+                blad = true;
+            }
+            EXPECT_EQ(przydzialy::Zakoncz().zostalo, 0) << i;
+            EXPECT_EQ(PulaZajete(), zajete) << i;
+            EXPECT_TRUE(blad) << i;
+            EXPECT_EQ(kontroler->IleZarejestrowanych(), 0U);
+            EXPECT_TRUE(dzialanie());
+        }
 }
 
 // --- threads
