@@ -577,8 +577,12 @@ template <class TBaza> class TCzujny : public TSluchacz<TBaza> {
     int znak_ = 0x600D;
 };
 
-TEST(RepozytoriumWatki, WszystkoNaraz) {
-    static_cast<void>(RepozytoriumKlas());
+class RepozytoriumWatki : public testing::Test {
+  protected:
+    static void SetUpTestSuite() { static_cast<void>(RepozytoriumKlas()); }
+};
+
+TEST_F(RepozytoriumWatki, WszystkoNaraz) {
     constexpr int Watki = 8;
     const TIntf<IKontroler> kontroler = Kontroler();
     const TRepozytorium r = RepozytoriumKlas();
