@@ -19,7 +19,7 @@ TKomponent::~TKomponent() {
     kontrola_.Zakoncz(*this);
     while (!skladniki_.empty())
         ZwolnijCicho(skladniki_.back()); // leaves the list
-    Odlacz();
+    TKomponent::Odlacz();
 }
 
 void TKomponent::WykonajDestrukcje() {

@@ -61,7 +61,7 @@ class ZTOK_API TSzyfrator {
     bool Rozpisz(std::string_view klucz) noexcept;
 
     TBoxes FBoxes;
-    bool FSilnyKlucz = false;
+    bool FSilnyKlucz;
     std::atomic<std::int32_t> FTrwaSzyfrowanie{0}; // uses of the cached cipher that run now
 };
 

@@ -149,8 +149,7 @@ template <class TOperacja> void PrzezPamiec(TStrumien& zrodlo, TStrumien& cel, T
 
 } // namespace
 
-TSzyfrator::TSzyfrator(std::string_view Klucz) {
-    FSilnyKlucz = !Klucz.empty() && Rozpisz(Klucz);
+TSzyfrator::TSzyfrator(std::string_view Klucz) : FSilnyKlucz(!Klucz.empty() && Rozpisz(Klucz)) {
     if (FSilnyKlucz)
         return;
     bool silny = false;
