@@ -12,7 +12,7 @@ function(ztok_ustaw cel)
 endfunction()
 
 # Every sub-folder of `folder` with sources becomes a program of its name, put into `gdzie`; further arguments are
-# libraries.
+# libraries. The names are in `ztok_nazwy` then.
 function(ztok_programy folder gdzie)
     # Depth in the pattern, so that a new sub-folder is noticed too.
     file(GLOB pliki RELATIVE ${PROJECT_SOURCE_DIR}/${folder} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*/*.cpp)
@@ -27,6 +27,7 @@ function(ztok_programy folder gdzie)
         target_link_libraries(${nazwa} PRIVATE ztok::ztok Threads::Threads ${ARGN})
         set_target_properties(${nazwa} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${gdzie})
     endforeach()
+    set(ztok_nazwy ${nazwy} PARENT_SCOPE)
 endfunction()
 
 # Copies the compiler's runtime DLLs. All modules of a process share one libgcc, or no exception crosses from one to

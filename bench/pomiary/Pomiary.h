@@ -10,6 +10,8 @@
 
 namespace pomiary {
 
+class TTabela;
+
 // Makes the compiler believe that the value is used and that memory may have changed.
 template <class T> inline void Zuzyj(const T& wartosc) { asm volatile("" : : "g"(&wartosc) : "memory"); }
 
@@ -28,6 +30,9 @@ void ZarejestrujFazy(const dane::TBaza& baza);
 void ZarejestrujOperacje(const dane::TBaza& baza);
 // The cipher and the check sum.
 void ZarejestrujBajty();
+// The tokenizer over the invoices in readable form; the second adds what follows from the times.
+void ZarejestrujTekst(const dane::TBaza& baza);
+void PodsumujTekst(TTabela& tabela);
 
 // Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
 [[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);

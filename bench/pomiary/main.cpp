@@ -112,7 +112,9 @@ void Wszystko() {
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
     ZarejestrujBajty();
+    ZarejestrujTekst(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
+    PodsumujTekst(tabela);
     benchmark::ClearRegisteredBenchmarks();
     // By itself: so many objects would leave the heap in disorder for the others. A run of chosen benchmarks is spared
     // it unless it names the objects.

@@ -19,6 +19,7 @@ bool g_ZTOKQuiet = false;
 TTypZapisuXML DefTypZapisuXML = tzxStandard;
 TTypKodowaniaXML DefKodowanieXML = tkxUTF8;
 TTypKodowaniaCSV DefKodowanieCSV = tkcWin1250;
+std::int32_t ParseBufSize = 131072;
 
 const std::u16string_view NieTakWide[2] = {Komunikat(kmNie), Komunikat(kmTak)};
 const std::string_view NieTak[2] = {"Nie", "Tak"}; // ASCII, so the same bytes in the code page

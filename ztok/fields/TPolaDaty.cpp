@@ -2,6 +2,10 @@
 
 #include <cmath>
 
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/KonwersjeWartosci.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/DatyTekst.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
@@ -67,6 +71,39 @@ void TPoleDateTimeBazowe::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczD
     double wartosc = 0;
     strumien.ReadBuffer(&wartosc, sizeof wartosc);
     wartosc_ = Czesc(wartosc);
+}
+
+void TPoleDateTimeBazowe::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    const TZapisTekstu zapis(strumien, zapisywacz);
+    switch (Klasa()->kodPola) {
+    case kpDate:
+        return zapis->ZapiszTekst(ZTOKDateToStr(wartosc_));
+    case kpTime:
+        return zapis->ZapiszTekst(ZTOKTimeToStr(wartosc_));
+    default:
+        return zapis->ZapiszTekst(ZTOKDateTimeToStr(wartosc_));
+    }
+}
+
+void TPoleDateTimeBazowe::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    const TOdczytTekstu odczyt(strumien, odczytywacz);
+    const std::u16string tekst = PolskiWide(odczyt->WczytajTekstAnsi());
+    const std::size_t spacja = tekst.find(u' ');
+    const std::u16string_view data = std::u16string_view(tekst).substr(0, spacja);
+    const std::u16string_view czas =
+        spacja == std::u16string::npos ? std::u16string_view(tekst) : std::u16string_view(tekst).substr(spacja + 1);
+    switch (Klasa()->kodPola) {
+    case kpDate:
+        wartosc_ = Czesc(ZTOKStrToDate(data));
+        break;
+    case kpTime:
+        wartosc_ = Czesc(ZTOKStrToTime(czas));
+        break;
+    default:
+        wartosc_ = spacja == std::u16string::npos ? ZTOKStrToDate(data)
+                                                  : ZlaczDateICzas(ZTOKStrToDate(data), ZTOKStrToTime(czas));
+    }
 }
 
 std::u16string TPoleDate::GetJakoString() const { return DataNaTekst(wartosc_, UstawieniaProcesu()); }

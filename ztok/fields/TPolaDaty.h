@@ -22,6 +22,9 @@ class ZTOK_API TPoleDateTimeBazowe : public TPole {
     [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    // Whole seconds of the years 1 to 9999; EBladKonwersji for other dates.
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   protected:
     TPoleDateTimeBazowe() noexcept = default;

@@ -1,9 +1,13 @@
 #include "ztok/fields/TPolaLiczbowe.h"
 
 #include <bit>
+#include <limits>
+#include <string>
 #include <type_traits>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
@@ -48,6 +52,35 @@ template <class W> std::u16string NaTekst(W wartosc) {
         return FloatNaTekst(wartosc, UstawieniaProcesu());
     else
         return IntNaTekst(static_cast<std::int64_t>(wartosc));
+}
+
+// A real number token; the tokenizer parts a number with a decimal comma into three tokens.
+double RzeczywistaZTokenow(TZTParser& parser) {
+    std::string tekst = parser.TokenString();
+    const bool calkowita = parser.Token() == TZTParser::Calkowita;
+    parser.NextToken();
+    if (calkowita && parser.Token() == ',') {
+        parser.NextToken();
+        tekst += ',';
+        tekst += parser.TrescTokenu();
+        parser.NextToken();
+    }
+    return TZTParser::StringToFloat(tekst);
+}
+
+template <class W> W ZTokenu(TZTParser& parser) {
+    if constexpr (std::is_same_v<W, double>) {
+        return RzeczywistaZTokenow(parser);
+    } else {
+        constexpr bool szeroka = sizeof(W) == 8 || std::is_same_v<W, std::uint32_t>;
+        parser.CheckToken(szeroka ? TZTParser::Calkowita64 : TZTParser::Calkowita);
+        const std::int64_t liczba = parser.TokenInt();
+        if constexpr (sizeof(W) < 4)
+            if (liczba < std::numeric_limits<W>::min() || liczba > std::numeric_limits<W>::max())
+                parser.ErrorFmt(kmZaDuzaWartosc, {liczba});
+        parser.NextToken();
+        return static_cast<W>(liczba);
+    }
 }
 
 } // namespace
@@ -103,6 +136,20 @@ template <class W, class Baza>
 void TPoleLiczby<W, Baza>::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
     TPole::ZglosOdczyt(*this, odczytywacz);
     strumien.ReadBuffer(&wartosc_, sizeof(W));
+}
+
+template <class W, class Baza>
+void TPoleLiczby<W, Baza>::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    if constexpr (std::is_same_v<W, double>)
+        TZapisTekstu(strumien, zapisywacz)->ZapiszLiczbe(wartosc_);
+    else
+        TZapisTekstu(strumien, zapisywacz)->ZapiszLiczbe(static_cast<std::int64_t>(wartosc_));
+}
+
+template <class W, class Baza>
+void TPoleLiczby<W, Baza>::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    TPole::ZglosOdczyt(*this, odczytywacz);
+    wartosc_ = ZTokenu<W>(TOdczytTekstu(strumien, odczytywacz)->Parser);
 }
 
 template class TPoleLiczby<std::uint8_t, TPoleCalkowitoliczbowe>;

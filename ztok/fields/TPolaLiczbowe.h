@@ -34,6 +34,8 @@ template <class W, class Baza> class TPoleLiczby : public Baza {
     [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   private:
     W wartosc_ = 0;

@@ -1,9 +1,11 @@
 #include "ztok/fields/TPolaTekstowe.h"
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/persist/TOdczytywaczDanych.h"
-#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/TWariant.h"
@@ -20,6 +22,17 @@ namespace {
 
 std::u16string WgMaskiTekstu(std::u16string_view maska, std::u16string tekst, const TUstawieniaFormatu* ustawienia) {
     return maska.empty() ? tekst : Formatuj(maska, {std::move(tekst)}, ustawienia);
+}
+
+// Most texts are short and right: they need no memory but the field's.
+void UstawUtf8(TTekstPola& cel, std::string_view bajty) {
+    constexpr std::size_t krotki = 256;
+    if (bajty.size() > krotki || !PoprawneUtf8(bajty)) {
+        cel.Ustaw(TOdczytywaczTekstu::DekodujTrescUTF8(bajty));
+        return;
+    }
+    char16_t znaki[krotki];
+    cel.Ustaw({znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki)});
 }
 
 } // namespace
@@ -72,6 +85,25 @@ void TPoleString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* o
     TOdczytywaczDanych::WczytajWideString(strumien, tekst_, odczytywacz);
 }
 
+void TPoleString::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    TZapisTekstu(strumien, zapisywacz)->ZapiszTekst(Wartosc());
+}
+
+void TPoleString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    const TOdczytTekstu odczyt(strumien, odczytywacz);
+    switch (odczyt->Parser.Token()) {
+    case TZTParser::TekstCudzyslow:
+        UstawUtf8(tekst_, odczyt->WczytajTekstAnsi());
+        break;
+    case TZTParser::Tekst:
+        tekst_.Ustaw(ZeStronyKodowej(odczyt->WczytajTekstAnsi(), DefStronaKodowa));
+        break;
+    default:
+        tekst_.Ustaw(ZeStronyKodowej(odczyt->WczytajGolyToken(), DefStronaKodowa));
+    }
+}
+
 TPoleRawByteString::~TPoleRawByteString() = default;
 
 TWariant TPoleRawByteString::GetJakoVariant() const { return TWariant::AnsiString(bajty_); }
@@ -113,6 +145,25 @@ void TPoleRawByteString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanyc
 void TPoleRawByteString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
     ZglosOdczyt(*this, odczytywacz);
     TOdczytywaczDanych::WczytajAnsiString(strumien, bajty_, odczytywacz);
+}
+
+void TPoleRawByteString::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    TZapisTekstu(strumien, zapisywacz)->ZapiszTekst(bajty_, Cudzyslow8Bit);
+}
+
+void TPoleRawByteString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    const TOdczytTekstu odczyt(strumien, odczytywacz);
+    switch (odczyt->Parser.Token()) {
+    case TZTParser::TekstCudzyslow:
+        SetJakoString(TOdczytywaczTekstu::DekodujTrescUTF8(odczyt->WczytajTekstAnsi()));
+        break;
+    case TZTParser::Tekst:
+        bajty_ = odczyt->WczytajTekstAnsi();
+        break;
+    default:
+        bajty_ = odczyt->WczytajGolyToken();
+    }
 }
 
 TPoleWideString::~TPoleWideString() = default;
@@ -159,6 +210,28 @@ void TPoleWideString::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* 
 void TPoleWideString::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
     ZglosOdczyt(*this, odczytywacz);
     TOdczytywaczDanych::WczytajUtf8(strumien, tekst_, odczytywacz);
+}
+
+void TPoleWideString::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    TZapisTekstu(strumien, zapisywacz)->ZapiszTekstWide(Wartosc(), true);
+}
+
+void TPoleWideString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    const TOdczytTekstu odczyt(strumien, odczytywacz);
+    switch (odczyt->Parser.Token()) {
+    case TZTParser::TekstCudzyslow:
+        UstawUtf8(tekst_, odczyt->WczytajTekstAnsi());
+        break;
+    case TZTParser::Tekst:
+        if (odczyt->OdczytObiekt != nullptr && odczyt->OdczytObiekt->PoleByloTekstowe(odczyt->OdczytPole))
+            tekst_.Ustaw(PolskiWide(odczyt->WczytajTekstAnsi()));
+        else
+            UstawUtf8(tekst_, odczyt->WczytajTekstAnsi());
+        break;
+    default:
+        tekst_.Ustaw(PolskiWide(odczyt->WczytajGolyToken()));
+    }
 }
 
 } // namespace ztok

@@ -33,6 +33,8 @@ class ZTOK_API TPoleString : public TPole {
                                               std::uint32_t localeID) const override;
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   private:
     TTekstPola tekst_;
@@ -76,6 +78,8 @@ class ZTOK_API TPoleRawByteString : public TPole {
     [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   private:
     std::string bajty_;
@@ -108,6 +112,8 @@ class ZTOK_API TPoleWideString : public TPole {
                                               std::uint32_t localeID) const override;
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   private:
     TTekstPola tekst_;

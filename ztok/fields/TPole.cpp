@@ -5,7 +5,7 @@
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/lists/TKopierDanych.h"
-#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Guid.h"
 #include "ztok/platform/Interfejsy.h"
@@ -177,8 +177,9 @@ void TPole::ZapiszTekstowo(TStrumien& /*strumien*/, TZapisywaczTekstu* /*zapisyw
     BladAbstrakcyjny(u"ZapiszTekstowo");
 }
 
-void TPole::WczytajTekstowo(TStrumien& /*strumien*/, TOdczytywaczTekstu* /*odczytywacz*/) {
-    BladAbstrakcyjny(u"WczytajTekstowo");
+void TPole::WczytajTekstowo(TStrumien& /*strumien*/, TOdczytywaczTekstu* odczytywacz) {
+    if (odczytywacz != nullptr)
+        odczytywacz->OdczytywanoPole(*this);
 }
 
 void TPole::ZapiszXMLowo(TStrumien& /*strumien*/, TZapisywaczXML* /*zapisywacz*/) const {

@@ -1,6 +1,8 @@
 #include "ztok/fields/TPoleBoolean.h"
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
 
@@ -42,6 +44,27 @@ void TPoleBoolean::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* /*z
 void TPoleBoolean::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) {
     ZglosOdczyt(*this, odczytywacz);
     strumien.ReadBuffer(&bajt_, 1);
+}
+
+void TPoleBoolean::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    TZapisTekstu(strumien, zapisywacz)->ZapiszTxt(NieTak[Wartosc() ? 1 : 0].substr(0, 1));
+}
+
+void TPoleBoolean::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    ZglosOdczyt(*this, odczytywacz);
+    const TOdczytTekstu odczyt(strumien, odczytywacz);
+    switch (odczyt->Parser.Token()) {
+    case TZTParser::Symbol:
+        SetJakoZTAnsiString(odczyt->Parser.TrescTokenu());
+        odczyt->Parser.NextToken();
+        break;
+    case TZTParser::Calkowita:
+        bajt_ = odczyt->Parser.TokenInt() != 0 ? 1 : 0;
+        odczyt->Parser.NextToken();
+        break;
+    default:
+        SetJakoString(PolskiWide(odczyt->WczytajTekstAnsi()));
+    }
 }
 
 } // namespace ztok

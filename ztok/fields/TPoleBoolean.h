@@ -37,6 +37,8 @@ class ZTOK_API TPoleBoolean : public TPole {
     [[nodiscard]] std::int32_t Porownaj(const TPole& inne, TPorownywaczDanych* porownywacz = nullptr) const override;
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   private:
     std::uint8_t bajt_ = 0;

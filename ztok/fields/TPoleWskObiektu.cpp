@@ -3,8 +3,8 @@
 #include "ztok/fields/Konwersje.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/lists/TPorownywaczDanych.h"
-#include "ztok/persist/TOdczytywaczDanych.h"
-#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
@@ -84,6 +84,17 @@ void TPoleWskObiektu::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanyc
     const std::uint32_t numer = TOdczytywaczDanych::WczytajLicznik31(strumien);
     if (odczytywacz != nullptr)
         odczytywacz->NumerPola(*this, numer);
+}
+
+void TPoleWskObiektu::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const {
+    TZapisTekstu(strumien, zapisywacz)->ZapiszRef(*this);
+}
+
+void TPoleWskObiektu::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
+    UstawObiekt(nullptr);
+    TPole::WczytajTekstowo(strumien, odczytywacz);
+    const TOdczytTekstu odczyt(strumien, odczytywacz);
+    odczyt->WczytajRef(*this);
 }
 
 TPoleRefObiektu::~TPoleRefObiektu() = default;

@@ -35,6 +35,8 @@ class ZTOK_API TPoleWskObiektu : public TPole {
     void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const override;
     // The number goes to the reader, which resolves it at the end; until then the field is null.
     void WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych* odczytywacz) override;
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   protected:
     void WykonajDestrukcje() override;

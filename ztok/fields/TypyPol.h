@@ -35,5 +35,6 @@ extern ZTOK_API bool g_ZTOKQuiet;                 // no warnings at unload, and 
 extern ZTOK_API TTypZapisuXML DefTypZapisuXML;    // what an XML writer takes for tzxDomyslny
 extern ZTOK_API TTypKodowaniaXML DefKodowanieXML; // and for tkxDomyslny
 extern ZTOK_API TTypKodowaniaCSV DefKodowanieCSV; // the same for CSV
+extern ZTOK_API std::int32_t ParseBufSize;        // bytes of a tokenizer's first buffer; any number above 0 will do
 
 } // namespace ztok

@@ -96,6 +96,7 @@ void ZwolnijMigawki() noexcept {
     ZapomnijMigawkiKlas(r);
     for (const TMigawkaOpisu* migawka : r.migawki) {
         delete[] migawka->pola;
+        delete[] migawka->nazwy;
         delete migawka;
     }
     r.migawki.clear();

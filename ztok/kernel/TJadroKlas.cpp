@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <atomic>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -12,6 +14,7 @@
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/lists/TListaZObiektami.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/Powiadomienie.h"
@@ -169,9 +172,23 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
                 pola[static_cast<std::size_t>(nr)].klasa = typ;
                 migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
             }
+    std::string nazwy8;
+    std::vector<std::size_t> konce(static_cast<std::size_t>(migawka->ilePol));
+    for (std::size_t nr = 0; nr < konce.size(); ++nr) {
+        if (const TWlasciwosc* w = lista->GetWlasciwosc(static_cast<int>(nr)); w != nullptr)
+            if (const std::string nazwa = PolskiAnsi(w->GetNazwa()); JestNazwaTekstowa(nazwa))
+                nazwy8 += nazwa;
+        konce[nr] = nazwy8.size();
+    }
+    auto nazwy = std::make_unique<char[]>(nazwy8.size() + 1);
+    std::copy(nazwy8.begin(), nazwy8.end(), nazwy.get());
+    for (std::size_t nr = 0, od = 0; nr < konce.size(); od = konce[nr++])
+        pola[nr].nazwa8 = std::string_view(nazwy.get() + od, konce[nr] - od);
     migawka->pola = pola.get();
+    migawka->nazwy = nazwy.get();
     ZachowajMigawke(klasa, migawka.get());
-    pola.release(); // NOLINT(bugprone-unused-return-value): the registry owns both from here on
+    pola.release();  // NOLINT(bugprone-unused-return-value): the registry owns all three from here on
+    nazwy.release(); // NOLINT(bugprone-unused-return-value)
     return *migawka.release();
 }
 

@@ -26,6 +26,9 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] virtual const TKlasa* TypPolaNr(int nrPola) const;    // null: not declared
     [[nodiscard]] virtual int RozmPolaNr(int nrPola) const;             // -1: field count; else 0 = no size limit
     [[nodiscard]] virtual std::u16string NazwaPolaNr(int nrPola) const; // -1: class name without its first character
+    // A declared name as 8-bit text; empty when the text form cannot hold it, or the class names its fields itself.
+    // Valid until a module is unloaded.
+    [[nodiscard]] std::string_view Nazwa8PolaNr(int nrPola) const;
     [[nodiscard]] virtual int NrPolaONazwie(std::u16string_view nazwa) const; // -1: none; letter case is ignored
     [[nodiscard]] virtual std::u16string AliasXMLPolaNr(int nrPola) const;
     // Whether the class wants the field stored at all; a field that it refuses is transient.
@@ -154,6 +157,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
+    void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const override;
+    void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
 
     // Compares one field of this object with the same field of the other: a missing one counts as its default value.
     [[nodiscard]] std::int32_t PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const;
@@ -189,6 +194,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    [[nodiscard]] int PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const;
     [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
                                     TZapisywaczDanych& zapisywacz) const;
 

@@ -171,6 +171,18 @@ class ZTOK_API TObiektBazowy : public TPole {
     // The same with limits and choices of the caller's.
     void WczytajZeStrumienia(TStrumien& strumien, const TOpcjeOdczytu& opcje);
 
+    // Text form, a whole document when there is no writer: `object`, the class name (or the header instead of both),
+    // the fields, `end`. Locks and numbers as the binary form does.
+    void ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapisywacz) const override;
+    void ZapiszTekstowo(TStrumien& strumien, std::u16string_view naglowek = {}) const;
+    // Reads a document, whose class must fit the object (EZTObcyTypError), or whose header must be the one given. A
+    // fault in the text raises EZTParserError; the object then keeps what was read before it, and a fault in the header
+    // changes nothing. A stream that can tell its position stands behind the `end` afterwards.
+    void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
+    void WczytajTekstowo(TStrumien& strumien) { WczytajTekstowo(strumien, std::u16string_view()); }
+    void WczytajTekstowo(TStrumien& strumien, std::u16string_view naglowek);
+    void WczytajTekstowo(TStrumien& strumien, const TOpcjeOdczytu& opcje, std::u16string_view naglowek = {});
+
     void ZerujRefDo(TObiektBazowy* cel) override;
 
   protected:

@@ -82,6 +82,7 @@ struct TMigawkaOpisu {
     struct TPozycja {
         const TKlasa* klasa;       // null: no field of that number
         const TWierszPola* wiersz; // the declaration
+        std::string_view nazwa8;   // the name as 8-bit text; empty when it cannot stand in the text form
     };
     std::uint64_t numerJadra;
     TOpisKlasy* opis;
@@ -89,6 +90,7 @@ struct TMigawkaOpisu {
     bool saPredykaty;    // some field has a "stored" predicate
     bool saObiekty;      // some field is an object of the model
     const TPozycja* pola;
+    const char* nazwy; // what the names view
 };
 
 } // namespace ztok

@@ -4,8 +4,8 @@
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
-#include "ztok/persist/TOdczytywaczDanych.h"
-#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/util/ZTBledy.h"
@@ -102,6 +102,37 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
             ->WczytajZeStrumienia(strumien, &odczytywacz);
     }
     UstawPojemnosc(FIleObiektow);
+}
+
+void TKolekcjaObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
+    zapisywacz.ZwiekszAkapit();
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        if (FObiekty[i] == nullptr)
+            continue;
+        zapisywacz.ZacznijObiekt(FObiekty[i]->NazwaKlasy());
+        FObiekty[i]->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);
+        zapisywacz.ZakonczObiekt();
+    }
+    zapisywacz.ZmniejszAkapit();
+}
+
+void TKolekcjaObiektow::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
+    ZerujDane();
+    TZTParser& parser = odczytywacz.Parser;
+    while (!parser.TokenSymbolIs("end")) {
+        parser.CheckTokenSymbol("object");
+        parser.NextToken();
+        const std::u16string nazwa = odczytywacz.NazwaKlasyTokenu();
+        const TKlasa* klasa = nullptr;
+        if (!JadroKlas()->JestKlasaONazwie(nazwa, klasa) || !klasa->Ma(ckObiektBazowy) || klasa->utworz == nullptr)
+            parser.ErrorFmt(kmNieznanaKlasa, {NazwaKlasy(), nazwa});
+        parser.NextToken();
+        odczytywacz.ZuzyjPamiec(96);
+        DodajObiekt(static_cast<TObiektBazowy*>(klasa->utworz(this)), MaxInt)
+            ->WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
+        parser.CheckTokenSymbol("end");
+        parser.NextToken();
+    }
 }
 
 } // namespace ztok

@@ -21,6 +21,8 @@ class ZTOK_API TKolekcjaObiektow : public TListaZObiektami {
     // An entry whose class the kernel does not know is passed over without reading its record; see
     // TOdczytywaczDanych::BladNieznanejKlasy.
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
+    void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const override;
+    void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
 };
 
 } // namespace ztok

@@ -4,8 +4,8 @@
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
-#include "ztok/persist/TOdczytywaczDanych.h"
-#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TStrumien.h"
@@ -223,6 +223,37 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
         DodajObiekt(nullptr, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz); // as the class adds items
     }
     UstawPojemnosc(static_cast<std::int32_t>(ile));
+}
+
+void TListaObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
+    zapisywacz.ZwiekszAkapit();
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        zapisywacz.ZapiszLinie("object");
+        if (FObiekty[i] != nullptr) // an empty frame keeps an empty place
+            FObiekty[i]->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);
+        zapisywacz.ZakonczObiekt();
+    }
+    zapisywacz.ZmniejszAkapit();
+}
+
+void TListaObiektow::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
+    ZerujDane();
+    TZTParser& parser = odczytywacz.Parser;
+    if (parser.TokenSymbolIs("end"))
+        return;
+    if (!parser.TokenSymbolIs("object")) { // one element, without a frame of its own
+        odczytywacz.ZuzyjPamiec(96);
+        DodajObiekt(nullptr, MaxInt)->WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
+        return;
+    }
+    do {
+        parser.CheckTokenSymbol("object");
+        parser.NextToken();
+        odczytywacz.ZuzyjPamiec(96);
+        DodajObiekt(nullptr, MaxInt)->WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
+        parser.CheckTokenSymbol("end");
+        parser.NextToken();
+    } while (!parser.TokenSymbolIs("end"));
 }
 
 } // namespace ztok

@@ -28,6 +28,8 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
+    void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const override;
+    void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
 
     // The element that has the values, or a fresh one at the end with the values written into it.
     TObiektBazowy* DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,

@@ -1,6 +1,7 @@
 #include "ztok/lists/TListaWskObiektow.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <functional>
 #include <utility>
@@ -8,8 +9,8 @@
 #include "ztok/fields/Konwersje.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
-#include "ztok/persist/TOdczytywaczDanych.h"
-#include "ztok/persist/TZapisywaczDanych.h"
+#include "ztok/persist/TOdczytywaczTekstu.h"
+#include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/TStrumien.h"
 
 namespace ztok {
@@ -174,6 +175,51 @@ void TListaWskObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
         odczytywacz.ZuzyjPamiec(sizeof(void*) + sizeof(std::uint32_t));
         odczytywacz.NumerElementu(*this, TOdczytywaczDanych::WczytajLicznik31(strumien));
     }
+}
+
+void TListaWskObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
+    constexpr std::size_t maksWiersz = 64;
+    zapisywacz.ZwiekszAkapit();
+    zapisywacz.ZapiszLinie("(");
+    std::size_t wWierszu = 0; // characters of the numbers and their commas
+    bool pierwszy = true;
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        std::int32_t gdzie = -1;
+        if (!zapisywacz.JestObiekt(FObiekty[i], gdzie))
+            continue;
+        char numer[16];
+        const auto wynik = std::to_chars(numer, numer + sizeof numer, std::int64_t{gdzie} + 1);
+        const auto ile = static_cast<std::size_t>(wynik.ptr - numer);
+        if (!pierwszy) {
+            zapisywacz.ZapiszTxt(",");
+            ++wWierszu;
+        }
+        if (wWierszu + ile > maksWiersz) {
+            zapisywacz.NowaLinia();
+            wWierszu = 0;
+        }
+        zapisywacz.ZapiszTxt({numer, ile});
+        wWierszu += ile;
+        pierwszy = false;
+    }
+    zapisywacz.ZapiszTxt(")");
+    zapisywacz.ZmniejszAkapit();
+}
+
+void TListaWskObiektow::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
+    ZerujDane();
+    TZTParser& parser = odczytywacz.Parser;
+    parser.CheckToken('(');
+    if (parser.NextToken() != ')') {
+        odczytywacz.NumerElementu(*this, odczytywacz.WczytajNumer());
+        while (parser.Token() == ',') {
+            parser.NextToken();
+            odczytywacz.ZuzyjPamiec(sizeof(void*) + sizeof(std::uint32_t));
+            odczytywacz.NumerElementu(*this, odczytywacz.WczytajNumer());
+        }
+        parser.CheckToken(')');
+    }
+    parser.NextToken();
 }
 
 // --- reference list

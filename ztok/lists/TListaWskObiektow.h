@@ -32,6 +32,8 @@ class ZTOK_API TListaWskObiektow : public TListaBazowa {
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
     void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
+    void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const override;
+    void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
 
     // For a list kept in address order: inserts the object unless it is there; whether it was added. Null never is.
     virtual bool DolaczObiektGdyBrak(TObiektBazowy* obiekt);

@@ -44,6 +44,7 @@ enum ECechyKlasy : std::uint32_t {
     ckWlasneUtworzono = 1U << 20U,     // UtworzonoPole
     ckWlasneNiepuste = 1U << 21U,      // PoleNiepuste of an object with fields
     ckWlasneUstawNiepuste = 1U << 22U, // UstawNiepuste of an object with fields
+    ckWlasneNazwyPol = 1U << 23U,      // NazwaPolaNr
 };
 
 // Codes of the field classes whose value the typed accessors reach without a virtual call. A class derived from one of

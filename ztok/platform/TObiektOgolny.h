@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -92,6 +93,10 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
             cechy |= ckWlasneNiepuste;
         if constexpr (!requires { requires std::is_same_v<decltype(&T::UstawNiepuste), void (TObiekt::*)(int, bool)>; })
             cechy |= ckWlasneUstawNiepuste;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::NazwaPolaNr), std::u16string (TObiekt::*)(int) const>;
+                      })
+            cechy |= ckWlasneNazwyPol;
     }
     return cechy;
 }

@@ -1,0 +1,432 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "Bledy.h"
+#include "LosoweDrzewo.h"
+#include "StrumienieTestowe.h"
+#include "ztok/platform/Kodowania.h"
+
+using namespace ztok;
+using namespace probki;
+using strumienie::Wczytaj;
+using strumienie::Zapisz;
+using testy::Blad;
+
+namespace {
+
+class TTerminarz : public TObiekt {
+    ZTOK_OBIEKT(TTerminarz, TObiekt, (0, Chwila, DateTime), (1, Dzien, Date), (2, Godzina, Time))
+};
+
+class TZleNazwy : public TObiekt {
+    ZTOK_OBIEKT(TZleNazwy, TObiekt, (0, End, Byte), (1, Obiekt, Byte))
+};
+
+// Wide text that older writers stored as plain 8-bit text.
+class TDawny : public TObiekt {
+    ZTOK_OBIEKT(TDawny, TObiekt, (0, Nowy, WideString), (1, Stary, WideString))
+  public:
+    [[nodiscard]] bool PoleByloTekstowe(int nrPola) const override { return nrPola == 1; }
+};
+
+std::string Bajty(TZTMemoryStream& strumien) {
+    const auto zawartosc = strumien.Zawartosc();
+    return {reinterpret_cast<const char*>(zawartosc.data()), zawartosc.size()};
+}
+
+template <class F> std::string Tekst(const TObiektBazowy& obiekt, F&& ustaw) {
+    TZTMemoryStream strumien;
+    TZapisywaczTekstu zapisywacz(strumien);
+    ustaw(zapisywacz);
+    zapisywacz.ZapiszDokument(obiekt);
+    return Bajty(strumien);
+}
+std::string Tekst(const TObiektBazowy& obiekt) {
+    TZTMemoryStream strumien;
+    obiekt.ZapiszTekstowo(strumien);
+    return Bajty(strumien);
+}
+
+// Returns where the stream stands afterwards.
+std::int64_t ZTekstu(TObiektBazowy& obiekt, const std::string& tekst, const TOpcjeOdczytu& opcje = {},
+                     std::u16string_view naglowek = {}) {
+    TZTReadOnlyRawByteStream strumien(tekst);
+    obiekt.WczytajTekstowo(strumien, opcje, naglowek);
+    return strumien.GetPosition();
+}
+
+class FormatTekstowy : public testing::Test {
+  protected:
+    void SetUp() override {
+        Rejestruj();
+        RejestrujKlasy<TTerminarz, TZleNazwy, TDawny>();
+    }
+};
+
+TEST_F(FormatTekstowy, Uklad) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    o->SetB(7);
+    o->SetS(-300);
+    o->SetD(0.1);
+    o->SetTak(true);
+    o->SetNazwa(u"zażółć \"x\"\t'y'");
+    o->SetBajty("it's");
+    o->GetAdres().SetMiasto(u"Łódź");
+    o->GetAdresy().Dopisz().SetNumer(1);
+    o->GetAdresy().Dopisz();
+    o->GetRozne().Dodaj(Utworz<TAdres>());
+    o->SetWskaznik(o.get());
+    o->SetReferencja(&o->GetAdres());
+    const TWlasny<TAdres> obcy = Utworz<TAdres>();
+    o->GetPowiazane().DodajObiekt(obcy.get(), MaxInt);
+    o->GetPowiazane().DodajObiekt(&o->GetAdres(), MaxInt);
+    o->GetPowiazane().DodajObiekt(o.get(), MaxInt);
+    std::string wzor = "object TWszystko\r\n"
+                       " B=7\r\n"
+                       " S=-300\r\n"
+                       " D=0.1\r\n"
+                       " Tak=T\r\n"
+                       " Nazwa=\"za\xC5\xBC\xC3\xB3\xC5\x82\xC4\x87 \"#34\"x\"#34#9\"'y'\"\r\n"
+                       " Bajty='it'#39's'\r\n"
+                       " object Adres\r\n"
+                       "  Miasto=\"\xC5\x81\xC3\xB3"
+                       "d\xC5\xBA\"\r\n"
+                       " end\r\n"
+                       " object Adresy\r\n"
+                       "  object\r\n"
+                       "   Numer=1\r\n"
+                       "  end\r\n"
+                       "  object\r\n"
+                       "  end\r\n"
+                       " end\r\n"
+                       " object Rozne\r\n"
+                       "  object TAdres\r\n"
+                       "  end\r\n"
+                       " end\r\n"
+                       " Wskaznik=1\r\n"
+                       " Referencja=2\r\n"
+                       " object Powiazane\r\n"
+                       "  (2,1)\r\n"
+                       " end\r\n"
+                       "end";
+    EXPECT_EQ(Tekst(*o, [](TZapisywaczTekstu& z) { z.PominAkapity = false; }), wzor);
+    std::string bezAkapitow;
+    for (const char znak : wzor)
+        if (znak != ' ' || bezAkapitow.back() != '\n')
+            bezAkapitow += znak;
+    EXPECT_EQ(Tekst(*o), bezAkapitow);
+    const std::string jednaLinia = Tekst(*o, [](TZapisywaczTekstu& z) { z.PominKonceLinii = true; });
+    EXPECT_EQ(jednaLinia.find('\n'), std::string::npos);
+    for (const std::string& tekst : {wzor, bezAkapitow, jednaLinia}) {
+        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
+        kopia->SetI(5);
+        EXPECT_EQ(ZTekstu(*kopia, tekst + " reszta 'x"), static_cast<std::int64_t>(tekst.size()));
+        EXPECT_EQ(Zapisz(*kopia), Zapisz(*o));
+        EXPECT_EQ(kopia->GetReferencja(), &kopia->GetAdres());
+        EXPECT_EQ(Tekst(*kopia), bezAkapitow);
+    }
+}
+
+TEST_F(FormatTekstowy, ListaNumerowLamieWiersze) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    for (int i = 0; i < 28; ++i)
+        o->GetAdresy().Dopisz();
+    for (int i = 0; i < 28; ++i)
+        o->GetWskazywane().DodajObiekt(o->GetAdresy().Obiekty(i), MaxInt);
+    std::string wiersz = "\r\n(";
+    for (int i = 3; i <= 26; ++i)
+        wiersz += std::to_string(i) + ",";
+    const std::string tekst = Tekst(*o);
+    EXPECT_NE(tekst.find(wiersz + "\r\n27,28,29,30)"), std::string::npos) << tekst;
+}
+
+TEST_F(FormatTekstowy, Literaly) {
+    const std::string dlugi(5000, 'x');
+    const struct {
+        std::u16string tekst;
+        std::string zapis;
+    } tabela[] = {
+        {u"a\"b", "\"a\"#34\"b\""},
+        {u"\t", "#9"},
+        {u"a'b", "\"a'b\""},
+        {u"\r\n", "#13#10"},
+        {std::u16string(1, u'\0'), "#0"},
+        {u"\x7F\u00A0", "\"\x7F\xC2\xA0\""},
+        {u"\xD800", "\"\xED\xA0\x80\""},
+        {std::u16string(4096, u'x'), '"' + dlugi.substr(0, 4096) + '"'},
+        {std::u16string(5000, u'x'), "\r\n\"" + dlugi.substr(0, 4096) + "\" +\r\n\"" + dlugi.substr(4096) + '"'},
+    };
+    for (const auto& w : tabela) {
+        const TWlasny<TAdres> adres = Utworz<TAdres>();
+        adres->SetUlica(w.tekst);
+        EXPECT_EQ(Tekst(*adres), "object TAdres\r\nUlica=" + w.zapis + "\r\nend");
+        const TWlasny<TAdres> kopia = Utworz<TAdres>();
+        ZTekstu(*kopia, Tekst(*adres));
+        EXPECT_EQ(kopia->GetUlica(), w.tekst);
+    }
+    // Only codes on the first line, and letters beyond ASCII behind it: the literal says at once that it is UTF-8.
+    for (const std::size_t kodow : {1023U, 1024U, 1025U}) {
+        const TWlasny<TAdres> adres = Utworz<TAdres>();
+        adres->SetUlica(std::u16string(kodow, u'\t') + u"ż");
+        const TWlasny<TAdres> kopia = Utworz<TAdres>();
+        ZTekstu(*kopia, Tekst(*adres));
+        EXPECT_EQ(kopia->GetUlica(), adres->GetUlica()) << kodow;
+    }
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    o->UstawNiepuste(8, true);
+    static_cast<void>(o->DajPole(8));
+    static_cast<void>(o->DajPole(10));
+    o->UstawNiepuste(8, true);
+    o->UstawNiepuste(10, true);
+    EXPECT_EQ(Tekst(*o), "object TWszystko\r\nNazwa=\"\"\r\nBajty=''\r\nend");
+}
+
+// What other hands may have written: every way in which a field takes a token.
+TEST_F(FormatTekstowy, WartosciPol) {
+    const struct {
+        std::string zapis;
+        int nr;
+        std::u16string wartosc;
+    } tabela[] = {
+        {"B=$FF", 0, u"255"},
+        {"b='12'", 0, u"12"},
+        {"I=4294967295", 3, u"-1"},
+        {"C=3000000000", 4, u"3000000000"},
+        {"L=-9223372036854775808", 5, u"-9223372036854775808"},
+        {"D=12,5", 6, u"12,5"},
+        {"D=-0,25", 6, u"-0,25"},
+        {"D=1e3", 6, u"1000"},
+        {"D='-INF'", 6, u"-INF"},
+        {"D=NAN", 6, u"NAN"},
+        {"Tak=tak", 7, u"T"},
+        {"Tak=0", 7, u"N"},
+        {"Tak=2", 7, u"T"},
+        {"Tak='nie'", 7, u"N"},
+        {"Nazwa='za\xBF'", 8, u"zaż"},
+        {"Nazwa=\"za\xC5\xBC\"", 8, u"zaż"},
+        {"Nazwa=\"za\xBF\"", 8, u"zaż"}, // no UTF-8: the Polish code page
+        {"Nazwa='a' + 'b'#99 +\r\n 'd'", 8, u"abcd"},
+        {"Nazwa=Slowo", 8, u"Slowo"},
+        {"Nazwa=-12", 8, u"-12"},
+        {"Bajty=\"za\xC5\xBC\"", 10, u"zaż"},
+        {"Bajty='za\xBF'", 10, u"zaż"},
+        {"Szeroki=Slowo", 11, PolskiWide("Slowo")},
+        {"NAZWA='x' nazwa='y'", 8, u"y"},
+    };
+    for (const auto& w : tabela) {
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        ZTekstu(*o, "OBJECT twszystko " + w.zapis + " End");
+        EXPECT_EQ(o->Pole(w.nr)->GetJakoString(), w.wartosc) << w.zapis;
+        EXPECT_TRUE(o->GetMaWartosc(w.nr));
+    }
+    const TWlasny<TDawny> dawny = Utworz<TDawny>();
+    ZTekstu(*dawny, "object TDawny Nowy='\xC5\xBC' Stary='\xBF' end");
+    EXPECT_EQ(dawny->GetNowy(), u"ż");
+    EXPECT_EQ(dawny->GetStary(), u"ż");
+    // A list with one element may leave its frame out.
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    ZTekstu(*o, "object TWszystko object Adresy Numer=5 end object Rozne object 'TAdres' end end end");
+    EXPECT_EQ(o->GetAdresy()[0]->GetNumer(), 5);
+    EXPECT_EQ(o->GetRozne().IleObiektow(), 1);
+}
+
+TEST_F(FormatTekstowy, DatyICzasy) {
+    const TWlasny<TTerminarz> o = Utworz<TTerminarz>();
+    o->SetChwila(42006.75);
+    o->SetDzien(-5);
+    o->SetGodzina(0.25);
+    EXPECT_EQ(Tekst(*o), "object TTerminarz\r\nChwila=\"2015-01-02 18:00:00\"\r\nDzien=\"1899-12-25\"\r\n"
+                         "Godzina=\"06:00:00\"\r\nend");
+    TLosoweDrzewo los(7);
+    for (int i = 0; i < 2000; ++i) {
+        // Whole seconds of the years 1 to 9999.
+        const double dni = static_cast<double>(los.Z(3652059)) - 693593;
+        const double ulamek = los.Z(86400) / 86400.0;
+        o->SetChwila(dni < 0 ? dni - ulamek : dni + ulamek);
+        o->SetDzien(dni);
+        o->SetGodzina(ulamek);
+        const TWlasny<TTerminarz> kopia = Utworz<TTerminarz>();
+        ZTekstu(*kopia, Tekst(*o));
+        ASSERT_NEAR(kopia->GetChwila(), o->GetChwila(), 1e-9) << o->GetChwila();
+        ASSERT_EQ(kopia->GetDzien(), dni);
+        ASSERT_NEAR(kopia->GetGodzina(), ulamek, 1e-9);
+        ASSERT_EQ(Tekst(*kopia), Tekst(*o));
+    }
+    ZTekstu(*o, "object TTerminarz Dzien='2015-01-02 10:00' Godzina='2015-01-02 12:00' Chwila='02.01.2015' end");
+    EXPECT_EQ(o->GetDzien(), 42006);
+    EXPECT_EQ(o->GetGodzina(), 0.5);
+    EXPECT_EQ(o->GetChwila(), 42006);
+    for (const double poza : {3e6, -1e6, std::nan("")}) {
+        o->SetChwila(poza);
+        EXPECT_NE(Blad<EBladKonwersji>([&] { Tekst(*o); }), u"(no error)") << poza;
+    }
+}
+
+TEST_F(FormatTekstowy, LosoweDrzewaWracaja) {
+    for (std::uint32_t ziarno = 0; ziarno < 300; ++ziarno) {
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        TLosoweDrzewo los(ziarno);
+        los.Wypelnij(*o, 3);
+        const std::string tekst = Tekst(*o, [&](TZapisywaczTekstu& z) {
+            z.PominAkapity = ziarno % 2 == 0;
+            z.PominKonceLinii = ziarno % 3 == 0;
+            z.ZnakAkapitu = ziarno % 5 == 0 ? '\t' : ' ';
+            z.RozmAkapitu = static_cast<std::uint8_t>(ziarno % 4);
+        });
+        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
+        ASSERT_EQ(ZTekstu(*kopia, tekst), static_cast<std::int64_t>(tekst.size())) << ziarno;
+        ASSERT_EQ(o->Porownaj(*kopia), 0) << ziarno;
+        ASSERT_EQ(Zapisz(*o), Zapisz(*kopia)) << ziarno;
+        ASSERT_EQ(Tekst(*o), Tekst(*kopia)) << ziarno;
+    }
+}
+
+TEST_F(FormatTekstowy, Bledy) {
+    const struct {
+        std::string tekst;
+        std::u16string komunikat;
+    } tabela[] = {
+        {"", u"Spodziewany symbol object w linii 1 na pozycji 0"},
+        {"objekt TWszystko\nend", u"Spodziewany symbol object w linii 1 na pozycji 0"},
+        {"object 5\nend", u"Spodziewany identyfikator w linii 1 na pozycji 7"},
+        {"object TAdres\nend", u"Obcy typ TAdres, spodziewany TWszystko"},
+        {"object TWszystko\nB=1\n Nieznane=2\nend", u"Spodziewany identyfikator w linii 3 na pozycji 2"},
+        {"object TWszystko\n5=1\nend", u"Spodziewany identyfikator w linii 2 na pozycji 1"},
+        {"object TWszystko\nB 1\nend", u"Spodziewany znak 3D w linii 2 na pozycji 3"},
+        {"object TWszystko\nB=256\nend", u"za duża wartość: 256 w linii 2 na pozycji 3"},
+        {"object TWszystko\nS=-32769\nend", u"za duża wartość: -32769 w linii 2 na pozycji 3"},
+        {"object TWszystko\nI=x\nend", u"Spodziewana liczba całkowita w linii 2 na pozycji 3"},
+        {"object TWszystko\nD='x'\nend", u"'x' nie jest poprawną liczbą zmiennoprzecinkową"},
+        {"object TWszystko\nTak=(\nend", u"Spodziewany tekst w linii 2 na pozycji 5"},
+        {"object TWszystko\nNazwa='a\n'\nend", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 7"},
+        {"object TWszystko\nNazwa='a' + 5\nend", u"Spodziewany tekst w linii 2 na pozycji 13"},
+        {"object TWszystko\nNazwa='a", u"Nieoczekiwany koniec pliku w linii 2 na pozycji 7"},
+        {"object TWszystko\nAdres=1\nend", u"Spodziewany identyfikator w linii 2 na pozycji 1"},
+        {"object TWszystko\nobject Nazwa\nend\nend", u"Spodziewany identyfikator w linii 2 na pozycji 8"},
+        {"object TWszystko\nobject Adres\nNumer=1\n", u"Spodziewany identyfikator w linii 4 na pozycji 1"},
+        {"object TWszystko\nobject Adresy\nobject\nend\nNumer=1\nend\nend",
+         u"Spodziewany symbol object w linii 5 na pozycji 1"},
+        {"object TWszystko\nobject Rozne\nobject TObcy\nend\nend\nend",
+         u"TKolekcjaObiektow: nieznana klasa TObcy w linii 3 na pozycji 8"},
+        {"object TWszystko\nobject Powiazane\n(1;2)\nend\nend", u"Spodziewany znak 29 w linii 3 na pozycji 3"},
+        {"object TWszystko\nWskaznik=-1\nend", u"za duża wartość: -1 w linii 2 na pozycji 10"},
+    };
+    for (const auto& w : tabela) {
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        EXPECT_EQ(Blad([&] { ZTekstu(*o, w.tekst); }), w.komunikat) << w.tekst;
+    }
+    // A fault in the header changes nothing; one behind it keeps what was read, with every pointer null or right.
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    o->SetB(1);
+    EXPECT_NE(Blad([&] { ZTekstu(*o, "object TAdres end"); }), u"");
+    EXPECT_EQ(o->GetB(), 1);
+    EXPECT_NE(Blad([&] { ZTekstu(*o, "object TWszystko Nazwa='x' Wskaznik=1 B=300 end"); }), u"");
+    EXPECT_EQ(o->GetNazwa(), u"x");
+    EXPECT_EQ(o->GetWskaznik(), nullptr);
+    // Numbers of no object, and of one of the wrong class.
+    ZTekstu(*o, "object TWszystko object Adres Numer=1 end Wskaznik=2 Referencja=1 object Powiazane (7,2) end end");
+    EXPECT_EQ(o->GetWskaznik(), nullptr);
+    EXPECT_EQ(o->GetReferencja(), nullptr);
+    EXPECT_EQ(o->GetPowiazane().IleObiektow(), 1);
+}
+
+TEST_F(FormatTekstowy, NazwyINaglowki) {
+    const TWlasny<TZleNazwy> zle = Utworz<TZleNazwy>();
+    zle->SetEnd(1);
+    EXPECT_EQ(Blad([&] { Tekst(*zle); }), u"pole End: wartości nie da się zapisać w tym formacie");
+    const TWlasny<TAdres> adres = Utworz<TAdres>();
+    adres->SetNumer(3);
+    TZTMemoryStream strumien;
+    adres->ZapiszTekstowo(strumien, u"inherited Adres: 'wersja 2'");
+    EXPECT_EQ(Bajty(strumien), "inherited Adres: 'wersja 2'\r\nNumer=3\r\nend");
+    const TWlasny<TAdres> kopia = Utworz<TAdres>();
+    ZTekstu(*kopia, Bajty(strumien), {}, u"INHERITED adres : 'wersja 2'");
+    EXPECT_EQ(kopia->GetNumer(), 3);
+    EXPECT_EQ(Blad([&] { ZTekstu(*kopia, Bajty(strumien), {}, u"inherited Adres: 'wersja 3'"); }),
+              u"Spodziewany symbol wersja 3 w linii 1 na pozycji 17");
+    EXPECT_EQ(Blad([&] { ZTekstu(*kopia, Bajty(strumien)); }), u"Spodziewany symbol object w linii 1 na pozycji 0");
+    EXPECT_EQ(kopia->GetNumer(), 3);
+    EXPECT_TRUE(JestNazwaTekstowa("Pole_1"));
+    for (const char* nazwa : {"", "1a", "a b", "a\xB3", "OBJECT", "end", "a-b"})
+        EXPECT_FALSE(JestNazwaTekstowa(nazwa)) << nazwa;
+}
+
+TEST_F(FormatTekstowy, GraniceIWrogieDane) {
+    std::string glebokie = "object TWszystko";
+    for (int i = 0; i < 100000; ++i)
+        glebokie += " object Podrzedne object";
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    EXPECT_NE(Blad<ZTException>([&] { ZTekstu(*o, glebokie); }), u"(no error)");
+    TOpcjeOdczytu opcje;
+    opcje.limity.bajtyTekstu = 100;
+    EXPECT_NE(Blad([&] { ZTekstu(*o, "object TWszystko Nazwa='" + std::string(101, 'x') + "' end", opcje); }),
+              u"(no error)");
+    EXPECT_NE(Blad([&] {
+                  ZTekstu(*o,
+                          "object TWszystko Nazwa='" + std::string(60, 'x') + "'+'" + std::string(60, 'x') + "' end",
+                          opcje);
+              }),
+              u"(no error)");
+    opcje.limity.pamiec = 100000;
+    std::string duzo = "object TWszystko object Adresy";
+    for (int i = 0; i < 2000; ++i)
+        duzo += " object end";
+    EXPECT_NE(Blad([&] { ZTekstu(*o, duzo + " end end", opcje); }), u"(no error)");
+
+    // Random changes of a valid document: an error of the library, or a tree that can be written.
+    TLosoweDrzewo los(3);
+    los.Wypelnij(*o, 2);
+    const std::string wzor = Tekst(*o);
+    int odczytane = 0;
+    for (int i = 0; i < 3000; ++i) {
+        std::string tekst = wzor;
+        for (std::uint32_t zmian = 1 + los.Z(3); zmian > 0; --zmian) {
+            const std::size_t gdzie = los.Z(tekst.size());
+            switch (los.Z(4)) {
+            case 0:
+                tekst[gdzie] = static_cast<char>(los.Z(256));
+                break;
+            case 1:
+                tekst.erase(gdzie, los.Z(20));
+                break;
+            case 2:
+                tekst.insert(gdzie, wzor, los.Z(wzor.size()), los.Z(50));
+                break;
+            default:
+                tekst.resize(gdzie);
+            }
+            if (tekst.empty())
+                tekst = " ";
+        }
+        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
+        try {
+            ZTekstu(*kopia, tekst);
+            ++odczytane;
+        } catch (const EWyjatek&) {
+        }
+        static_cast<void>(Tekst(*kopia));
+    }
+    EXPECT_GT(odczytane, 50);
+}
+
+TEST_F(FormatTekstowy, PlikIStrumienKtoryOdmawia) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    TLosoweDrzewo los(11);
+    los.Wypelnij(*o, 3);
+    const std::string wzor = Tekst(*o);
+    for (const std::int64_t miejsca : {std::int64_t{0}, std::int64_t{1}, static_cast<std::int64_t>(wzor.size()) - 1}) {
+        std::string pamiec(static_cast<std::size_t>(miejsca) + 1, ' ');
+        TZTMemoryStream ciasny;
+        ciasny.SetPointer(pamiec.data(), miejsca);
+        EXPECT_NE(Blad<EBladZapisu>([&] { o->ZapiszTekstowo(ciasny); }), u"(no error)") << miejsca;
+    }
+    strumienie::TOporny poBajcie;
+    poBajcie.porcja = 1;
+    poBajcie.dane = wzor;
+    const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
+    kopia->WczytajTekstowo(poBajcie);
+    EXPECT_EQ(Zapisz(*kopia), Zapisz(*o));
+}
+
+} // namespace

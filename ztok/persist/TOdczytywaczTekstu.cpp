@@ -1,0 +1,134 @@
+#include "ztok/persist/TOdczytywaczTekstu.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/fields/WyjatkiModelu.h"
+#include "ztok/kernel/TObiekt.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/util/Zttypybazowe.h"
+
+namespace ztok {
+
+namespace {
+
+// How the buffer of a long text grows, until it is 1 MiB at a step.
+constexpr std::size_t kGranicaWzrostu = 0x40000;
+constexpr std::size_t kKrokWzrostu = 0x100000;
+
+std::int64_t PozycjaJesliZnana(TStrumien& strumien) { return strumien.Pozostalo() < 0 ? -1 : strumien.GetPosition(); }
+
+} // namespace
+
+TOdczytywaczTekstu::TOdczytywaczTekstu(TStrumien& strumien, const TLimityOdczytu& limity)
+    : TOdczytywaczDanych(false, limity), Strumien(strumien), poczatek_(PozycjaJesliZnana(strumien)),
+      Parser(strumien, limity.bajtyTekstu) {}
+
+TOdczytywaczTekstu::~TOdczytywaczTekstu() = default;
+
+void TOdczytywaczTekstu::WczytajDokument(TObiektBazowy& korzen, std::u16string_view naglowek) {
+    const TBlokadaObiektu blokada(korzen);
+    WczytajNaglowek(korzen, naglowek);
+    korzen.ZerujDane();
+    try {
+        korzen.WczytajTekstowo(Strumien, this);
+        Parser.CheckTokenSymbol("end");
+        KorygujReferencje();
+    } catch (...) {
+        ZerujReferencje();
+        throw;
+    }
+    // The parser reads ahead; what follows the document belongs to the caller. Its text is not looked at.
+    if (poczatek_ >= 0)
+        Strumien.Seek(poczatek_ + Parser.SourcePos() + static_cast<std::int64_t>(Parser.TrescTokenu().size()),
+                      ESeek::Poczatek);
+}
+
+void TOdczytywaczTekstu::WczytajNaglowek(const TObiektBazowy& korzen, std::u16string_view naglowek) {
+    if (naglowek.empty()) {
+        Parser.CheckTokenSymbol("object");
+        Parser.NextToken();
+        const std::u16string klasa = NazwaKlasyTokenu();
+        if (!korzen.MoznaCzytacDaneTypu(klasa))
+            throw EZTObcyTypError(klasa, korzen.NazwaKlasy());
+        Parser.NextToken();
+        return;
+    }
+    TZTReadOnlyRawByteStream strumien(PolskiAnsi(naglowek));
+    for (TZTParser wzor(strumien); wzor.Token() != TZTParser::Koniec; wzor.NextToken(), Parser.NextToken()) {
+        if (wzor.Token() == TZTParser::Symbol)
+            Parser.CheckTokenSymbol(wzor.TrescTokenu());
+        else if (Parser.Token() != wzor.Token() || Parser.TrescTokenu() != wzor.TrescTokenu())
+            Parser.ErrorFmt(kmSpodziewanySymbol, {PolskiWide(wzor.TrescTokenu())});
+    }
+}
+
+void TOdczytywaczTekstu::DopiszTekst() {
+    if (Parser.Token() != TZTParser::TekstCudzyslow)
+        Parser.CheckToken(TZTParser::Tekst);
+    const std::string_view kawalek = Parser.TrescTokenu();
+    const std::size_t potrzeba = tekst_.size() + kawalek.size();
+    if (potrzeba > tekst_.capacity()) {
+        if (static_cast<std::int64_t>(potrzeba) > Limity().bajtyTekstu)
+            SprawdzTekst(static_cast<std::uint32_t>(std::min<std::size_t>(potrzeba, 0xFFFFFFFFU)));
+        tekst_.reserve(
+            std::max(potrzeba, tekst_.size() <= kGranicaWzrostu ? 4 * tekst_.size() : tekst_.size() + kKrokWzrostu));
+    }
+    tekst_ += kawalek;
+}
+
+std::string_view TOdczytywaczTekstu::WczytajTekstAnsi() {
+    tekst_.clear();
+    DopiszTekst();
+    while (Parser.NextToken() == '+') {
+        Parser.NextToken();
+        DopiszTekst();
+    }
+    SprawdzTekst(static_cast<std::uint32_t>(tekst_.size()));
+    return tekst_;
+}
+
+std::u16string TOdczytywaczTekstu::NazwaKlasyTokenu() const {
+    if (Parser.Token() != TZTParser::TekstCudzyslow && Parser.Token() != TZTParser::Tekst)
+        Parser.CheckToken(TZTParser::Symbol);
+    return PolskiWide(Parser.TrescTokenu());
+}
+
+std::u16string TOdczytywaczTekstu::WczytajTekst() { return ZeStronyKodowej(WczytajTekstAnsi(), DefStronaKodowa); }
+
+std::u16string TOdczytywaczTekstu::DekodujTrescUTF8(std::string_view bajty) {
+    return PoprawneUtf8(bajty) ? Utf16ZUtf8(bajty) : PolskiWide(bajty);
+}
+
+std::string_view TOdczytywaczTekstu::WczytajGolyToken() {
+    tekst_ = Parser.TrescTokenu();
+    Parser.NextToken();
+    SprawdzTekst(static_cast<std::uint32_t>(tekst_.size()));
+    return tekst_;
+}
+
+void TOdczytywaczTekstu::WczytajRef(TPoleWskObiektu& pole) { NumerPola(pole, WczytajNumer()); }
+
+std::uint32_t TOdczytywaczTekstu::WczytajNumer() {
+    Parser.CheckToken(TZTParser::Calkowita);
+    const std::int64_t numer = Parser.TokenInt();
+    if (numer < 0 || numer > std::numeric_limits<std::uint32_t>::max())
+        Parser.ErrorFmt(kmZaDuzaWartosc, {numer});
+    Parser.NextToken();
+    return static_cast<std::uint32_t>(numer);
+}
+
+TOdczytywaczTekstu::TPoleOdczytu::TPoleOdczytu(TOdczytywaczTekstu& odczytywacz, const TObiekt& obiekt) noexcept
+    : odczytywacz_(odczytywacz), obiekt_(odczytywacz.OdczytObiekt), pole_(odczytywacz.OdczytPole) {
+    odczytywacz.OdczytObiekt = &obiekt;
+}
+
+TOdczytywaczTekstu::TPoleOdczytu::~TPoleOdczytu() {
+    odczytywacz_.OdczytObiekt = obiekt_;
+    odczytywacz_.OdczytPole = pole_;
+}
+
+} // namespace ztok

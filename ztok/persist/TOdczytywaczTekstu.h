@@ -1,0 +1,89 @@
+// Reader of the readable form.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ztok/persist/TOdczytywaczDanych.h"
+#include "ztok/persist/TZTParser.h"
+
+namespace ztok {
+
+class TObiekt;
+
+// Numbers objects, resolves pointers and keeps limits as the binary reader does. One reader serves one read, on one
+// thread.
+class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
+  public:
+    // Reads the first token. The stream is not owned and must outlive the reader. EZTParserError.
+    explicit TOdczytywaczTekstu(TStrumien& strumien, const TLimityOdczytu& limity = {});
+    ~TOdczytywaczTekstu() override;
+
+    // Reads one whole document into the object, which is locked meanwhile: the header line, whose class must fit the
+    // object (EZTObcyTypError), or whose tokens must be those of the header given; the fields; and "end". After an
+    // error every pointer of the object is resolved or null.
+    void WczytajDokument(TObiektBazowy& korzen, std::u16string_view naglowek = {});
+
+    // One text: the current token, which must be one (EZTParserError), and those that "+" joins to it. Valid until the
+    // next text is read.
+    std::string_view WczytajTekstAnsi();
+    // The same decoded from the library's code page.
+    [[nodiscard]] std::u16string WczytajTekst();
+    // Bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
+    [[nodiscard]] static std::u16string DekodujTrescUTF8(std::string_view bajty);
+    // The class name that the current token gives, as a symbol or as a text.
+    [[nodiscard]] std::u16string NazwaKlasyTokenu() const;
+    // The text of any token as it stands, for values that are not in quotes.
+    std::string_view WczytajGolyToken();
+    // An object number, which waits for the end of the read.
+    void WczytajRef(TPoleWskObiektu& pole);
+    [[nodiscard]] std::uint32_t WczytajNumer();
+
+    TStrumien& Strumien;
+
+  private:
+    std::int64_t poczatek_; // position of the document in the stream, before the parser reads ahead; -1: not known
+
+  public:
+    TZTParser Parser;
+    const TObiekt* OdczytObiekt = nullptr; // whose fields are being read
+    int OdczytPole = -1;                   // the field being read
+
+    // Names the object whose fields are read, for a scope.
+    class TPoleOdczytu {
+      public:
+        TPoleOdczytu(TOdczytywaczTekstu& odczytywacz, const TObiekt& obiekt) noexcept;
+        TPoleOdczytu(const TPoleOdczytu&) = delete;
+        TPoleOdczytu& operator=(const TPoleOdczytu&) = delete;
+        ~TPoleOdczytu();
+
+      private:
+        TOdczytywaczTekstu& odczytywacz_;
+        const TObiekt* obiekt_;
+        int pole_;
+    };
+
+  private:
+    void WczytajNaglowek(const TObiektBazowy& korzen, std::u16string_view naglowek);
+    void DopiszTekst();
+
+    std::string tekst_; // the text read last
+};
+
+// The reader given, or one of its own for a value that is read alone.
+class TOdczytTekstu {
+  public:
+    TOdczytTekstu(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz)
+        : wlasny_(odczytywacz == nullptr ? new TOdczytywaczTekstu(strumien) : nullptr),
+          odczytywacz_(odczytywacz == nullptr ? *wlasny_ : *odczytywacz) {}
+    TOdczytTekstu(const TOdczytTekstu&) = delete;
+    TOdczytTekstu& operator=(const TOdczytTekstu&) = delete;
+    ~TOdczytTekstu() { delete wlasny_; }
+    TOdczytywaczTekstu* operator->() const noexcept { return &odczytywacz_; }
+
+  private:
+    TOdczytywaczTekstu* wlasny_;
+    TOdczytywaczTekstu& odczytywacz_;
+};
+
+} // namespace ztok

@@ -1,0 +1,241 @@
+#include "ztok/persist/TZapisywaczTekstu.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/platform/Kodowania.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/LiczbyTekst.h"
+#include "ztok/platform/TStrumienPlikowy.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+bool DefPominAkapity = true;
+bool DefPominKonceLinii = false;
+
+namespace {
+
+constexpr std::size_t kWiersz = 4096; // bytes of a text on one line
+constexpr std::size_t kKosztKodu = 4; // of them, for a byte written as a code
+
+bool JestZnakiemSpecjalnym(char bajt, char cudzyslow) noexcept {
+    return static_cast<unsigned char>(bajt) < 32 || bajt == cudzyslow;
+}
+
+// Bytes from the beginning that stand in quotes as they are. Eight at a time: a byte has its high bit set in `bity`
+// when it is below 32 or is the quotation mark (the bits below the first such byte are exact).
+std::size_t DlugoscOdcinka(const char* bajty, std::size_t ile, char cudzyslow) noexcept {
+    constexpr std::uint64_t jedynki = 0x0101010101010101U;
+    constexpr std::uint64_t wysokie = 0x8080808080808080U;
+    const std::uint64_t wzor = jedynki * static_cast<unsigned char>(cudzyslow);
+    std::size_t i = 0;
+    for (; i + 8 <= ile; i += 8) {
+        std::uint64_t slowo = 0;
+        std::memcpy(&slowo, bajty + i, 8);
+        const std::uint64_t rozne = slowo ^ wzor;
+        const std::uint64_t bity = (((slowo - jedynki * 32) & ~slowo) | ((rozne - jedynki) & ~rozne)) & wysokie;
+        if (bity != 0)
+            break;
+    }
+    while (i < ile && !JestZnakiemSpecjalnym(bajty[i], cudzyslow))
+        ++i;
+    return i;
+}
+
+// Whether a literal of these bytes shows its kind of quotation mark only after the first line, and the kind matters.
+bool PoczatekBezCudzyslowu(std::string_view bajty, char cudzyslow) noexcept {
+    const std::string_view wiersz = bajty.substr(0, kWiersz / kKosztKodu);
+    return bajty.size() > wiersz.size() &&
+           std::all_of(wiersz.begin(), wiersz.end(), [=](char b) { return JestZnakiemSpecjalnym(b, cudzyslow); }) &&
+           std::any_of(bajty.begin(), bajty.end(), [](char b) { return static_cast<unsigned char>(b) > 127; });
+}
+
+} // namespace
+
+TZapisywaczTekstu::TZapisywaczTekstu(TStrumien& strumien) : Strumien(&strumien) {
+    if (strumien.JestKlasy(TStrumienPlikowy::KlasaStatyczna())) {
+        BuforZapisu = Utworz<TBuforZapisu>(strumien);
+        Strumien = BuforZapisu.get();
+    }
+}
+
+TZapisywaczTekstu::~TZapisywaczTekstu() = default;
+
+void TZapisywaczTekstu::ZapiszDokument(const TObiektBazowy& korzen, std::u16string_view naglowek) {
+    const TBlokadaObiektu blokada(korzen);
+    PrzygotujKorzen(korzen);
+    if (naglowek.empty()) {
+        ZapiszTxt("object ");
+        ZapiszNazweKlasy(korzen.NazwaKlasy());
+    } else {
+        ZapiszTxt(PolskiAnsi(naglowek));
+    }
+    korzen.ZapiszTekstowo(*Strumien, this);
+    ZakonczObiekt();
+    if (BuforZapisu)
+        BuforZapisu->Flush();
+}
+
+void TZapisywaczTekstu::ZapiszLinie(std::string_view tekst) {
+    if (PominKonceLinii)
+        ZapiszTxt(" "); // what stands before must not run together with the text
+    else
+        NowaLinia();
+    ZapiszTxt(tekst);
+}
+
+void TZapisywaczTekstu::NowaLinia() {
+    if (PominKonceLinii)
+        return;
+    ZapiszTxt("\r\n");
+    ZapiszAkapit();
+}
+
+void TZapisywaczTekstu::ZapiszAkapit() {
+    if (PominAkapity || Akapit <= 0)
+        return;
+    const auto ile = static_cast<std::size_t>(Akapit);
+    if (AkapitStr.size() < ile || AkapitStr.front() != ZnakAkapitu)
+        AkapitStr.assign(ile, ZnakAkapitu);
+    ZapiszTxt(std::string_view(AkapitStr).substr(0, ile));
+}
+
+// --- frames and names
+
+bool JestNazwaTekstowa(std::string_view nazwa) noexcept {
+    const auto litera = [](char z) { return (z >= 'A' && z <= 'Z') || (z >= 'a' && z <= 'z') || z == '_'; };
+    if (nazwa.empty() || CompareTxtSgn(nazwa, "object") == 0 || CompareTxtSgn(nazwa, "end") == 0)
+        return false;
+    const auto pierwszy = static_cast<unsigned char>(nazwa.front());
+    return (litera(nazwa.front()) || (pierwszy >= 0x80 && pierwszy <= 0xFD)) &&
+           std::all_of(nazwa.begin() + 1, nazwa.end(), [&](char z) { return litera(z) || (z >= '0' && z <= '9'); });
+}
+
+std::string_view TZapisywaczTekstu::NazwaPola(const TObiekt& obiekt, int nrPola) {
+    std::string_view nazwa = obiekt.Nazwa8PolaNr(nrPola);
+    if (nazwa.empty()) {
+        // The class names its fields itself, or declares a name that cannot be written.
+        nazwa_ = PolskiAnsi(obiekt.NazwaPolaNr(nrPola));
+        nazwa = nazwa_;
+        if (!JestNazwaTekstowa(nazwa))
+            ZTErrorFmt(Komunikat(kmNieDaSieZapisacTekstowo), {obiekt.NazwaPolaNr(nrPola)});
+    }
+    return nazwa;
+}
+
+void TZapisywaczTekstu::ZacznijPole(const TObiekt& obiekt, int nrPola) {
+    ZapiszLinie(NazwaPola(obiekt, nrPola));
+    ZapiszTxt("=");
+}
+
+void TZapisywaczTekstu::ZacznijPoleObiekt(const TObiekt& obiekt, int nrPola) {
+    ZapiszLinie("object ");
+    ZapiszTxt(NazwaPola(obiekt, nrPola));
+}
+
+void TZapisywaczTekstu::ZapiszNazweKlasy(std::u16string_view nazwa) {
+    const std::string bajty = PolskiAnsi(nazwa);
+    if (JestNazwaTekstowa(bajty))
+        ZapiszTxt(bajty);
+    else
+        ZapiszTekst(bajty, Cudzyslow8Bit);
+}
+
+void TZapisywaczTekstu::ZacznijObiekt(std::u16string_view nazwaKlasy) {
+    ZapiszLinie("object ");
+    ZapiszNazweKlasy(nazwaKlasy);
+}
+
+// --- values
+
+void TZapisywaczTekstu::ZapiszRef(const TPoleWskObiektu& pole) {
+    std::int32_t gdzie = -1;
+    if (!JestObiekt(pole.Obiekt(), gdzie))
+        ZTErrorFmt(Komunikat(kmNieDaSieZapisacTekstowo), {pole.Klasa()});
+    ZapiszLiczbe(std::int64_t{gdzie} + 1);
+}
+
+void TZapisywaczTekstu::ZapiszLiczbe(std::int64_t liczba) {
+    char znaki[24];
+    const auto wynik = std::to_chars(znaki, znaki + sizeof znaki, liczba);
+    ZapiszTxt({znaki, static_cast<std::size_t>(wynik.ptr - znaki)});
+}
+
+void TZapisywaczTekstu::ZapiszLiczbe(double liczba) {
+    const TUstawieniaFormatu& format = JadroKlas()->Format();
+    const std::string tekst = PolskiAnsi(FloatNaTekstDokladny(liczba, format));
+    if (std::isfinite(liczba) && (format.separatorDziesietny == u'.' || format.separatorDziesietny == u','))
+        ZapiszTxt(tekst);
+    else
+        ZapiszTekst(tekst, Cudzyslow8Bit);
+}
+
+void TZapisywaczTekstu::ZapiszTekst(std::u16string_view tekst) { ZapiszTekstWide(tekst, true); }
+
+void TZapisywaczTekstu::ZapiszTekst(std::string_view bajty, char cudzyslow) { ZapiszTekstWewn(bajty, cudzyslow); }
+
+void TZapisywaczTekstu::ZapiszTekstWide(std::u16string_view tekst, bool szeroki) {
+    const char cudzyslow = szeroki ? CudzyslowSzeroki : Cudzyslow8Bit;
+    // Most texts fit one line and have nothing to be coded: they are made in their place.
+    char* cel =
+        3 * tekst.size() <= kWiersz ? reinterpret_cast<char*>(Strumien->MiejsceZapisu(3 * tekst.size() + 2)) : nullptr;
+    if (cel == nullptr) {
+        ZapiszTekstWewn(Utf8ZUtf16(tekst), cudzyslow);
+        return;
+    }
+    const std::size_t ile = KodujUtf8(tekst.data(), tekst.size(), cel + 1);
+    if (DlugoscOdcinka(cel + 1, ile, cudzyslow) < ile) {
+        char kopia[kWiersz];
+        std::memcpy(kopia, cel + 1, ile); // the same place takes the runs
+        ZapiszTekstWewn({kopia, ile}, cudzyslow);
+        return;
+    }
+    cel[0] = cel[ile + 1] = cudzyslow;
+    Strumien->Zapisano(ile + 2);
+}
+
+void TZapisywaczTekstu::ZapiszTekstWewn(std::string_view bajty, char cudzyslow) {
+    const char para[2] = {cudzyslow, cudzyslow};
+    if (bajty.empty()) {
+        ZapiszTxt({para, 2});
+        return;
+    }
+    const std::size_t wiersz = PominKonceLinii ? bajty.size() * kKosztKodu : kWiersz;
+    ZwiekszAkapit();
+    if (bajty.size() > wiersz)
+        NowaLinia();
+    if (cudzyslow == CudzyslowSzeroki && !PominKonceLinii && PoczatekBezCudzyslowu(bajty, cudzyslow))
+        ZapiszTxt({para, 2}); // shows from the start that the text is UTF-8
+    for (std::size_t zostalo = wiersz; !bajty.empty();) {
+        std::size_t ile = 1;
+        std::size_t koszt = kKosztKodu;
+        if (JestZnakiemSpecjalnym(bajty.front(), cudzyslow)) {
+            char kod[8] = {'#'};
+            const auto wynik =
+                std::to_chars(kod + 1, kod + sizeof kod, static_cast<unsigned>(static_cast<unsigned char>(bajty[0])));
+            ZapiszTxt({kod, static_cast<std::size_t>(wynik.ptr - kod)});
+        } else {
+            ile = koszt = DlugoscOdcinka(bajty.data(), std::min(bajty.size(), zostalo), cudzyslow);
+            ZapiszTxt({para, 1});
+            ZapiszTxt(bajty.substr(0, ile));
+            ZapiszTxt({para, 1});
+        }
+        bajty.remove_prefix(ile);
+        zostalo -= std::min(koszt, zostalo);
+        if (zostalo == 0 && !bajty.empty()) {
+            ZapiszTxt(" +");
+            NowaLinia();
+            zostalo = wiersz;
+        }
+    }
+    ZmniejszAkapit();
+}
+
+} // namespace ztok
