@@ -33,6 +33,8 @@ void ZarejestrujKodowania(const dane::TBaza& baza);
 // Copy and comparison of trees, sort and bisection of a list; and, when it has run, how the cost of a copy grows.
 void ZarejestrujModel(const dane::TBaza& baza);
 void DodajWzrostKopii(TTabela& tabela);
+// The cipher and the check sum.
+void ZarejestrujBajty();
 // The tokenizer over the invoices in readable form; the second adds what follows from the times.
 void ZarejestrujTekst(const dane::TBaza& baza);
 void PodsumujTekst(TTabela& tabela);

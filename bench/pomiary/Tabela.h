@@ -22,6 +22,10 @@ inline constexpr std::string_view kIcu = "ICU";
 inline constexpr std::string_view kIconv = "iconv";
 inline constexpr std::string_view kCpp = "plain C++";
 inline constexpr std::string_view kZtokSkalarnie = "ztok, SSE2"; // without the larger vectors
+inline constexpr std::string_view kOpenSSL = "OpenSSL";
+inline constexpr std::string_view kNettle = "nettle";
+inline constexpr std::string_view kZlib = "zlib";
+inline constexpr std::string_view kLibdeflate = "libdeflate";
 
 // Name of a benchmark: the row and the column.
 [[nodiscard]] std::string NazwaPomiaru(std::string_view operacja, std::string_view biblioteka);

@@ -114,6 +114,7 @@ void Wszystko() {
     ZarejestrujOperacje(baza);
     ZarejestrujKodowania(baza);
     ZarejestrujModel(baza);
+    ZarejestrujBajty();
     ZarejestrujTekst(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
     DodajWzrostKopii(tabela);

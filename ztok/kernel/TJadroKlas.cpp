@@ -21,6 +21,8 @@
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/Wyladowanie.h"
+#include "ztok/repository/Zamykanie.h"
+#include "ztok/util/Szyfratory.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -419,7 +421,12 @@ namespace {
 std::atomic<bool> zamknieta{false};
 
 void Zamknij(bool czekaj) noexcept {
-    if (g_ZTOKQuiet || zamknieta.exchange(true) || wlasneJadro == nullptr)
+    if (g_ZTOKQuiet)
+        return;
+    // Before the kernel: registrations are objects of the model, and hold interfaces.
+    ZamknijRepozytorium(czekaj);
+    ZamknijKontroler();
+    if (zamknieta.exchange(true) || wlasneJadro == nullptr)
         return;
     try {
         if (!czekaj && !wlasneJadro->NiktNieTrzyma())
@@ -454,6 +461,8 @@ void ZamknijPrzyWyladowaniu() noexcept {
     Zamknij(false);
     ZwolnijRejestrKlas();
     ZwolnijUstawieniaProcesu();
+    ZwolnijPamiecSzyfratorow();
+    ZwolnijStanKontroli();
     ZamknijPule();
 }
 

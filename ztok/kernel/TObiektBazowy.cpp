@@ -46,6 +46,7 @@ void TObiektBazowy::WykonajDestrukcje() {
     if (zakonczony_)
         return;
     zakonczony_ = true;
+    kontrola_.Zakoncz(*this);
     TOdczytywaczDanych::Zapomnij(*this);
     TPierwszyBlad blad;
     const auto kontekst = [this](EKomunikat numer) {

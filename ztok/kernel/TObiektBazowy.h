@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ztok/fields/TPole.h"
+#include "ztok/platform/Kontrolowane.h"
 
 namespace ztok {
 
@@ -222,6 +223,7 @@ class ZTOK_API TObiektBazowy : public TPole {
   private:
     friend class TBlokadaObiektu;
     friend class TJadroKlas;
+    friend class TKontroler;
     friend class TObiekt;
     friend class TOdczytywaczDanych;
     friend struct TPrzydzial;
@@ -251,6 +253,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     bool zakonczony_ = false; // the end of life has run
     bool trzymany_ = false;   // its parent holds it; asked before it is given away
     bool odczytany_ = false;  // a reader has numbered it
+    TZnakKontroli kontrola_;
 };
 
 // Holds an object's lock for a scope.
