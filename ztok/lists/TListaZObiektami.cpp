@@ -48,9 +48,9 @@ TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdz
         ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa.nazwa});
     // A fresh object has no parts that this list could be one of.
     TWlasny<TObiektBazowy> nowy(static_cast<TObiektBazowy*>(klasa.utworz(this)));
-    JadroBiezace().UstawRodzica(*nowy, this);
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
+    Przejmij(*nowy);
     return TListaBazowa::DodajObiekt(nowy.Oddaj(), gdzie);
 }
 

@@ -219,8 +219,11 @@ void TRepozytoriumKlas::WyrejestrujObiekt(const TGUID& GUID, std::u16string_view
     const std::u16string tekst = TekstGuid(GUID);
     const TBlokada blokada(FLock);
     std::int32_t gdzie = 0;
-    if (Znajdz(tekst, Identyfikator, gdzie) != nullptr)
-        usuniete = FLista->Wyjmij(gdzie);
+    if (Znajdz(tekst, Identyfikator, gdzie) == nullptr)
+        return;
+    usuniete = FLista->Wyjmij(gdzie);
+    if (FLista->ListaPusta())
+        FLista->UstawPojemnosc(0); // an idle repository holds no memory
 }
 
 bool TRepozytoriumKlas::JestZarejestrowany(const TGUID& GUID, std::u16string_view Identyfikator) {
