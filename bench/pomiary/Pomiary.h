@@ -28,6 +28,10 @@ void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std
 void ZarejestrujFazy(const dane::TBaza& baza);
 // Access to fields by number, appending, comparing texts.
 void ZarejestrujOperacje(const dane::TBaza& baza);
+// Writing and reading the readable form: plainly, and tuned.
+inline constexpr const char* kOperacjeTekstu[] = {"invoices: write text", "invoices: read text and destroy",
+                                                  "invoices: write text, tuned",
+                                                  "invoices: read text and destroy, tuned"};
 // The tokenizer over the invoices in readable form; the second adds what follows from the times.
 void ZarejestrujTekst(const dane::TBaza& baza);
 void PodsumujTekst(TTabela& tabela);

@@ -9,7 +9,8 @@ namespace pomiary {
 namespace {
 
 constexpr char kRozdzielacz = '|';
-constexpr std::array kKolumny = {kZtok, kCereal, kFlatBuffers, kBoost, kProtobuf, kProtobufArena, kCpp};
+constexpr std::array kKolumny = {kZtok,          kCereal,    kFlatBuffers,  kBoost,        kProtobuf,
+                                 kProtobufArena, kRapidJson, kPugiAtrybuty, kPugiElementy, kCpp};
 constexpr const char* kIle = "n";
 constexpr const char* kReczny = "manual";
 

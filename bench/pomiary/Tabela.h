@@ -17,6 +17,9 @@ inline constexpr std::string_view kFlatBuffers = "FlatBuffers";
 inline constexpr std::string_view kBoost = "Boost";
 inline constexpr std::string_view kProtobuf = "protobuf";
 inline constexpr std::string_view kProtobufArena = "pb arena";
+inline constexpr std::string_view kRapidJson = "RapidJSON";
+inline constexpr std::string_view kPugiAtrybuty = "pugi attr";
+inline constexpr std::string_view kPugiElementy = "pugi elem";
 inline constexpr std::string_view kCpp = "plain C++";
 
 // Name of a benchmark: the row and the column.
