@@ -77,11 +77,11 @@ void TPoleDateTimeBazowe::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu*
     const TZapisTekstu zapis(strumien, zapisywacz);
     switch (Klasa()->kodPola) {
     case kpDate:
-        return zapis->ZapiszTekst(ZTOKDateToStr(wartosc_));
+        return zapis->ZapiszDate(wartosc_);
     case kpTime:
-        return zapis->ZapiszTekst(ZTOKTimeToStr(wartosc_));
+        return zapis->ZapiszCzas(wartosc_);
     default:
-        return zapis->ZapiszTekst(ZTOKDateTimeToStr(wartosc_));
+        return zapis->ZapiszDateICzas(wartosc_);
     }
 }
 

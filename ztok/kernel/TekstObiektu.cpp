@@ -63,10 +63,21 @@ void TObiekt::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     const TObiekt* const poprzedni = std::exchange(zapisywacz.ZapisObiekt, this);
     const int poprzednie = zapisywacz.ZapisPole;
     zapisywacz.ZwiekszAkapit();
+    // Nobody else has a say: then a plain field takes part when it holds a value.
+    const bool poStanie = !pytajKlase && (cechy & ckWlasneNiepuste) == 0 && !zapisywacz.CzyZapisacPole;
+    const TMigawkaOpisu* const migawka = (cechy & ckWlasneNazwyPol) == 0 && FPola != nullptr ? &Migawka() : nullptr;
     for (int nr = 0; nr < ilePol_; ++nr) {
-        if (FPola[nr] == nullptr || !PoleWZapisie(nr, pytajKlase, cechy, zapisywacz))
+        if (FPola[nr] == nullptr)
+            continue;
+        const std::uint8_t stan = Stany()[nr];
+        const unsigned kod = stan >> 4U;
+        const bool zwykle = (stan & spObiekt) == 0 && kod != kpWskObiektu;
+        if (poStanie && zwykle ? (stan & spWartosc) == 0 : !PoleWZapisie(nr, pytajKlase, cechy, zapisywacz))
             continue;
         zapisywacz.ZapisPole = nr;
+        if (zwykle && (stan & spDokladna) != 0 && migawka != nullptr && nr < migawka->ilePol &&
+            !migawka->pola[nr].nazwa8.empty() && zapisywacz.ZapiszLiniePola(migawka->pola[nr].nazwa8, *FPola[nr], kod))
+            continue;
         if ((Stany()[nr] & spObiekt) == 0) {
             zapisywacz.ZacznijPole(*this, nr);
             FPola[nr]->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);

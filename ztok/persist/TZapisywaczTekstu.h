@@ -64,6 +64,16 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     // tokenizer could not read as a number stands in quotes: NaN, infinities, unusual decimal separators.
     void ZapiszLiczbe(double liczba);
 
+    // A date, a time, or both with a blank between them, with the kernel's format settings.
+    void ZapiszDate(double wartosc);
+    void ZapiszCzas(double wartosc);
+    void ZapiszDateICzas(double wartosc);
+
+    // Writes a whole line, "name=value", at once. False, and nothing is written, when the stream shows no room for it
+    // or the value is not of the usual form: then ZacznijPole and the value's own operation write it. `nazwa` is a name
+    // that can stand in the text form; the field is exactly of the library's class of that code.
+    [[nodiscard]] bool ZapiszLiniePola(std::string_view nazwa, const TPole& pole, unsigned kod);
+
     // Begins a field: new line, name, "=". ZTException for a name that readers could not tell from the rest: one that
     // is no identifier, or is `object` or `end`.
     void ZacznijPole(const TObiekt& obiekt, int nrPola);
@@ -86,6 +96,10 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     void ZapiszTekstWewn(std::string_view bajty, char cudzyslow);
 
   private:
+    [[nodiscard]] char* MiejsceLinii(std::string_view tekst, std::size_t zapas);
+    void ZatwierdzDo(const char* koniec) noexcept {
+        Strumien->Zapisano(static_cast<std::size_t>(koniec - reinterpret_cast<char*>(Strumien->MiejsceZapisu(1))));
+    }
     void ZapiszNazweKlasy(std::u16string_view nazwa);
     [[nodiscard]] std::string_view NazwaPola(const TObiekt& obiekt, int nrPola);
 
