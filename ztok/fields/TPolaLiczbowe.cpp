@@ -56,6 +56,11 @@ template <class W> std::u16string NaTekst(W wartosc) {
 
 // A real number token; the tokenizer parts a number with a decimal comma into three tokens.
 double RzeczywistaZTokenow(TZTParser& parser) {
+    if (parser.Token() == TZTParser::Ulamkowa) {
+        const double liczba = TZTParser::StringToFloat(parser.TrescTokenu());
+        parser.NextToken();
+        return liczba;
+    }
     std::string tekst = parser.TokenString();
     const bool calkowita = parser.Token() == TZTParser::Calkowita;
     parser.NextToken();

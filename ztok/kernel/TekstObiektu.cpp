@@ -5,6 +5,7 @@
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/fields/TPoleBoolean.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
@@ -110,13 +111,82 @@ int TObiekt::PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const {
     return nr;
 }
 
+namespace {
+
+// Reads "=" and the value of a field that a plain reader need not hear of, when it is written in the usual way; false
+// leaves everything to the field itself. The parser then stands before the next token.
+bool WczytajWartosc(TPole& pole, unsigned kod, TOdczytywaczTekstu& odczytywacz) {
+    TZTParser& parser = odczytywacz.Parser;
+    std::string_view bajty;
+    std::int64_t calkowita = 0;
+    double rzeczywista = 0;
+    bool logiczna = false;
+    const auto tekst = [&](auto& poleTekstowe) {
+        if (!parser.WezTekst(CudzyslowSzeroki, bajty))
+            return false;
+        odczytywacz.SprawdzTekst(static_cast<std::uint32_t>(bajty.size()));
+        TOdczytywaczTekstu::ZTresciUTF8(bajty, [&](std::u16string_view znaki) { poleTekstowe.UstawWartosc(znaki); });
+        return true;
+    };
+    switch (kod) {
+    case kpString:
+        return tekst(static_cast<TPoleString&>(pole));
+    case kpWideString:
+        return tekst(static_cast<TPoleWideString&>(pole));
+    case kpBoolean:
+        if (!parser.WezLogiczna(logiczna))
+            return false;
+        static_cast<TPoleBoolean&>(pole).UstawWartosc(logiczna ? 1 : 0);
+        return true;
+    case kpInteger:
+        if (!parser.WezCalkowita(calkowita))
+            return false;
+        static_cast<TPoleInteger&>(pole).UstawWartosc(static_cast<std::int32_t>(calkowita));
+        return true;
+    case kpInt64:
+        if (!parser.WezCalkowita(calkowita))
+            return false;
+        static_cast<TPoleInt64&>(pole).UstawWartosc(calkowita);
+        return true;
+    case kpDouble:
+        if (!parser.WezRzeczywista(rzeczywista))
+            return false;
+        static_cast<TPoleDouble&>(pole).UstawWartosc(rzeczywista);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
 void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
     ZerujDane();
     TZTParser& parser = odczytywacz.Parser;
     TOdczytywaczTekstu::TPoleOdczytu poprzednie(odczytywacz, *this);
     const TMigawkaOpisu& migawka = Migawka();
+    // Such a class leaves its fields to their names and classes as they are declared.
+    const bool szybko =
+        !Klasa()->Ma(ckWlasneNazwyPol | ckWlasneTypyPol | ckWlasneUstawNiepuste) && !odczytywacz.ChceKazdePole();
     odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1));
-    for (int nr = -1; !parser.TokenSymbolIs("end");) {
+    for (int nr = -1;;) {
+        // Mostly a name says what is the next declared field.
+        if (szybko && nr + 1 < migawka.ilePol && parser.Token() == TZTParser::Symbol &&
+            parser.TrescTokenu() == migawka.pola[nr + 1].nazwa8 && parser.PrzedRowna()) {
+            const TKlasa* typ = migawka.pola[nr + 1].klasa;
+            if (!typ->Ma(ckObiektBazowy)) {
+                TPole& pole = Pole(nr + 1) != nullptr ? *Pole(nr + 1) : UtworzPole(nr + 1, typ);
+                const std::uint8_t stan = Stany()[nr + 1];
+                if ((stan & spDokladna) != 0 && WczytajWartosc(pole, stan >> 4U, odczytywacz)) {
+                    odczytywacz.ZuzyjPamiec(48);
+                    Stany()[++nr] |= spWartosc;
+                    parser.NextToken();
+                    continue;
+                }
+            }
+        }
+        if (parser.TokenSymbolIs("end"))
+            break;
         const bool obiekt = parser.TokenSymbolIs("object");
         if (obiekt)
             parser.NextToken();

@@ -6,6 +6,7 @@
 
 #include "ztok/persist/TOdczytywaczDanych.h"
 #include "ztok/persist/TZTParser.h"
+#include "ztok/platform/Kodowania.h"
 
 namespace ztok {
 
@@ -31,6 +32,16 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     [[nodiscard]] std::u16string WczytajTekst();
     // Bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
     [[nodiscard]] static std::u16string DekodujTrescUTF8(std::string_view bajty);
+    // The same, given to `ustaw` as a view that ends with the call: most texts are short and right, and need no memory.
+    template <class F> static void ZTresciUTF8(std::string_view bajty, const F& ustaw) {
+        constexpr std::size_t krotki = 256;
+        if (bajty.size() > krotki || !PoprawneUtf8(bajty)) {
+            ustaw(std::u16string_view(DekodujTrescUTF8(bajty)));
+            return;
+        }
+        char16_t znaki[krotki];
+        ustaw(std::u16string_view(znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki)));
+    }
     // The class name that the current token gives, as a symbol or as a text.
     [[nodiscard]] std::u16string NazwaKlasyTokenu() const;
     // The text of any token as it stands, for values that are not in quotes.
