@@ -6,6 +6,7 @@
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleBoolean.h"
+#include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
@@ -93,18 +94,29 @@ void TObiekt::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     zapisywacz.ZapisPole = poprzednie;
 }
 
-// The field that the current token names; `po` is the number of the field read last, since fields come in order.
+namespace {
+
+// The field of exactly that name, -1 if there is none; `po` is the number of the field read last, since fields come in
+// order.
+int PoleONazwie8(const TMigawkaOpisu& migawka, std::string_view nazwa, int po) noexcept {
+    for (int i = 1; i <= migawka.ilePol; ++i) {
+        const int nr = po + i < migawka.ilePol ? po + i : po + i - migawka.ilePol;
+        if (migawka.pola[nr].nazwa8 == nazwa)
+            return nr;
+    }
+    return -1;
+}
+
+} // namespace
+
+// The field that the current token names.
 int TObiekt::PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const {
     TZTParser& parser = odczytywacz.Parser;
     parser.CheckToken(TZTParser::Symbol);
-    const TMigawkaOpisu& migawka = Migawka();
     const std::string_view nazwa = parser.TrescTokenu();
     if (!Klasa()->Ma(ckWlasneNazwyPol))
-        for (int i = 1; i <= migawka.ilePol; ++i) {
-            const int nr = po + i < migawka.ilePol ? po + i : po + i - migawka.ilePol;
-            if (migawka.pola[nr].nazwa8 == nazwa)
-                return nr;
-        }
+        if (const int nr = PoleONazwie8(Migawka(), nazwa, po); nr >= 0)
+            return nr;
     const int nr = NrPolaONazwie(PolskiWide(nazwa));
     if (nr < 0)
         parser.Error(kmSpodziewanyIdentyfikator);
@@ -148,6 +160,11 @@ bool WczytajWartosc(TPole& pole, unsigned kod, TOdczytywaczTekstu& odczytywacz) 
             return false;
         static_cast<TPoleInt64&>(pole).UstawWartosc(calkowita);
         return true;
+    case kpDate:
+        if (!parser.WezDate(JadroKlas()->Format(), rzeczywista))
+            return false;
+        static_cast<TPoleDate&>(pole).UstawWartosc(rzeczywista);
+        return true;
     case kpDouble:
         if (!parser.WezRzeczywista(rzeczywista))
             return false;
@@ -169,18 +186,26 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
     const bool szybko =
         !Klasa()->Ma(ckWlasneNazwyPol | ckWlasneTypyPol | ckWlasneUstawNiepuste) && !odczytywacz.ChceKazdePole();
     odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1));
+    bool spodziewane = false; // the token is the name of the field behind number nr, with "=" behind it
     for (int nr = -1;;) {
-        // Mostly a name says what is the next declared field.
-        if (szybko && nr + 1 < migawka.ilePol && parser.Token() == TZTParser::Symbol &&
-            parser.TrescTokenu() == migawka.pola[nr + 1].nazwa8 && parser.PrzedRowna()) {
-            const TKlasa* typ = migawka.pola[nr + 1].klasa;
+        int nastepne = nr + 1;
+        if (szybko && !spodziewane && parser.Token() == TZTParser::Symbol && parser.PrzedRowna()) {
+            nastepne = PoleONazwie8(migawka, parser.TrescTokenu(), nr);
+            spodziewane = nastepne >= 0;
+        }
+        if (spodziewane) {
+            spodziewane = false;
+            const TKlasa* typ = migawka.pola[nastepne].klasa;
             if (!typ->Ma(ckObiektBazowy)) {
-                TPole& pole = Pole(nr + 1) != nullptr ? *Pole(nr + 1) : UtworzPole(nr + 1, typ);
-                const std::uint8_t stan = Stany()[nr + 1];
+                TPole* jest = Pole(nastepne);
+                TPole& pole = jest != nullptr ? *jest : UtworzPole(nastepne, typ);
+                const std::uint8_t stan = Stany()[nastepne];
                 if ((stan & spDokladna) != 0 && WczytajWartosc(pole, stan >> 4U, odczytywacz)) {
                     odczytywacz.ZuzyjPamiec(48);
-                    Stany()[++nr] |= spWartosc;
-                    parser.NextToken();
+                    Stany()[nastepne] |= spWartosc;
+                    nr = nastepne;
+                    spodziewane =
+                        parser.NextToken(nr + 1 < migawka.ilePol ? migawka.pola[nr + 1].nazwa8 : std::string_view());
                     continue;
                 }
             }

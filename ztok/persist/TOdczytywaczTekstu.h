@@ -1,6 +1,8 @@
 // Reader of the readable form.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -35,12 +37,16 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     // The same, given to `ustaw` as a view that ends with the call: most texts are short and right, and need no memory.
     template <class F> static void ZTresciUTF8(std::string_view bajty, const F& ustaw) {
         constexpr std::size_t krotki = 256;
-        if (bajty.size() > krotki || !PoprawneUtf8(bajty)) {
-            ustaw(std::u16string_view(DekodujTrescUTF8(bajty)));
-            return;
-        }
         char16_t znaki[krotki];
-        ustaw(std::u16string_view(znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki)));
+        if (bajty.size() <= krotki) {
+            // What is ill-formed shows as U+FFFD, which is rare in texts.
+            const std::u16string_view tekst(znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki));
+            if (!MozeMiecZamiennik(tekst) || PoprawneUtf8(bajty)) {
+                ustaw(tekst);
+                return;
+            }
+        }
+        ustaw(std::u16string_view(DekodujTrescUTF8(bajty)));
     }
     // The class name that the current token gives, as a symbol or as a text.
     [[nodiscard]] std::u16string NazwaKlasyTokenu() const;
@@ -75,6 +81,18 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     };
 
   private:
+    // Whether U+FFFD may stand in the text: four units at a time, and a unit that looks alike does no harm.
+    [[nodiscard]] static bool MozeMiecZamiennik(std::u16string_view tekst) noexcept {
+        std::size_t i = 0;
+        for (; i + 4 <= tekst.size(); i += 4) {
+            std::uint64_t cztery = 0;
+            std::memcpy(&cztery, tekst.data() + i, sizeof cztery);
+            const std::uint64_t rozne = cztery ^ 0xFFFDFFFDFFFDFFFDU;
+            if (((rozne - 0x0001000100010001U) & ~rozne & 0x8000800080008000U) != 0)
+                return true;
+        }
+        return tekst.substr(i).find(u'\uFFFD') != std::u16string_view::npos;
+    }
     void WczytajNaglowek(const TObiektBazowy& korzen, std::u16string_view naglowek);
     void DopiszTekst();
 

@@ -307,6 +307,22 @@ std::uint8_t TZTParser::NextToken() {
     return token_;
 }
 
+bool TZTParser::NextToken(std::string_view nazwa) {
+    ZapomnijTresc();
+    PominBlanki();
+    const auto ile = static_cast<std::ptrdiff_t>(nazwa.size());
+    if (nazwa.empty() || koniec_ - poz_ <= ile || poz_[ile] != '=' || ile > maksTokenu_ ||
+        !RowneKrotkie(poz_, nazwa.data(), nazwa.size())) {
+        NextToken();
+        return false;
+    }
+    ZapamietajMiejsce();
+    tekstOd_ = poz_;
+    tekstDo_ = poz_ += ile;
+    token_ = Symbol;
+    return true;
+}
+
 void TZTParser::CzytajNazwe() {
     const auto nazwa = [](const TBlokBajtow& blok) { return blok.LiteryAscii() | Cyfry(blok) | blok.Rowne('_'); };
     if (trybXML_)
@@ -548,6 +564,17 @@ bool TZTParser::WezRzeczywista(double& liczba) noexcept {
     if (!JestKoniecWartosci(od, p) || !CzytajRzeczywista({od, static_cast<std::size_t>(p - od)}, liczba))
         return false;
     poz_ += p - poz_;
+    return true;
+}
+
+bool TZTParser::WezDate(const TUstawieniaFormatu& format, double& wartosc) noexcept {
+    constexpr std::ptrdiff_t dlugosc = 10;
+    const char* const od = poz_ + 2;
+    if (koniec_ - od <= dlugosc || poz_[0] != '=' || poz_[1] != '"' || od[dlugosc] != '"' ||
+        !JestKoniecWartosci(od, od + dlugosc + 1) ||
+        !CzytajDate({od, static_cast<std::size_t>(dlugosc)}, format, wartosc))
+        return false;
+    poz_ += dlugosc + 3;
     return true;
 }
 

@@ -10,6 +10,7 @@ namespace ztok {
 
 namespace {
 
+constexpr double kGranica = 1e15;
 constexpr int kCyfrDokladnych = 15; // decimal digits that every double keeps
 
 bool JestCyfra(char znak) noexcept { return znak >= '0' && znak <= '9'; }
@@ -22,6 +23,30 @@ char* PiszDwie(int liczba, char* cel) noexcept {
 
 int Dwie(const char* cyfry) noexcept { return (cyfry[0] - '0') * 10 + (cyfry[1] - '0'); }
 
+// A number that is a decimal of at most 15 digits is the double of no other such decimal, so these digits are its
+// shortest ones. Whether it is one shows by dividing: the quotient of two exact doubles is the double next to the
+// decimal.
+template <int Miejsc> char* PiszDziesietna(double modul, char16_t przecinek, char* cel) noexcept {
+    constexpr std::uint64_t potega = Miejsc == 2 ? 100 : Miejsc == 4 ? 10000 : 1000000;
+    constexpr auto mnoznik = static_cast<double>(potega);
+    const double przesunieta = modul * mnoznik + 0.5;
+    if (!(przesunieta < kGranica))
+        return nullptr;
+    const auto cyfry = static_cast<std::uint64_t>(static_cast<std::int64_t>(przesunieta));
+    if (static_cast<double>(static_cast<std::int64_t>(cyfry)) / mnoznik != modul)
+        return nullptr;
+    const std::uint64_t calkowita = cyfry / potega;
+    auto ulamek = static_cast<unsigned>(cyfry - calkowita * potega);
+    cel = PiszCalkowita(static_cast<std::int64_t>(calkowita), cel);
+    *cel++ = static_cast<char>(przecinek);
+    for (int i = Miejsc; i > 0; i -= 2, ulamek /= 100)
+        PiszDwie(static_cast<int>(ulamek % 100), cel + i - 2);
+    cel += Miejsc;
+    while (cel[-1] == '0')
+        --cel;
+    return cel;
+}
+
 bool ZwyklaData(const TUstawieniaFormatu& format) noexcept { return format.krotkiFormatDaty == u"yyyy-MM-dd"; }
 bool ZwyklyCzas(const TUstawieniaFormatu& format) noexcept {
     return format.dlugiFormatCzasu == u"hh:mm:ss" && format.separatorCzasu == u':';
@@ -33,14 +58,10 @@ char* PiszCalkowita(std::int64_t liczba, char* cel) noexcept {
     return std::to_chars(cel, cel + kMiejsceWartosci, liczba).ptr;
 }
 
-// A number that is a decimal of at most 15 digits is the double of no other such decimal, so these digits are its
-// shortest ones. Whether it is one shows by dividing: the quotient of two exact doubles is the double next to the
-// decimal.
 char* PiszRzeczywista(double liczba, const TUstawieniaFormatu& format, char* cel) noexcept {
-    constexpr double granica = 1e15;
     constexpr double najmniejsza = 1e-3; // far above the numbers that take an exponent
     const double modul = std::fabs(liczba);
-    if (!(modul < granica) || (modul < najmniejsza && modul != 0) ||
+    if (!(modul < kGranica) || (modul < najmniejsza && modul != 0) ||
         (format.separatorDziesietny != u'.' && format.separatorDziesietny != u','))
         return nullptr;
     // A negative zero shows its sign or not as the general function decides.
@@ -50,27 +71,11 @@ char* PiszRzeczywista(double liczba, const TUstawieniaFormatu& format, char* cel
         *cel++ = '-';
     if (const auto calkowita = static_cast<std::int64_t>(modul); static_cast<double>(calkowita) == modul)
         return PiszCalkowita(calkowita, cel);
-    int miejsc = 2;
-    for (const std::int64_t potega : {100, 10000, 1000000}) {
-        const auto mnoznik = static_cast<double>(potega);
-        const double przesunieta = modul * mnoznik + 0.5;
-        if (!(przesunieta < granica))
-            return nullptr;
-        const auto cyfry = static_cast<std::int64_t>(przesunieta);
-        if (static_cast<double>(cyfry) / mnoznik == modul) {
-            cel = PiszCalkowita(cyfry / potega, cel);
-            *cel++ = static_cast<char>(format.separatorDziesietny);
-            auto ulamek = static_cast<int>(cyfry % potega);
-            for (int i = miejsc; i > 0; i -= 2, ulamek /= 100)
-                PiszDwie(ulamek % 100, cel + i - 2);
-            cel += miejsc;
-            while (cel[-1] == '0')
-                --cel;
-            return cel;
-        }
-        miejsc += 2;
-    }
-    return nullptr;
+    if (char* koniec = PiszDziesietna<2>(modul, format.separatorDziesietny, cel); koniec != nullptr)
+        return koniec;
+    if (char* koniec = PiszDziesietna<4>(modul, format.separatorDziesietny, cel); koniec != nullptr)
+        return koniec;
+    return PiszDziesietna<6>(modul, format.separatorDziesietny, cel);
 }
 
 char* PiszDate(double wartosc, const TUstawieniaFormatu& format, char* cel) noexcept {

@@ -14,21 +14,43 @@ struct TUstawieniaFormatu;
 // Bytes that any of the writing functions may need.
 inline constexpr std::size_t kMiejsceWartosci = 32;
 
-// Copies up to some tens of bytes without a call.
+// Copies and compares up to some tens of bytes without a call.
 inline char* KopiujKrotki(char* cel, std::string_view bajty) noexcept {
-    const char* od = bajty.data();
-    std::size_t ile = bajty.size();
-    for (; ile >= 8; ile -= 8, od += 8, cel += 8)
-        std::memcpy(cel, od, 8);
-    if (ile >= 4) {
+    const char* const od = bajty.data();
+    const std::size_t ile = bajty.size();
+    if (ile >= 8) {
+        for (std::size_t i = 0; i + 8 <= ile; i += 8)
+            std::memcpy(cel + i, od + i, 8);
+        std::memcpy(cel + ile - 8, od + ile - 8, 8);
+    } else if (ile >= 4) {
         std::memcpy(cel, od, 4);
-        od += 4;
-        cel += 4;
-        ile -= 4;
+        std::memcpy(cel + ile - 4, od + ile - 4, 4);
+    } else {
+        for (std::size_t i = 0; i < ile; ++i)
+            cel[i] = od[i];
     }
-    for (; ile != 0; --ile)
-        *cel++ = *od++;
-    return cel;
+    return cel + ile;
+}
+
+inline bool RowneKrotkie(const char* a, const char* b, std::size_t ile) noexcept {
+    const auto rozne = [&](auto czesc, std::size_t i) {
+        auto druga = czesc;
+        std::memcpy(&czesc, a + i, sizeof czesc);
+        std::memcpy(&druga, b + i, sizeof druga);
+        return czesc != druga;
+    };
+    if (ile >= 8) {
+        for (std::size_t i = 0; i + 8 <= ile; i += 8)
+            if (rozne(std::uint64_t{0}, i))
+                return false;
+        return !rozne(std::uint64_t{0}, ile - 8);
+    }
+    if (ile >= 4)
+        return !rozne(std::uint32_t{0}, 0) && !rozne(std::uint32_t{0}, ile - 4);
+    for (std::size_t i = 0; i < ile; ++i)
+        if (a[i] != b[i])
+            return false;
+    return true;
 }
 
 // Each writes the value as it stands in the text form and returns the place behind it; null for a value or a format
