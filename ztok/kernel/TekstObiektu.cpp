@@ -59,15 +59,17 @@ std::string_view TObiekt::Nazwa8PolaNr(int nrPola) const {
 }
 
 void TObiekt::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
+    if (FPola == nullptr)
+        return;
     const std::uint32_t cechy = Klasa()->cechy;
-    const bool pytajKlase = FPola != nullptr && !zapisywacz.ZapisWszystkichPol &&
-                            ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
+    const bool pytajKlase =
+        !zapisywacz.ZapisWszystkichPol && ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
     const TObiekt* const poprzedni = std::exchange(zapisywacz.ZapisObiekt, this);
     const int poprzednie = zapisywacz.ZapisPole;
     zapisywacz.ZwiekszAkapit();
     // Nobody else has a say: then a plain field takes part when it holds a value.
     const bool poStanie = !pytajKlase && (cechy & ckWlasneNiepuste) == 0 && !zapisywacz.CzyZapisacPole;
-    const TMigawkaOpisu* const migawka = (cechy & ckWlasneNazwyPol) == 0 && FPola != nullptr ? &Migawka() : nullptr;
+    const TMigawkaOpisu* const migawka = (cechy & ckWlasneNazwyPol) == 0 ? &Migawka() : nullptr;
     for (int nr = 0; nr < ilePol_; ++nr) {
         if (FPola[nr] == nullptr)
             continue;

@@ -40,10 +40,12 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     // format cannot hold, EBladZapisu when the stream takes too few bytes.
     void ZapiszDokument(const TObiektBazowy& korzen, std::u16string_view naglowek = {});
 
+    // NOLINTBEGIN(readability-make-member-function-const): a writer that writes is no constant
     // Text as it stands; the same on a new line.
     void ZapiszTxt(std::string_view tekst) { Strumien->WriteBuffer(tekst.data(), tekst.size()); }
     void ZapiszLinie(std::string_view tekst);
     void ZapiszBufor(const void* bufor, std::size_t ile) { Strumien->WriteBuffer(bufor, ile); }
+    // NOLINTEND(readability-make-member-function-const)
     // Line end and indentation; nothing with PominKonceLinii.
     void NowaLinia();
     void ZapiszAkapit();
@@ -97,6 +99,7 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
 
   private:
     [[nodiscard]] char* MiejsceLinii(std::string_view tekst, std::size_t zapas);
+    // NOLINTNEXTLINE(readability-make-member-function-const): as above
     void ZatwierdzDo(const char* koniec) noexcept {
         Strumien->Zapisano(static_cast<std::size_t>(koniec - reinterpret_cast<char*>(Strumien->MiejsceZapisu(1))));
     }
