@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/NumeryKlas.h"
@@ -366,13 +367,18 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
             if (pole == nullptr)
                 continue;
             const std::uint32_t cechyPola = pole->Klasa()->cechy;
-            if ((cechyPola & ckObiekt) != 0)
+            if ((cechyPola & (ckObiekt | ckTablica)) != 0)
                 ZwolnijLinkiWPolach(jadro, static_cast<TObiektBazowy&>(*pole));
             else if ((cechyPola & ckListaZObiektami) != 0)
                 ZwolnijLinkiElementow(jadro, static_cast<const TListaBazowa&>(*pole));
             else if ((cechyPola & (ckPoleWsk | ckListaWsk)) != 0)
                 zPolami.SetMaWartosc(nr, false);
         }
+    } else if ((cechy & ckTablica) != 0) {
+        const auto& tablica = static_cast<const TArrayOfConst&>(obiekt);
+        for (std::int32_t i = 0; i < tablica.Ile(); ++i)
+            if (TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
+                ZwolnijLinkiWPolach(jadro, *element);
     } else if ((cechy & ckListaZObiektami) != 0) {
         ZwolnijLinkiElementow(jadro, static_cast<const TListaBazowa&>(obiekt));
     } else if ((cechy & ckListaWsk) != 0) {
