@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
-#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +11,7 @@
 #include "StrumienieTestowe.h"
 #include "platforma/SystemTestowy.h"
 #include "ztok/kernel/Typypolbazowe.h"
+#include "ztok/platform/TObiektLiczony.h"
 #include "ztok/util/Zttypybazowe.h"
 
 using namespace ztok;
@@ -53,7 +53,7 @@ void ZTekstu(TObiektBazowy& obiekt, const std::string& tekst) {
 }
 
 // A stream of one element that a case of the tables holds, and the document of the same.
-std::string Dokument(const std::string& wiersz) { return "object TArrayOfConst\r\n " + wiersz + "\r\nend"; }
+std::string Dokument(const std::string& wiersz) { return "object TArrayOfConst\r\n" + wiersz + "\r\nend"; }
 
 class TablicaWartosci : public testing::Test {
   protected:
@@ -93,7 +93,7 @@ TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
         {TArgument::Pointer(&miejsca[0]), "05 00 00 00 00", "Pointer=0", TArgument::Pointer(&miejsca[1]), false},
         {TArgument::PChar("\xBF"), "06 01 BF", "PChar='\xBF'", TArgument::PChar("\xBF\xBF")},
         {TArgument(&obcy), "07 0F 'TZTMemoryStream' 00 00 00 00", "Object=0", TArgument(&adres), false},
-        {TArgument(&adres), "07 06 'TAdres' 01 02 05 00 00 00", "object TAdres\r\n  Numer=5\r\n end", &dalszy},
+        {TArgument(&adres), "07 06 'TAdres' 01 02 05 00 00 00", "object TAdres\r\nNumer=5\r\nend", &dalszy},
         {adres.Klasa(), "08 06 'TAdres'", "Class=TAdres", TZTablica::KlasaStatyczna()},
         {bezKlasy, "08 00", "Class=0", adres.Klasa()},
         {u'ł', "09 42 01", "WideChar=\"\xC5\x82\"", u'ń'},
@@ -153,7 +153,7 @@ TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
     }
     EXPECT_EQ(Szesnastkowo(Zapisz(wszystkie)),
               Szesnastkowo(std::string(1, static_cast<char>(std::size(przypadki))) + bajtyWszystkich));
-    EXPECT_EQ(wszystkie.IleKlas(), 3);
+    EXPECT_EQ(wszystkie.IleKlas(), 2);
 
     TArrayOfConst wariant;
     wariant.Dodaj(TWariant(1));
@@ -197,7 +197,7 @@ class TLosowaTablica {
         const auto wykladnik = static_cast<std::uint16_t>(los_());
         std::memcpy(reinterpret_cast<char*>(&rzeczywista) + sizeof liczba, &wykladnik, sizeof wykladnik);
         const double krotka = std::ldexp(static_cast<double>(liczba), static_cast<int>(drzewo_.Z(200)) - 150);
-        switch (static_cast<TTag>(drzewo_.Z(18))) {
+        switch (static_cast<TTag>(drzewo_.Z(21))) {
         case TTag::Integer:
             return tablica.Dodaj(static_cast<std::int32_t>(liczba));
         case TTag::Boolean:
@@ -276,7 +276,7 @@ TEST_F(TablicaWartosci, ObiektyIInterfejsyMajaJednegoWlasciciela) {
     EXPECT_FALSE(wlasciciel.PoleNiepuste(TZTablica::nrDane));
     TAdres adres;
     adres.SetUlica(u"Prosta");
-    auto obcy = std::make_unique<TZTMemoryStream>();
+    TWlasny<TZTMemoryStream> obcy = Utworz<TZTMemoryStream>();
     const TIntf<ILiczony> liczony(UtworzSurowy<TLiczony>());
     const auto* licznik = static_cast<TObiektLiczony*>(ObiektZaInterfejsem(liczony.get()));
     tablica.DodajWszystkie({1, &adres, TArgument(obcy.get()), liczony.get()});
@@ -291,7 +291,7 @@ TEST_F(TablicaWartosci, ObiektyIInterfejsyMajaJednegoWlasciciela) {
     const TWlasny<TObiektBazowy> kopia = wlasciciel.KlonujObiekt(false);
     EXPECT_EQ(licznik->LiczbaReferencji(), 3);
 
-    obcy.reset(); // never looked at again
+    obcy.Ustaw(); // never looked at again
     EXPECT_EQ(tablica.GetJakoString(), u"1; Adres: Ulica=Prosta; TZTMemoryStream; ");
     EXPECT_EQ(kopia->Porownaj(wlasciciel), 0);
     EXPECT_EQ(Zapisz(*kopia), Zapisz(wlasciciel));
@@ -319,7 +319,7 @@ TEST_F(TablicaWartosci, ObiektyIInterfejsyMajaJednegoWlasciciela) {
     EXPECT_TRUE(tablica.Usun(0) && tablica.Usun(0));
     EXPECT_TRUE(wlasciciel.PoleNiepuste(TZTablica::nrDane)); // set to nothing is not unset
     EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "01 02 00");
-    EXPECT_TRUE(Tekst(wlasciciel).find("object Dane\r\n end") != std::string::npos);
+    EXPECT_TRUE(Tekst(wlasciciel).find("object Dane\r\nend") != std::string::npos);
     wlasciciel.UstawNiepuste(TZTablica::nrDane, false);
     EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "00");
 
@@ -385,18 +385,18 @@ TEST_F(TablicaWartosci, ZleDane) {
         const char* wiersz;
         const char16_t* blad;
     } zlyTekst[] = {
-        {"Nic=1", u"Spodziewany identyfikator w linii 2 na pozycji 2"},
-        {"Integer 1", u"Spodziewany znak 3D w linii 2 na pozycji 10"},
-        {"Integer=2147483648", u"za duża wartość: 2147483648 w linii 2 na pozycji 10"},
-        {"Integer=x", u"Spodziewana liczba całkowita w linii 2 na pozycji 10"},
-        {"Pointer=1", u"za duża wartość: 1 w linii 2 na pozycji 10"},
-        {"Object=5", u"za duża wartość: 5 w linii 2 na pozycji 9"},
-        {"Char='ab'", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 7"},
-        {"WideChar=\"\"", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 11"},
-        {"AnsiString=7", u"Spodziewany tekst w linii 2 na pozycji 13"},
-        {"Extended='12x'", u"Spodziewana liczba ułamkowa w linii 2 na pozycji 11"},
-        {"Class=TNic", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 8"},
-        {"object TNic end", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 9"},
+        {"Nic=1", u"Spodziewany identyfikator w linii 2 na pozycji 1"},
+        {"Integer 1", u"Spodziewany znak 3D w linii 2 na pozycji 9"},
+        {"Integer=2147483648", u"za duża wartość: 2147483648 w linii 2 na pozycji 9"},
+        {"Integer=x", u"Spodziewana liczba całkowita w linii 2 na pozycji 9"},
+        {"Pointer=1", u"za duża wartość: 1 w linii 2 na pozycji 9"},
+        {"Object=5", u"za duża wartość: 5 w linii 2 na pozycji 8"},
+        {"Char='ab'", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 6"},
+        {"WideChar=\"\"", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 10"},
+        {"AnsiString=7", u"Spodziewany tekst w linii 2 na pozycji 12"},
+        {"Extended='12x'", u"Spodziewana liczba ułamkowa w linii 2 na pozycji 10"},
+        {"Class=TNic", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 7"},
+        {"object TNic end", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 8"},
         {"object TAdres Numer=1", u"Spodziewany identyfikator w linii 3 na pozycji 4"},
     };
     for (const auto& [wiersz, blad] : zlyTekst)
@@ -416,7 +416,7 @@ TEST_F(TablicaWartosci, ZleDane) {
         std::string zepsute = bajty;
         if (proba % 2 == 0)
             zepsute.resize(los() % bajty.size());
-        for (unsigned i = los() % 3 + static_cast<unsigned>(proba % 2); i > 0 && !zepsute.empty(); --i)
+        for (std::uint64_t i = los() % 3 + static_cast<unsigned>(proba % 2); i > 0 && !zepsute.empty(); --i)
             zepsute[los() % zepsute.size()] = static_cast<char>(los());
         const auto czytany = Utworz<TZTablica>();
         try {

@@ -43,7 +43,11 @@ TArrayOfConst::~TArrayOfConst() { DokonczZycie(); }
 
 TArrayOfConst::TElement TArrayOfConst::Przyjmij(const TArgument& wartosc) {
     TElement element{wartosc, {}};
-    if (wartosc.Tag() == TTag::Object && wartosc.Obiekt() != nullptr) {
+    // Of an element of its own the array knows what it is without looking: a raw object may be dead.
+    const std::size_t wlasny = NrWlasnego(wartosc);
+    if (wlasny < elementy_.size() && opieka_[wlasny].obiekt == nullptr && wartosc.Tag() == TTag::Object) {
+        element.opieka.klasa = opieka_[wlasny].klasa;
+    } else if (wartosc.Tag() == TTag::Object && wartosc.Obiekt() != nullptr) {
         RejestrujKlase(wartosc.Obiekt()->Klasa());
         element.opieka.klasa = NumerKlasy(wartosc.Obiekt()->Klasa());
         if (const TObiektBazowy* wzor = ObiektModelu(wartosc); wzor != nullptr) {
@@ -56,6 +60,12 @@ TArrayOfConst::TElement TArrayOfConst::Przyjmij(const TArgument& wartosc) {
         wartosc.Interfejs()->_AddRef();
     }
     return element;
+}
+
+std::size_t TArrayOfConst::NrWlasnego(const TArgument& wartosc) const noexcept {
+    const TArgument* poczatek = elementy_.data();
+    const bool nasz = std::less_equal<>()(poczatek, &wartosc) && std::less<>()(&wartosc, poczatek + elementy_.size());
+    return nasz ? static_cast<std::size_t>(&wartosc - poczatek) : elementy_.size();
 }
 
 void TArrayOfConst::Porzuc(TElement& element) {
@@ -128,13 +138,14 @@ const TArgument& TArrayOfConst::Element(std::int32_t nr) const {
 void TArrayOfConst::Wstaw(std::int32_t gdzie, const TArgument& wartosc) { Wloz(gdzie, Przyjmij(wartosc)); }
 
 void TArrayOfConst::DodajWszystkie(TArgumenty wartosci) {
-    if (wartosci.data() == elementy_.data() && !wartosci.empty()) { // its own elements, which move when it grows
-        const std::vector<TArgument> kopia(wartosci.begin(), wartosci.end());
-        DodajWszystkie(TArgumenty(kopia));
-        return;
+    const std::size_t wlasne = wartosci.empty() ? elementy_.size() : NrWlasnego(wartosci.front());
+    if (wlasne == elementy_.size()) {
+        for (const TArgument& wartosc : wartosci)
+            Dodaj(wartosc);
+    } else {
+        for (std::size_t i = 0; i < wartosci.size(); ++i)
+            Dodaj(elementy_[wlasne + i]); // they move when the array grows
     }
-    for (const TArgument& wartosc : wartosci)
-        Dodaj(wartosc);
     niepuste_ = true;
 }
 
@@ -168,7 +179,8 @@ void TArrayOfConst::Ustaw(std::int32_t nr, const TArgument& wartosc) {
 void TArrayOfConst::UstawWszystkie(TArgumenty wartosci) {
     // Made apart first: the values may be those of the array, and an error leaves it as it was.
     TArrayOfConst nowa;
-    nowa.DodajWszystkie(wartosci);
+    for (const TArgument& wartosc : wartosci)
+        nowa.Wloz(MaxInt, Przyjmij(wartosc));
     for (std::int32_t i = 0; i < nowa.Ile(); ++i) {
         if (nowa.Obiekt(i) != nullptr)
             JadroBiezace().UstawRodzica(*nowa.Obiekt(i), this);
@@ -176,8 +188,6 @@ void TArrayOfConst::UstawWszystkie(TArgumenty wartosci) {
     elementy_.swap(nowa.elementy_);
     opieka_.swap(nowa.opieka_);
     niepuste_ = true;
-    for (const std::uint32_t numer : nowa.klasy_)
-        RejestrujKlase(KlasaONumerze(numer));
     nowa.ZerujDane(); // errors of the old elements are the caller's
 }
 
@@ -200,7 +210,8 @@ TWlasny<TObiektBazowy> TArrayOfConst::WyjmijObiekt(std::int32_t nr) {
 std::int32_t TArrayOfConst::Znajdz(const TArgument& wartosc, std::int32_t od) const {
     TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, rlRozmLiterWazny, LocaleNiezmienny,
                                    tprRefJakoWskazn);
-    const TObiektBazowy* obiekt = ObiektModelu(wartosc);
+    const std::size_t wlasny = NrWlasnego(wartosc);
+    const TObiektBazowy* obiekt = wlasny < elementy_.size() ? opieka_[wlasny].obiekt : ObiektModelu(wartosc);
     for (std::int32_t i = std::max(od, 0); i < Ile(); ++i)
         if (PorownajElement(Element(i), Obiekt(i), wartosc, obiekt, porownywacz) == 0)
             return i;

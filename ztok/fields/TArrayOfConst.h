@@ -116,6 +116,8 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
 
     // The element of a value: what it refers to is copied, counted or named.
     TElement Przyjmij(const TArgument& wartosc);
+    // The index of an element that the reference is; the count when it is none.
+    [[nodiscard]] std::size_t NrWlasnego(const TArgument& wartosc) const noexcept;
     static void Porzuc(TElement& element);
     void SprawdzMiejsce();
     void SprawdzIndeks(std::int32_t nr) const;
