@@ -378,8 +378,8 @@ TEST_F(TablicaWartosci, ZleDane) {
         {"FF FF 05 00 00 00 00", u"licznik 32767 większy niż pozostałe dane"},
         {"01 11 FF FF FF FF 41", u"licznik 1073741823 większy niż pozostałe dane"},
     };
-    for (const auto& [bajty, blad] : zle)
-        EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(tablica, Bajty(bajty)); }), blad) << bajty;
+    for (const auto& p : zle)
+        EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(tablica, Bajty(p.bajty)); }), p.blad) << p.bajty;
 
     const struct {
         const char* wiersz;
@@ -399,8 +399,8 @@ TEST_F(TablicaWartosci, ZleDane) {
         {"object TNic end", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 8"},
         {"object TAdres Numer=1", u"Spodziewany identyfikator w linii 3 na pozycji 4"},
     };
-    for (const auto& [wiersz, blad] : zlyTekst)
-        EXPECT_EQ(Blad<EZTParserError>([&] { ZTekstu(tablica, Dokument(wiersz)); }), blad) << wiersz;
+    for (const auto& p : zlyTekst)
+        EXPECT_EQ(Blad<EZTParserError>([&] { ZTekstu(tablica, Dokument(p.wiersz)); }), p.blad) << p.wiersz;
     ZTekstu(tablica, Dokument("extended=12,5 EXTENDED='0.5' Extended=7 boolean=1 unicodestring='a'#66+'c'"));
     EXPECT_EQ(tablica.GetJakoString(), u"12,5; 0,5; 7; Tak; aBc");
 
