@@ -144,7 +144,7 @@ std::u16string TZTParam::OpisTekstowy() const { return Formatuj(Komunikat(kmIleE
 // --- making and finding
 
 TIntf<TZTParam> ZTParam(TArgumenty wartosci, TObiektBazowy* wlasciciel, bool flaga) {
-    const TIntf<TZTParam> parametry(UtworzSurowy<TZTParam>());
+    TIntf<TZTParam> parametry(UtworzSurowy<TZTParam>());
     for (const TArgument& wartosc : wartosci)
         parametry->Dodaj(wartosc);
     parametry->UstawWlasciciela(wlasciciel);
@@ -155,7 +155,7 @@ TIntf<TZTParam> ZTParam(TArgumenty wartosci, TObiektBazowy* wlasciciel, bool fla
 TIntf<TZTParam> ZTParam(TArgumenty nazwy, TArgumenty wartosci, TObiektBazowy* wlasciciel, bool flaga) {
     if (nazwy.size() != wartosci.size())
         ZTErrorFmt(Komunikat(kmZlaLiczbaElementow), {u"ZTParam", static_cast<std::int64_t>(wartosci.size())});
-    const TIntf<TZTParam> parametry = ZTParam(TArgumenty(), wlasciciel, flaga);
+    TIntf<TZTParam> parametry = ZTParam(TArgumenty(), wlasciciel, flaga);
     for (std::size_t i = 0; i < nazwy.size(); ++i) {
         if (!nazwy[i].JestNazwa())
             ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"ZTParam"});
