@@ -381,6 +381,17 @@ TEST_F(TablicaWartosci, ZleDane) {
     for (const auto& p : zle)
         EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(tablica, Bajty(p.bajty)); }), p.blad) << p.bajty;
 
+    std::string duzo = "\xFF\xFF";
+    for (int i = 0; i < TArrayOfConst::MaksElementow; ++i)
+        duzo += Bajty("01 01");
+    TOpcjeOdczytu opcje;
+    opcje.limity.pamiec = 1'000'000;
+    EXPECT_EQ(Blad<ZTException>([&] {
+                  TZTReadOnlyRawByteStream strumien(duzo);
+                  tablica.WczytajZeStrumienia(strumien, opcje);
+              }),
+              u"przekroczono limit odczytu: pamięć w bajtach (1000000)");
+
     const struct {
         const char* wiersz;
         const char16_t* blad;
@@ -410,18 +421,22 @@ TEST_F(TablicaWartosci, ZleDane) {
     for (int i = 0; i < 5; ++i)
         losowa.Wypelnij(*wzor, 2);
     losowa.Powiaz();
-    const std::string bajty = Zapisz(*wzor);
+    const std::string calosc[] = {Zapisz(*wzor), Tekst(*wzor)};
     std::mt19937 los(5);
-    for (int proba = 0; proba < 4000; ++proba) {
-        std::string zepsute = bajty;
+    for (int proba = 0; proba < 6000; ++proba) {
+        const bool tekstem = proba % 3 == 0;
+        std::string zepsute = calosc[tekstem ? 1 : 0];
         if (proba % 2 == 0)
-            zepsute.resize(los() % bajty.size());
+            zepsute.resize(los() % zepsute.size());
         for (std::uint64_t i = los() % 3 + static_cast<unsigned>(proba % 2); i > 0 && !zepsute.empty(); --i)
             zepsute[los() % zepsute.size()] = static_cast<char>(los());
         const auto czytany = Utworz<TZTablica>();
         try {
-            Wczytaj(*czytany, zepsute);
-        } catch (const EWyjatek&) {
+            if (tekstem)
+                ZTekstu(*czytany, zepsute);
+            else
+                Wczytaj(*czytany, zepsute);
+        } catch (const EWyjatek&) { // what was read before the fault stays
         }
         const std::string odczytane = Zapisz(*czytany);
         const auto drugi = Utworz<TZTablica>();
