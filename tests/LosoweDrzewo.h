@@ -57,6 +57,18 @@ class TLosoweDrzewo {
 
     bool Tak() { return Z(2) == 0; }
 
+    // Sometimes nothing, sometimes an empty list that counts as a value.
+    template <class L, class F> void Wypelnij(L& lista, const F& wartosc) {
+        if (Tak())
+            return;
+        lista.UstawNiepuste(ztok::CalyObiekt, true);
+        for (std::uint32_t i = Z(4); i > 0; --i)
+            lista.Dodaj(wartosc());
+        if (lista.Ile() == 3) // longer than a line of the text form
+            for (std::uint32_t i = Z(30); i > 0; --i)
+                lista.Dodaj(wartosc());
+    }
+
     void Buduj(TAdres& adres) {
         wszystkie_.push_back(&adres);
         adresy_.push_back(&adres);
@@ -105,6 +117,10 @@ class TLosoweDrzewo {
         }
         for (std::uint32_t i = Z(4); i > 0; --i)
             Buduj(o.GetAdresy().Dopisz());
+        Wypelnij(o.GetLiczby(), [&] { return Liczba<std::int32_t>(); });
+        Wypelnij(o.GetUlamki(), [&] { return Liczba<double>(); });
+        Wypelnij(o.GetTeksty(), [&] { return Tekst(); });
+        Wypelnij(o.GetTekstySzerokie(), [&] { return Tekst(); });
         if (glebokosc > 0) {
             for (std::uint32_t i = Z(4); i > 0; --i)
                 Buduj(o.GetPodrzedne().Dopisz(), glebokosc - 1);

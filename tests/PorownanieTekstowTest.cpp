@@ -71,6 +71,43 @@ TEST(PorownanieTekstow, PolishAlphabetInOrder) {
                       (i > k) - (i < k));
 }
 
+// Texts of every length that differ in case throughout and in one place truly, against a comparison unit by unit.
+TEST(PorownanieTekstow, LongTextsCompareAsUnitByUnit) {
+    const auto model = [](const auto& a, const auto& b, auto klucz) {
+        for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
+            if (klucz(a[i]) != klucz(b[i]))
+                return klucz(a[i]) < klucz(b[i]) ? -1 : 1;
+        return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+    };
+    const auto kod = [](char16_t znak) { return int{znak}; };
+    const auto duzy = [](char16_t znak) { return int{DuzaAscii(znak)}; };
+    const auto strona = [](char16_t znak) { return KodWin1250(znak); };
+    const auto duzaStrona = [](char16_t znak) { return KodWin1250(DuzaAscii(znak)); };
+    const auto bajt = [](char znak) { return int{static_cast<unsigned char>(DuzaAscii(znak))}; };
+    // Around the ends of the alphabets, of ASCII and of the signed range; U+00A5 and U+0104 have one key.
+    const std::u16string_view znaki = u"@AZ[`az{\u007F\u00A5\u0104\u0105\u7FFF\u8000\uFF41\uFFFF";
+    std::mt19937 losowe(11);
+    for (int proba = 0; proba < 40000; ++proba) {
+        std::u16string a(losowe() % 40, u' ');
+        for (char16_t& znak : a)
+            znak = znaki[losowe() % znaki.size()];
+        std::u16string b = a;
+        for (char16_t& znak : b)
+            if (losowe() % 2 == 0)
+                znak = znak >= u'a' && znak <= u'z' ? DuzaAscii(znak) : znak == u'\u00A5' ? u'\u0104' : znak;
+        if (!b.empty() && losowe() % 2 == 0)
+            b[losowe() % b.size()] = znaki[losowe() % znaki.size()];
+        b.resize(b.size() - losowe() % 3 % (b.size() + 1));
+        ASSERT_EQ(PorownajOrdynalnie(a, b), model(a, b, kod));
+        ASSERT_EQ(PorownajOrdynalnieBezWielkosci(a, b), model(a, b, duzy));
+        ASSERT_EQ(PorownajWin1250(a, b), model(a, b, strona));
+        ASSERT_EQ(PorownajWin1250BezWielkosci(a, b), model(a, b, duzaStrona));
+        const std::string a8 = Win1250(a);
+        const std::string b8 = Win1250(b);
+        ASSERT_EQ(PorownajOrdynalnieBezWielkosci(a8, b8), model(a8, b8, bajt));
+    }
+}
+
 // Every order is one: antisymmetric and transitive over texts made of few, awkward characters.
 TEST(PorownanieTekstow, OrdersAreOrders) {
     using Funkcja = std::function<int(std::u16string_view, std::u16string_view)>;

@@ -17,7 +17,7 @@ class TListaAdresow : public ztok::TListaTypu<TAdres> {
 class TWszystko;
 class TListaWszystkich;
 
-// One field of every kind. Number 9 is left out, number 20 makes the bitmap three bytes long.
+// One field of every kind. Number 9 is left out; the bitmap of all is four bytes long.
 class TWszystko : public ztok::TObiekt {
     ZTOK_OBIEKT(TWszystko, ztok::TObiekt, (0, B, Byte), (1, S, Smallint), (2, W, Word), (3, I, Integer),
                 (4, C, Cardinal), (5, L, Int64), (6, D, Double), (7, Tak, Boolean), (8, Nazwa, String),
@@ -25,7 +25,8 @@ class TWszystko : public ztok::TObiekt {
                 (14, Adresy, Obiekt<TListaAdresow>), (15, Podrzedne, Obiekt<TListaWszystkich>),
                 (16, Rozne, Obiekt<ztok::TKolekcjaObiektow>), (17, Wskaznik, Wsk<TWszystko>),
                 (18, Referencja, Ref<TAdres>), (19, Wskazywane, Obiekt<ztok::TListaWskObiektow>),
-                (20, Powiazane, Obiekt<ztok::TListaRefObiektow>))
+                (20, Powiazane, Obiekt<ztok::TListaRefObiektow>), (21, Liczby, Obiekt<ztok::TPoleIntList>),
+                (22, Ulamki, Obiekt<ztok::TPoleDoubleList>), (23, Teksty, StrList), (24, TekstySzerokie, WideStrList))
 };
 
 class TListaWszystkich : public ztok::TListaTypu<TWszystko> {

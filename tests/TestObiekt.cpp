@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <new>
 #include <random>
 #include <set>
@@ -322,7 +323,7 @@ TEST_F(Obiekt, DostepDoPolKazdegoRodzaju) {
         EXPECT_EQ(o->Pole(d.nr), pole);
         EXPECT_TRUE(d.puste(*o, d.nr));
         EXPECT_FALSE(o->PoleNiepuste(-1));
-        for (const int nr : {-1, 9, 21, 32767})
+        for (const int nr : {-1, 9, 25, 32767})
             EXPECT_TRUE(Zglasza<ZTException>([&] { d.pisz(*o, nr); })) << d.nr << " in " << nr;
     }
     EXPECT_FALSE(cel->MaJakiesRef());
@@ -391,6 +392,131 @@ TEST_F(Obiekt, HakiPoUtworzeniuIPoZapisie) {
     slady.clear();
     kopia->KopiujDane(*o);
     EXPECT_EQ(slady, (std::vector<std::u16string>{u"Utworzono0-", u"Utworzono2-"}));
+}
+
+// Fields of plain values share a block with their owner's field array; they leave it and come back, the array grows,
+// and the owners die in any order: every field keeps its value and its address.
+TEST_F(Obiekt, PolaOdchodzaIWracaja) {
+    static constexpr int kNry[] = {0, 3, 5, 6, 7, 8, 11, 12, 25, 60}; // the last two are not declared
+    struct TPoleModelu {
+        int nr; // where it was made
+        TPole* pole;
+        std::u16string wartosc;
+    };
+    for (unsigned ziarno = 1; ziarno <= 40; ++ziarno) {
+        std::mt19937 los(ziarno);
+        const auto wybierz = [&los](std::size_t ile) { return std::size_t{los()} % ile; };
+        std::vector<TWlasny<TWszystko>> obiekty(3);
+        std::vector<std::map<int, TPoleModelu>> modele(3);
+        std::vector<TPoleModelu> luzne;
+        for (int krok = 0; krok < 300; ++krok) {
+            const std::size_t k = wybierz(3);
+            auto& model = modele[k];
+            const int nr = kNry[wybierz(std::size(kNry))];
+            if (!obiekty[k])
+                obiekty[k] = Utworz<TWszystko>();
+            TWszystko& o = *obiekty[k];
+            switch (wybierz(12)) {
+            case 0:
+                o.ZerujDane();
+                model.clear();
+                break;
+            case 1:
+                obiekty[k].Ustaw();
+                model.clear();
+                break;
+            case 2: // written and read again: a new block, made to measure
+                if (los() % 2 == 0) {
+                    o.UstawPole(25, nullptr, true);
+                    o.UstawPole(60, nullptr, true);
+                    model.erase(25);
+                    model.erase(60);
+                    TZTMemoryStream bajty;
+                    o.ZapiszWStrumieniu(bajty);
+                    bajty.Seek(0, ESeek::Poczatek);
+                    o.WczytajZeStrumienia(bajty);
+                    for (auto& [numer, m] : model)
+                        m.pole = o.Pole(numer);
+                } else {
+                    o.Inicjuj({3}, {7});
+                    model = {{3, {3, o.Pole(3), u"7"}}};
+                }
+                break;
+            case 3:
+            case 4:
+            case 5: // out of the object
+                if (model.contains(nr)) {
+                    o.UstawPole(nr, nullptr, false);
+                    luzne.push_back(model[nr]);
+                    model.erase(nr);
+                }
+                break;
+            case 6: // into an object, instead of what is there
+                if (!luzne.empty()) {
+                    const auto ktore = luzne.begin() + static_cast<std::ptrdiff_t>(wybierz(luzne.size()));
+                    const int gdzie = nr > 20 ? nr : ktore->nr;
+                    o.UstawPole(gdzie, ktore->pole, true);
+                    model[gdzie] = *ktore;
+                    luzne.erase(ktore);
+                }
+                break;
+            case 7:
+                if (!luzne.empty()) {
+                    Zwolnij(luzne.back().pole);
+                    luzne.pop_back();
+                }
+                break;
+            default: {
+                TPole* pole = nr > 20 ? o.Pole(nr) : o.DajPole(nr);
+                if (pole == nullptr)
+                    o.UstawPole(nr, pole = Utworz<TPoleString>().Oddaj(), true);
+                const bool tekst = pole->Klasa()->Ma(ckPoleTekstowe);
+                const std::u16string wartosc = pole->Klasa()->kodPola == kpBoolean ? std::u16string(1, u'1')
+                                               : tekst ? std::u16string(1 + wybierz(30), u'x')
+                                                       : std::u16string(1, static_cast<char16_t>(u'1' + wybierz(9)));
+                pole->SetJakoString(wartosc);
+                o.SetMaWartosc(nr, true);
+                model[nr] = {nr, pole, pole->GetJakoString()};
+            }
+            }
+            for (std::size_t i = 0; i < 3; ++i)
+                for (const auto& [numer, m] : modele[i]) {
+                    ASSERT_EQ(obiekty[i]->Pole(numer), m.pole) << ziarno << ' ' << krok;
+                    ASSERT_EQ(m.pole->GetJakoString(), m.wartosc) << ziarno << ' ' << krok << ' ' << numer;
+                }
+            for (const TPoleModelu& m : luzne)
+                ASSERT_EQ(m.pole->GetJakoString(), m.wartosc) << ziarno << ' ' << krok;
+        }
+        if (ziarno % 2 == 0)
+            obiekty.clear();
+        for (const TPoleModelu& m : luzne)
+            Zwolnij(m.pole);
+    }
+}
+
+// Writes to its parent while the parent is being read.
+class TNiecierpliwy : public TObiekt {
+    ZTOK_OBIEKT(TNiecierpliwy, TObiekt, (0, N, Integer))
+    void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override {
+        Bazowa::WykonajOdczyt(strumien, odczytywacz);
+        static_cast<TObiekt*>(Rodzic())->SetPoleString(2, u"za wczesnie");
+    }
+};
+class TCierpliwy : public TObiekt {
+    ZTOK_OBIEKT(TCierpliwy, TObiekt, (0, Dziecko, Obiekt<TNiecierpliwy>), (1, A, Integer), (2, B, String))
+};
+
+TEST_F(Obiekt, DzieckoPiszeDoRodzicaWTrakcieOdczytu) {
+    const auto o = Utworz<TCierpliwy>();
+    o->GetDziecko().SetN(1);
+    o->SetA(2);
+    o->SetB(u"ze strumienia");
+    TZTMemoryStream bajty;
+    o->ZapiszWStrumieniu(bajty);
+    bajty.Seek(0, ESeek::Poczatek);
+    o->WczytajZeStrumienia(bajty);
+    EXPECT_EQ(o->GetA(), 2);
+    EXPECT_EQ(o->GetB(), u"ze strumienia");
 }
 
 TEST_F(Obiekt, UstawPoleIFlagi) {

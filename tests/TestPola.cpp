@@ -162,7 +162,15 @@ TEST(Pola, WariantTamIZPowrotem) {
     EXPECT_EQ(bajty->GetJakoZTAnsiString(), wszystkie);
     // The text form is of the default code page; one that the library does not know is an error.
     EXPECT_TRUE(Zglasza<EBladKonwersji>([&] { static_cast<void>(bajty->GetJakoString()); }));
+    for (const auto& [strona, bajty8] : {std::pair{1251, "\xEA\xF3\xEB\x3F"}, std::pair{28592, "???\xB1"},
+                                         std::pair{65001, "\xD0\xBA\xD1\x83\xD0\xBB\xC4\x85"}}) {
+        DefStronaKodowa = static_cast<std::uint16_t>(strona);
+        bajty->SetJakoString(u"кулą");
+        EXPECT_EQ(bajty->GetJakoZTAnsiString(), bajty8);
+        EXPECT_EQ(bajty->GetJakoString(), ZeStronyKodowej(bajty8, DefStronaKodowa));
+    }
     DefStronaKodowa = 1250;
+    bajty->SetJakoZTAnsiString(wszystkie);
     EXPECT_EQ(PolskiAnsi(bajty->GetJakoString()), wszystkie);
 }
 
@@ -213,6 +221,11 @@ TEST(Pola, WartoscWgMaski) {
         {Pole<TPoleInteger>(-5), u"0;(0);brak", u"(5)"},
         {Pole<TPoleInteger>(0), u"0;(0);brak", u"brak"},
         {Pole<TPoleInt64>(9007199254740992), u"0", u"9007199254740992"},
+        {Pole<TPoleInt64>(std::numeric_limits<std::int64_t>::max()), u"0", u"9223372036854775807"},
+        {Pole<TPoleInt64>(std::numeric_limits<std::int64_t>::min()), u"#,##0.0", u"-9 223 372 036 854 775 808.0", true},
+        {Pole<TPoleInt64>(-9007199254740993), u";(0)", u"(9007199254740993)"},
+        {Pole<TPoleInt64>(9007199254740993), u";(0)", u"9007199254740993"},
+        {Pole<TPoleInt64>(1234567890123456789), u"0.00E+00", u"1,23E+18"},
         {Pole<TPoleBoolean>(true), u"tak", u"tak"},
         {Pole<TPoleBoolean>(false), u"tak", u""},
         {Pole<TPoleBoolean>(false), u"jest;brak;nic", u"brak;nic"},

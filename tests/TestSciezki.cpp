@@ -6,6 +6,7 @@
 #include "tests/Bledy.h"
 #include "tests/LosoweDrzewo.h"
 #include "tests/Probki.h"
+#include "ztok/platform/Kodowania.h"
 
 namespace {
 
@@ -214,6 +215,69 @@ TEST_F(Sciezki, DowolnyElement) {
     EXPECT_EQ(lista.IleObiektow(), 0);
     EXPECT_FALSE(ma(u"[?].Numer", 0));
     EXPECT_EQ(o.GetReferencja(), nullptr);
+}
+
+TEST_F(Sciezki, DowolnyElementWGlebi) {
+    probki::TListaWszystkich& podrzedne = o.GetPodrzedne();
+    podrzedne.Dopisz();
+    for (const int n : {6, 7})
+        podrzedne[1]->GetAdresy().Dopisz().SetNumer(n);
+    const std::u16string dlugi = [] {
+        std::u16string s = u"Adresy";
+        for (int i = 0; i < 300; ++i)
+            s += u"[?]";
+        return s;
+    }();
+    const struct {
+        std::u16string_view sciezka;
+        int cecha;
+        int wynik; // of the comparison; 9: a bad path
+    } tablica[] = {
+        {u"Adresy[?].Numer", 3, 0},
+        {u"Adresy.[?]Numer", 4, 1},
+        {u"adresy[?].Numer", 0, -1},
+        {u"Podrzedne[?].Adresy[?].Numer", 5, 0},
+        {u"Podrzedne[?].Adresy[?].Numer", 7, 0},
+        {u"Podrzedne[?].Adresy[?].Numer", 4, -1}, // as the first element of the first list
+        {u"Podrzedne[1].Adresy[?].Numer", 5, -1},
+        {u"Podrzedne[?].Adresy[Max].Numer", 7, 0},
+        {u"Podrzedne[I=77].Adresy[?].Numer", 7, 1}, // no such element
+        {u"Podrzedne[0].Podrzedne[?].I", 0, 1},     // a list that was never made
+        {u"Wskaznik.Adresy[?].Numer", 2, 0},
+        {u"Rozne[?].I", 9, 0},
+        {u"Podrzedne[0].Rozne[?].I", 9, 1},
+        {u"Podrzedne[0].Wskaznik.Adresy[?].Numer", 9, 1}, // behind a null pointer
+        {u"Adres[?].Numer", 1, 9},
+        {u"I[?]", 1, 9},
+        {u"[?].Numer", 1, 9}, // no list itself
+        {u"Nie[?].Numer", 1, 9},
+        {u"Adresy[?].Nie", 1, 9},
+        {dlugi, 1, 9},
+    };
+    for (const auto& wiersz : tablica) {
+        const std::u16string_view sciezka = wiersz.sciezka;
+        const int cecha = wiersz.cecha;
+        const int wynik = wiersz.wynik;
+        const testing::ScopedTrace slad(__FILE__, __LINE__, Utf8ZUtf16(sciezka));
+        std::int32_t jest = 9;
+        const std::u16string blad = Blad([&] { jest = o.PorPoleONazwieZCecha(sciezka, cecha, kWazny, LocaleWin1250); });
+        EXPECT_EQ(jest, wynik);
+        EXPECT_EQ(blad != u"(no error)", wynik == 9);
+        if (wynik != 9) {
+            EXPECT_EQ(o.PoleMaCeche(sciezka, cecha, kWazny), wynik == 0);
+            EXPECT_EQ(o.MaCechy(TArg{sciezka}, TArg{cecha}, kWazny), wynik == 0);
+            EXPECT_EQ(o.PorownajCechy(TArg{sciezka}, TArg{cecha}, kWazny, LocaleWin1250), wynik);
+        }
+        EXPECT_FALSE(o.SciezkaIstnieje(sciezka));
+    }
+    o.ZerujPole(u"Podrzedne[?].Adresy[?].Numer");
+    EXPECT_FALSE(o.PoleMaCeche(u"Podrzedne[?].Adresy[?].Numer", 7, kWazny));
+    EXPECT_TRUE(o.PoleMaCeche(u"Podrzedne[?].Adresy[?].Numer", 0, kWazny));
+    o.ZerujPole(u"Podrzedne[?].Adresy[?]");
+    EXPECT_TRUE(podrzedne[1]->GetAdresy().ListaPusta());
+    EXPECT_EQ(podrzedne.IleObiektow(), 2);
+    o.ZerujPole(u"Podrzedne[0].Podrzedne[?].I"); // nothing there
+    EXPECT_EQ(podrzedne[0]->Pole(TWszystko::nrPodrzedne), nullptr);
 }
 
 class TMiarka : public TObiekt {

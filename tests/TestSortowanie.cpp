@@ -114,9 +114,15 @@ TEST_F(Sortowanie, KolejnoscZamianJakWModelu) {
         }
         case 3: { // the last direction goes on
             const TRodzajSortowania kierunki[] = {rsMalejaco};
-            zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) { return -Znak(numer(a), numer(b)); });
-            ASSERT_EQ(lista.PosortujWgPol(TArg{1}, kWazny, rsMalejaco), zmiana);
-            ASSERT_EQ(lista.ListaMaPosortowanie(TArg{1, 1}, kierunki), true);
+            const auto ranga = [&](auto* o) { return ulica(o) == u"a" ? 2 : static_cast<int>(!ulica(o).empty()); };
+            zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) {
+                const int wynik = Znak(numer(b), numer(a));
+                return wynik != 0 ? wynik : Znak(ranga(b), ranga(a));
+            });
+            ASSERT_EQ(proba % 2 == 0 ? lista.PosortujWgPol(pola, kierunki)
+                                     : lista.PosortujWgPol(pola, kWazny, rsMalejaco),
+                      zmiana);
+            ASSERT_TRUE(lista.ListaMaPosortowanie(pola, kierunki));
             ASSERT_EQ(lista.ListaMaPosortowanie(TArg{1}, {}),
                       std::all_of(model.begin(), model.end(), [&](auto* o) { return numer(o) == numer(model[0]); }));
             break;
@@ -207,6 +213,18 @@ TEST_F(Sortowanie, BisekcjaIZakresyJakPrzeglad) {
             ASSERT_EQ(lista.WyszukajWgPol(wzor, pola, gdzie, kWazny, kierunek), ile != 0);
             ASSERT_EQ(gdzie, od);
             ASSERT_EQ(lista.WyszukajWgPol(wzor, TArg{1}, kWazny, kierunek), ile != 0);
+            TListaWskObiektow zPustymi; // empty slots come first, as after a sort
+            const std::int32_t pustych = proba % 4;
+            for (std::int32_t i = 0; i < pustych; ++i)
+                zPustymi.DodajObiekt(nullptr, 0);
+            zPustymi.DopiszDane(&lista);
+            ASSERT_TRUE(zPustymi.ListaMaPosortowanie(TArg{1}, {&kierunek, 1}));
+            ASSERT_EQ(zPustymi.WyszukajWgPol(wzor, pola, gdzie, kWazny, kierunek), ile != 0);
+            ASSERT_EQ(gdzie, pustych + od);
+            std::int32_t ostatni = -7;
+            ASSERT_EQ(zPustymi.WyszukajZakres(TArg{1}, TArg{szukany}, gdzie, ostatni, kWazny, kierunek), ile != 0);
+            ASSERT_EQ(gdzie, pustych + od);
+            ASSERT_EQ(ostatni, pustych + (ile == 0 ? od : od + ile - 1));
             std::int32_t odZ = -7;
             std::int32_t doZ = -7;
             ASSERT_EQ(lista.WyszukajZakres(TArg{1}, TArg{szukany}, odZ, doZ, kWazny, kierunek), ile != 0);
@@ -321,6 +339,22 @@ TEST_F(Sortowanie, OdmowaPrzeniesieniaZostawiaListy) {
     cel.UsunTenObiekt(adres, false);
     EXPECT_TRUE(wlasna.PrzeniesDane(cel));
     Niezmienniki({&cel, &wlasna}, {sierota});
+    // One that has an owner may not, nor one that comes twice; within the owner's lists it may.
+    const std::u16string odmowa = u"TListaAdresow: obiekt klasy TAdres ma już właściciela : ";
+    cel.DodajObiekt(adres, MaxInt);
+    EXPECT_EQ(Blad([&] { wlasna.PrzeniesDane(cel); }), odmowa + u"[0]");
+    EXPECT_EQ(Blad([&] { wlasna.PrzeniesObiektyOCechach(cel, TArg{1}, TArg{4}, kWazny); }), odmowa + u"[0]");
+    EXPECT_EQ(Blad([&] { wlasna.PrzeniesObiektyGdyBrak(cel, {}, kWazny); }), odmowa + u"[0]");
+    EXPECT_EQ(Blad([&] { wlasna.PrzeniesZListy(cel, 0, 0); }), odmowa + u"[0]");
+    Niezmienniki({&cel, &wlasna, &rozne}, {sierota, adres});
+    rozne.UsunTenObiekt(adres, false);
+    cel.DodajObiekt(adres, MaxInt);
+    EXPECT_EQ(Blad([&] { wlasna.PrzeniesDane(cel); }), odmowa + u"TListaRefObiektow");
+    EXPECT_TRUE(wlasna.PrzeniesObiektyGdyBrak(cel, {}, kWazny)); // the second equals the first, which is here by then
+    Niezmienniki({&cel, &wlasna}, {sierota, adres});
+    EXPECT_EQ(Elementy(cel), (TElementy{adres}));
+    rozne.PrzeniesZListy(wlasna, 1, 0);
+    Niezmienniki({&cel, &wlasna, &rozne}, {sierota, adres});
 }
 
 TEST_F(Sortowanie, DopisywanieJakLista) {

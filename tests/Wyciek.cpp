@@ -9,20 +9,35 @@ namespace {
 
 using namespace ztok;
 
-// Blocks of a tree: each object and field is one, and so are the field array of an object and the text of a field.
-std::int64_t Bloki(const TPole& pole) {
-    std::int64_t ile = 1;
+// TObiekt::JestWBloku, whether a field stands in the block of its owner's field array: no user's business, but an
+// explicit instantiation may name it.
+struct TJestWBloku {
+    using Typ = bool (TObiekt::*)(const TPole*) const noexcept;
+    friend Typ Daj(TJestWBloku);
+};
+template <class TCo, typename TCo::Typ Czlonek> struct TUjawnij {
+    friend typename TCo::Typ Daj(TCo) { return Czlonek; }
+};
+template struct TUjawnij<TJestWBloku, &TObiekt::JestWBloku>;
+
+// Blocks of a tree: each object is one, and so are the field array of an object, a field that does not stand in it, the
+// text of a field unless it is short, and the array of a short list.
+std::int64_t Bloki(const TPole& pole, const TObiekt* wlasciciel = nullptr) {
     const TKlasa* klasa = pole.Klasa();
-    if (klasa->kodPola == kpString && !static_cast<const TPoleString&>(pole).Wartosc().empty())
+    std::int64_t ile = wlasciciel != nullptr && (wlasciciel->*Daj(TJestWBloku{}))(&pole) ? 0 : 1;
+    if (klasa->kodPola == kpString &&
+        static_cast<const TPoleString&>(pole).Wartosc().size() >= sizeof(void*) / sizeof(char16_t))
         ++ile;
     if (klasa->Ma(ckObiekt)) {
         const auto& obiekt = static_cast<const TObiekt&>(pole);
         ile += obiekt.OstUzywanePole() >= 0 ? 1 : 0;
         for (int nr = 0; nr <= obiekt.OstUzywanePole(); ++nr)
             if (obiekt.Pole(nr) != nullptr)
-                ile += Bloki(*obiekt.Pole(nr));
+                ile += Bloki(*obiekt.Pole(nr), &obiekt);
     } else if (klasa->Ma(ckListaZObiektami)) {
         const auto& lista = static_cast<const TListaBazowa&>(pole);
+        const std::size_t bajty = static_cast<std::size_t>(lista.Pojemnosc()) * sizeof(TObiektBazowy*);
+        ile += bajty > 0 && bajty <= NajwiekszyBlokPuli ? 1 : 0;
         for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
             if (lista.Obiekty(i) != nullptr)
                 ile += Bloki(*lista.Obiekty(i));

@@ -28,6 +28,13 @@ void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std
 void ZarejestrujFazy(const dane::TBaza& baza);
 // Access to fields by number, appending, comparing texts.
 void ZarejestrujOperacje(const dane::TBaza& baza);
+// Conversions of text between UTF-16 and bytes.
+void ZarejestrujKodowania(const dane::TBaza& baza);
+// Copy and comparison of trees, sort and bisection of a list; and, when it has run, how the cost of a copy grows.
+void ZarejestrujModel(const dane::TBaza& baza);
+void DodajWzrostKopii(TTabela& tabela);
+// The cipher and the check sum.
+void ZarejestrujBajty();
 // The tokenizer over the invoices in readable form; the second adds what follows from the times.
 void ZarejestrujTekst(const dane::TBaza& baza);
 void PodsumujTekst(TTabela& tabela);

@@ -9,7 +9,11 @@ namespace pomiary {
 namespace {
 
 constexpr char kRozdzielacz = '|';
-constexpr std::array kKolumny = {kZtok, kCereal, kFlatBuffers, kBoost, kProtobuf, kProtobufArena, kCpp};
+constexpr std::array kKolumny = {kZtok,  kCereal,  kFlatBuffers, kBoost, kProtobuf,   kProtobufArena, kIcu,
+                                 kIconv, kOpenSSL, kNettle,      kZlib,  kLibdeflate, kCpp,           kZtokSkalarnie};
+constexpr bool Obca(std::string_view kolumna) {
+    return kolumna != kZtok && kolumna != kCpp && kolumna != kZtokSkalarnie;
+}
 constexpr const char* kIle = "n";
 constexpr const char* kReczny = "manual";
 
@@ -88,22 +92,49 @@ double TTabela::Mediana(std::string_view operacja, std::string_view biblioteka) 
 }
 
 void TTabela::Drukuj() const {
+    // A part of the table has the columns of its rows: a new one begins where a row has peers, none of them in the
+    // part.
+    std::size_t od = 0;
+    while (od < wiersze_.size()) {
+        std::set<std::string_view> kolumny;
+        const auto wspolna = [&](const auto& pomiar) { return Obca(pomiar.first) && kolumny.contains(pomiar.first); };
+        const auto obca = [](const auto& kolumna) { return Obca(kolumna); };
+        std::size_t koniec = od;
+        for (; koniec < wiersze_.size(); ++koniec) {
+            const auto& pomiary = wiersze_[koniec].pomiary;
+            if (std::any_of(kolumny.begin(), kolumny.end(), obca) &&
+                std::any_of(pomiary.begin(), pomiary.end(), [](const auto& p) { return Obca(p.first); }) &&
+                std::none_of(pomiary.begin(), pomiary.end(), wspolna))
+                break;
+            for (const auto& [kolumna, liczby] : pomiary)
+                kolumny.insert(kolumna);
+        }
+        DrukujCzesc(od, koniec, kolumny);
+        od = koniec;
+    }
+}
+
+void TTabela::DrukujCzesc(std::size_t od, std::size_t koniec, const std::set<std::string_view>& kolumny) const {
     std::printf("\n%-46s", "operation (median; ns an item)");
     for (const std::string_view kolumna : kKolumny)
-        std::printf(" %11.*s", static_cast<int>(kolumna.size()), kolumna.data());
+        if (kolumny.contains(kolumna))
+            std::printf(" %11.*s", static_cast<int>(kolumna.size()), kolumna.data());
     std::printf(" %11s\n", "to fastest");
-    for (const TWiersz& wiersz : wiersze_) {
+    for (; od < koniec; ++od) {
+        const TWiersz& wiersz = wiersze_[od];
         if (wiersz.pomiary.empty())
             continue;
         std::printf("%-46s", wiersz.operacja.c_str());
         double najszybszy = 0;
         for (const std::string_view kolumna : kKolumny) {
+            if (!kolumny.contains(kolumna))
+                continue;
             const double mediana = Mediana(wiersz.operacja, kolumna);
             if (mediana == 0)
                 std::printf(" %11s", "");
             else
                 std::printf(" %11.*f", mediana < 100 ? 2 : 1, mediana);
-            if (mediana != 0 && kolumna != kZtok && kolumna != kCpp && (najszybszy == 0 || mediana < najszybszy))
+            if (mediana != 0 && Obca(kolumna) && (najszybszy == 0 || mediana < najszybszy))
                 najszybszy = mediana;
         }
         const double nasz = Mediana(wiersz.operacja, kZtok);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,7 +18,14 @@ inline constexpr std::string_view kFlatBuffers = "FlatBuffers";
 inline constexpr std::string_view kBoost = "Boost";
 inline constexpr std::string_view kProtobuf = "protobuf";
 inline constexpr std::string_view kProtobufArena = "pb arena";
+inline constexpr std::string_view kIcu = "ICU";
+inline constexpr std::string_view kIconv = "iconv";
 inline constexpr std::string_view kCpp = "plain C++";
+inline constexpr std::string_view kZtokSkalarnie = "ztok, SSE2"; // without the larger vectors
+inline constexpr std::string_view kOpenSSL = "OpenSSL";
+inline constexpr std::string_view kNettle = "nettle";
+inline constexpr std::string_view kZlib = "zlib";
+inline constexpr std::string_view kLibdeflate = "libdeflate";
 
 // Name of a benchmark: the row and the column.
 [[nodiscard]] std::string NazwaPomiaru(std::string_view operacja, std::string_view biblioteka);
@@ -44,6 +52,7 @@ class TTabela : public benchmark::BenchmarkReporter {
         std::map<std::string, std::vector<double>, std::less<>> pomiary;
     };
     TWiersz& Wiersz(std::string_view operacja);
+    void DrukujCzesc(std::size_t od, std::size_t koniec, const std::set<std::string_view>& kolumny) const;
 
     std::vector<TWiersz> wiersze_;
 };

@@ -92,7 +92,8 @@ void Wszystko() {
     const double mb = static_cast<double>(dane::BajtyWartosci(baza)) / 1e6;
     std::printf(
         "%zu objects, %.1f MB of values; %zu characters. Allocator: glibc's malloc, freed memory kept; ztok's pool\n"
-        "on top of it holds objects, fields and texts of up to 250 units. Plain rows use each library as its manual\n"
+        "on top of it holds objects, fields, short lists and texts of up to 250 units. Plain rows use each library as "
+        "its manual\n"
         "shows, \"tuned\" rows keep one buffer in memory. Peers hold texts as UTF-8, ztok as UTF-16 and converts.\n"
         "Peers read into plain structs or generated classes. Times are the processor's.\n",
         obiekty, mb, znaki.znaki.size());
@@ -111,8 +112,12 @@ void Wszystko() {
     ZarejestrujSerie("characters: write, tuned", "characters: read and destroy, tuned", dostrojoneZnakow, ileZnakow);
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
+    ZarejestrujKodowania(baza);
+    ZarejestrujModel(baza);
+    ZarejestrujBajty();
     ZarejestrujTekst(baza);
     benchmark::RunSpecifiedBenchmarks(&tabela);
+    DodajWzrostKopii(tabela);
     PodsumujTekst(tabela);
     benchmark::ClearRegisteredBenchmarks();
     // By itself: so many objects would leave the heap in disorder for the others. A run of chosen benchmarks is spared

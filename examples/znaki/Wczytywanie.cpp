@@ -1,10 +1,13 @@
 #include "Wczytywanie.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
 #include <fstream>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "ztok/platform/Kodowania.h"
 
@@ -91,13 +94,71 @@ class TSzukanieBloku {
     std::int32_t ktory_ = 0;
 };
 
+// Resolves what the records say of other characters, once all the records are there.
+class TOdniesienia {
+  public:
+    using TUstaw = void (*)(TZnak& znak, TZnak& inny);
+
+    explicit TOdniesienia(const std::string& plik) : plik_(plik) {}
+
+    void DodajRekord(std::uint32_t kod, TZnak& znak) { rekordy_.emplace_back(kod, &znak); }
+    void Odloz(TZnak& znak, std::size_t wiersz, std::string_view kod, TUstaw ustaw) {
+        if (!kod.empty())
+            odlozone_.push_back({&znak, wiersz, ustaw, std::string(kod)});
+    }
+
+    void Rozwiaz() {
+        std::sort(rekordy_.begin(), rekordy_.end());
+        for (const TOdlozone& o : odlozone_)
+            o.ustaw(*o.znak, Rekord(o.kod, o.wiersz));
+    }
+
+  private:
+    struct TOdlozone {
+        TZnak* znak;
+        std::size_t wiersz;
+        TUstaw ustaw;
+        std::string kod;
+    };
+
+    TZnak& Rekord(std::string_view tekst, std::size_t wiersz) const {
+        std::uint32_t kod = 0;
+        if (!Liczba(tekst, kod, 16))
+            Zglos(plik_, wiersz, "bad code of another character");
+        auto rekord = std::upper_bound(rekordy_.begin(), rekordy_.end(), kod,
+                                       [](std::uint32_t k, const auto& para) { return k < para.first; });
+        if (rekord == rekordy_.begin() ||
+            ((--rekord)->first != kod && !rekord->second->GetNazwa().ends_with(u", First>")))
+            Zglos(plik_, wiersz, "a character that has no record");
+        return *rekord->second;
+    }
+
+    const std::string& plik_;
+    std::vector<std::pair<std::uint32_t, TZnak*>> rekordy_;
+    std::vector<TOdlozone> odlozone_;
+};
+
 } // namespace
 
 std::size_t WczytajZnaki(const std::string& plikZnakow, const std::string& plikBlokow, TListaBlokow& bloki) {
-    enum EKolumna : std::uint8_t { Kod, Nazwa, Kategoria, KlasaLaczenia, Wartosc = 8, Lustrzany, StaraNazwa, Ile = 15 };
+    enum EKolumna : std::uint8_t {
+        Kod,
+        Nazwa,
+        Kategoria,
+        KlasaLaczenia,
+        Rozklad = 5,
+        Wartosc = 8,
+        Lustrzany,
+        StaraNazwa,
+        Duza = 12,
+        Mala,
+        Tytulowa,
+        Ile
+    };
 
     WczytajBloki(plikBlokow, bloki);
     TSzukanieBloku szukanie(bloki);
+    TOdniesienia odniesienia(plikZnakow);
     std::size_t rekordow = 0;
     DlaWierszy(plikZnakow, [&](std::string_view wiersz, std::size_t nr) {
         std::array<std::string_view, Ile> kolumny;
@@ -129,9 +190,26 @@ std::size_t WczytajZnaki(const std::string& plikZnakow, const std::string& plikB
         if (!kolumny[Wartosc].empty())
             znak.SetWartosc(wartosc);
         znak.SetStaraNazwa(ztok::Utf16ZUtf8(kolumny[StaraNazwa])); // an empty text takes no field
+
+        odniesienia.DodajRekord(kod, znak);
+        odniesienia.Odloz(znak, nr, kolumny[Duza], [](TZnak& z, TZnak& inny) { z.SetDuza(&inny); });
+        odniesienia.Odloz(znak, nr, kolumny[Mala], [](TZnak& z, TZnak& inny) { z.SetMala(&inny); });
+        odniesienia.Odloz(znak, nr, kolumny[Tytulowa], [](TZnak& z, TZnak& inny) { z.SetTytulowa(&inny); });
+        std::string_view rozklad = kolumny[Rozklad];
+        if (const std::size_t koniec = rozklad.find("> "); rozklad.starts_with('<') && koniec != rozklad.npos) {
+            znak.SetRodzajRozkladu(ztok::Utf16ZUtf8(rozklad.substr(0, koniec + 1)));
+            rozklad.remove_prefix(koniec + 2);
+        }
+        while (!rozklad.empty()) {
+            const std::size_t spacja = std::min(rozklad.find(' '), rozklad.size());
+            odniesienia.Odloz(znak, nr, rozklad.substr(0, spacja),
+                              [](TZnak& z, TZnak& inny) { z.GetRozklad().DodajObiekt(&inny, ztok::MaxInt); });
+            rozklad.remove_prefix(std::min(spacja + 1, rozklad.size()));
+        }
         ++rekordow;
     });
     if (rekordow == 0)
         throw BladDanych(plikZnakow + ": no record");
+    odniesienia.Rozwiaz();
     return rekordow;
 }

@@ -10,7 +10,12 @@ class TZnak : public ztok::TObiekt {
                 (3, KlasaLaczenia, Byte),                 // canonical combining class
                 (4, Lustrzany, Boolean),                  // mirrored in right-to-left text
                 (5, Wartosc, Double),                     // numeric value, for the characters that have one
-                (6, StaraNazwa, String))                  // name in the first version, if it was another
+                (6, StaraNazwa, String),                  // name in the first version, if it was another
+                (7, Duza, Ref<TZnak>),                    // the character in upper, lower and title case
+                (8, Mala, Ref<TZnak>), (9, Tytulowa, Ref<TZnak>),
+                (10, RodzajRozkladu,
+                 String), // how it is made of others: empty for the same text, <compat> and the like
+                (11, Rozklad, Obiekt<ztok::TListaRefObiektow>)) // what it is made of; may hold one character twice
 };
 
 class TListaZnakow : public ztok::TListaTypu<TZnak> {

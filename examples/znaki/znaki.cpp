@@ -1,10 +1,11 @@
 // The library's main job on real data: the Unicode character database becomes a tree of objects, which is saved to a
-// file, read back and proven equal.
+// file, read back and proven equal, in the binary form and as text; then sorted and searched. Characters refer to
+// others: their upper case, their parts.
 //
 //     znaki UnicodeData.txt Blocks.txt [FILE]
 //
-// The tree is saved to FILE, or to a temporary file. Ends with 0 when both trees are equal, 1 when they differ, 2 when
-// the data are not there or not as they should be.
+// The tree is saved to FILE and FILE.txt, or to temporary files. Ends with 0 when both trees are equal, 1 when they
+// differ, 2 when the data are not there or not as they should be.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -33,14 +34,6 @@ template <class F> auto Krok(const char* nazwa, F krok) {
     return wynik;
 }
 
-std::int64_t IleZnakow(const TListaBlokow& bloki) {
-    std::int64_t ile = 0;
-    for (const TBlok* blok : bloki)
-        if (const TListaZnakow* znaki = blok->GetZnaki(); znaki != nullptr)
-            ile += znaki->IleObiektow();
-    return ile;
-}
-
 // Every field of every object, texts with their letter case.
 bool Rowne(const TListaBlokow& a, const TListaBlokow& b) {
     ztok::TPorownywaczDanych porownywacz(&a, &b, ztok::rpWszystkiePola, ztok::rlRozmLiterWazny, ztok::LocaleNiezmienny,
@@ -48,17 +41,55 @@ bool Rowne(const TListaBlokow& a, const TListaBlokow& b) {
     return a.Porownaj(b, &porownywacz) == 0;
 }
 
-// The first character of the name, block by block; null when there is none.
-TZnak* ZnakONazwie(const TListaBlokow& bloki, std::u16string_view nazwa) {
-    const ztok::TArgument pola[] = {TZnak::nrNazwa};
+// The same places of the tree are referred to, each by its path.
+bool RowneOdniesienia(const TListaBlokow& a, const TListaBlokow& b) {
+    ztok::TPorownywaczDanych porownywacz(&a, &b, ztok::rpWszystkiePola, ztok::rlRozmLiterWazny, ztok::LocaleNiezmienny,
+                                         ztok::tprRefJakoSciezki);
+    return a.Porownaj(b, &porownywacz) == 0;
+}
+
+const ztok::TArgument poNazwie[] = {TZnak::nrNazwa};
+
+// Pointers at all the characters, sorted by name.
+bool ZbierzWgNazw(const TListaBlokow& bloki, ztok::TListaWskObiektow& wgNazw) {
+    for (const TBlok* blok : bloki)
+        wgNazw.DopiszDane(blok->GetZnaki());
+    return wgNazw.PosortujWgPol(poNazwie);
+}
+
+// By bisection; null when there is none.
+TZnak* ZnakONazwie(const ztok::TListaWskObiektow& wgNazw, std::u16string_view nazwa) {
     const ztok::TArgument wartosci[] = {nazwa};
-    for (const TBlok* blok : bloki) {
-        const TListaZnakow* znaki = blok->GetZnaki();
-        std::int32_t gdzie = -1;
-        if (znaki != nullptr && znaki->JestObiekt(pola, wartosci, gdzie, ztok::rlRozmLiterWazny, ztok::rwOdPoczatku))
-            return (*znaki)[gdzie];
+    std::int32_t gdzie = -1;
+    return wgNazw.WyszukajWgPol(poNazwie, wartosci, gdzie) ? static_cast<TZnak*>(wgNazw.Obiekty(gdzie)) : nullptr;
+}
+
+bool KazdySieZnajduje(const ztok::TListaWskObiektow& wgNazw) {
+    for (const ztok::TObiektBazowy* obiekt : wgNazw) {
+        const std::u16string nazwa = static_cast<const TZnak*>(obiekt)->GetNazwa();
+        const TZnak* znak = ZnakONazwie(wgNazw, nazwa);
+        if (znak == nullptr || znak->GetNazwa() != nazwa)
+            return false;
     }
-    return nullptr;
+    return true;
+}
+
+// How often characters refer to others; with a character given, how often to that one.
+std::int64_t IleOdniesien(const ztok::TListaWskObiektow& znaki, const TZnak* cel = nullptr) {
+    std::int64_t ile = 0;
+    for (const ztok::TObiektBazowy* obiekt : znaki) {
+        const auto& znak = *static_cast<const TZnak*>(obiekt);
+        const auto licz = [&](const ztok::TObiektBazowy* dokad) {
+            ile += dokad != nullptr && (cel == nullptr || dokad == cel) ? 1 : 0;
+        };
+        licz(znak.GetDuza());
+        licz(znak.GetMala());
+        licz(znak.GetTytulowa());
+        if (const ztok::TListaRefObiektow* rozklad = znak.GetRozklad(); rozklad != nullptr)
+            for (const ztok::TObiektBazowy* czesc : *rozklad)
+                licz(czesc);
+    }
+    return ile;
 }
 
 // What the comparison says is worth something only if it sees one letter of another case among all texts.
@@ -88,15 +119,72 @@ void WypiszKategorie(const TListaBlokow& bloki) {
     std::printf("\n");
 }
 
+std::string Utf8(const TZnak* znak) {
+    if (znak == nullptr)
+        return "none";
+    const std::uint32_t kod = znak->GetKod();
+    return ztok::Utf8ZUtf16(kod < 0x10000 ? std::u16string{static_cast<char16_t>(kod)}
+                                          : std::u16string{static_cast<char16_t>(0xD7C0U + (kod >> 10U)),
+                                                           static_cast<char16_t>(0xDC00U + (kod & 0x3FFU))});
+}
+
+std::string Rozklad(const TZnak& znak) {
+    std::string tekst = ztok::Utf8ZUtf16(znak.GetRodzajRozkladu());
+    if (const ztok::TListaRefObiektow* rozklad = znak.GetRozklad(); rozklad != nullptr)
+        for (const ztok::TObiektBazowy* czesc : *rozklad)
+            tekst += " " + Utf8(static_cast<const TZnak*>(czesc));
+    return tekst;
+}
+
 void WypiszZnak(const TZnak& znak) {
-    const std::uint32_t kod = znak.GetKod();
-    const std::u16string tekst = kod < 0x10000 ? std::u16string{static_cast<char16_t>(kod)}
-                                               : std::u16string{static_cast<char16_t>(0xD7C0U + (kod >> 10U)),
-                                                                static_cast<char16_t>(0xDC00U + (kod & 0x3FFU))};
-    std::printf("looked up:  U+%04X %s  %s, category %s, combining class %d, mirrored: %s, first named %s\n",
-                static_cast<unsigned>(kod), ztok::Utf8ZUtf16(tekst).c_str(), ztok::Utf8ZUtf16(znak.GetNazwa()).c_str(),
-                ztok::Utf8ZUtf16(znak.GetKategoria()).c_str(), znak.GetKlasaLaczenia(),
-                znak.GetLustrzany() ? "yes" : "no", ztok::Utf8ZUtf16(znak.GetStaraNazwa()).c_str());
+    std::printf("looked up:  U+%04X %s  %s, category %s, first named %s\n", static_cast<unsigned>(znak.GetKod()),
+                Utf8(&znak).c_str(), ztok::Utf8ZUtf16(znak.GetNazwa()).c_str(),
+                ztok::Utf8ZUtf16(znak.GetKategoria()).c_str(), ztok::Utf8ZUtf16(znak.GetStaraNazwa()).c_str());
+    std::printf("            upper case %s, title case %s, made of %s\n", Utf8(znak.GetDuza()).c_str(),
+                Utf8(znak.GetTytulowa()).c_str(), Rozklad(znak).c_str());
+}
+
+// Deletes the character of that name from its block. References to it must go, and no other; shown with one that is
+// made of it.
+bool UsunZnak(ztok::TListaWskObiektow& wgNazw, std::u16string_view nazwa, const TZnak& zlozony) {
+    TZnak* znak = ZnakONazwie(wgNazw, nazwa);
+    if (znak == nullptr)
+        return false;
+    wgNazw.UsunTenObiekt(znak, false); // plain pointers hear of nothing
+    const std::string tekst = Utf8(znak);
+    const std::int64_t bylo = IleOdniesien(wgNazw);
+    const std::int64_t doNiego = IleOdniesien(wgNazw, znak);
+    static_cast<TListaZnakow*>(znak->Rodzic())->UsunTenObiekt(znak, true);
+    std::printf("deleted:    %s with %lld references to it; %s is made of %s now\n", tekst.c_str(),
+                static_cast<long long>(doNiego), Utf8(&zlozony).c_str(), Rozklad(zlozony).c_str());
+    return doNiego > 0 && IleOdniesien(wgNazw) == bylo - doNiego;
+}
+
+// Saves the tree as text and reads it back; the result is proven by its bytes. Says how large the text is and how fast.
+bool PrzezTekst(const TListaBlokow& bloki, std::uint32_t wyroznik, const std::u16string& plik) {
+    const auto sekundy = [](auto krok) {
+        const auto start = std::chrono::steady_clock::now();
+        krok();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    std::int64_t bajtow = 0;
+    const double zapis = sekundy([&] {
+        ztok::TStrumienPlikowy strumien(plik, ztok::ETrybPliku::Tworzenie);
+        bloki.ZapiszTekstowo(strumien);
+        strumien.Flush();
+        bajtow = strumien.GetSize();
+    });
+    TListaBlokow wczytane;
+    bool doKonca = false;
+    const double odczyt = sekundy([&] {
+        ztok::TStrumienPlikowy strumien(plik, ztok::ETrybPliku::Odczyt);
+        wczytane.WczytajTekstowo(strumien);
+        doKonca = strumien.Pozostalo() == 0;
+    });
+    const double megabajtow = static_cast<double>(bajtow) / 1e6;
+    std::printf("as text:    %lld bytes, written at %.0f MB/s and read at %.0f MB/s\n", static_cast<long long>(bajtow),
+                megabajtow / zapis, megabajtow / odczyt);
+    return doKonca && wczytane.DajWyroznikObiektu() == wyroznik && RowneOdniesienia(bloki, wczytane);
 }
 
 void WypiszPamiec(std::int64_t drzewa, std::int64_t obiektow) {
@@ -132,28 +220,47 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
     const bool rowne = Krok("compare, letter case matters", [&] { return Rowne(bloki, wczytane); });
     const auto [wyroznik, wyroznikWczytanych] =
         Krok("two fingerprints", [&] { return std::pair(bloki.DajWyroznikObiektu(), wczytane.DajWyroznikObiektu()); });
-    TZnak* znak = Krok("look up by name", [&] { return ZnakONazwie(wczytane, u"LATIN SMALL LETTER L WITH STROKE"); });
+    const bool rowneOdniesienia =
+        Krok("compare, references as paths", [&] { return RowneOdniesienia(bloki, wczytane); });
+    ztok::TListaWskObiektow wgNazw;
+    Krok("sort by name", [&] { return ZbierzWgNazw(wczytane, wgNazw); });
+    const bool znalezione = Krok("find each name by bisection", [&] { return KazdySieZnajduje(wgNazw); });
+    TZnak* znak = ZnakONazwie(wgNazw, u"LATIN SMALL LETTER DZ WITH CARON");
 
-    const std::int64_t znakow = IleZnakow(wczytane);
-    std::printf("records:    %zu in %d blocks, read back %lld\n", rekordow, bloki.IleObiektow(),
-                static_cast<long long>(znakow));
+    const std::int64_t znakow = wgNazw.IleObiektow();
+    const std::int64_t odniesien = IleOdniesien(wgNazw);
+    std::printf("records:    %zu in %d blocks, read back %lld with %lld references to each other\n", rekordow,
+                bloki.IleObiektow(), static_cast<long long>(znakow), static_cast<long long>(odniesien));
     std::printf("file:       %lld bytes, %.1f a record\n", static_cast<long long>(bajtow),
                 static_cast<double>(bajtow) / static_cast<double>(rekordow));
-    // The list, its blocks with a list each, and the characters.
-    WypiszPamiec(drzewa, 1 + 2 * std::int64_t{wczytane.IleObiektow()} + znakow);
+    // The list, its blocks with a list each, the characters, and a list for each that is made of others.
+    std::int64_t zlozonych = 0;
+    for (const ztok::TObiektBazowy* obiekt : wgNazw)
+        zlozonych += static_cast<const TZnak*>(obiekt)->GetRozklad() != nullptr ? 1 : 0;
+    WypiszPamiec(drzewa, 1 + 2 * std::int64_t{wczytane.IleObiektow()} + znakow + zlozonych);
+    const bool przezTekst = PrzezTekst(bloki, wyroznik, plik + u".txt");
     WypiszKategorie(wczytane);
     if (znak != nullptr)
         WypiszZnak(*znak);
     const bool widac =
         znak != nullptr && Krok("see one changed letter", [&] { return WidzacRoznice(bloki, wczytane, *znak); });
 
+    // By path, from the root through a list, a list and a reference.
+    const std::u16string sciezka = u"[Nazwa='Latin Extended-B'].Znaki[Kod=454].Duza.Nazwa";
+    const std::u16string wgSciezki = wczytane.GetTekstowoWgSciezki(sciezka);
+    std::printf("by path:    %s is %s\n", ztok::Utf8ZUtf16(sciezka).c_str(), ztok::Utf8ZUtf16(wgSciezki).c_str());
+    const bool wyczyszczone = znak != nullptr && UsunZnak(wgNazw, u"LATIN SMALL LETTER Z WITH CARON", *znak);
+
     const std::pair<const char*, bool> sprawdzenia[] = {
         {"every record is in the tree read back", znakow == static_cast<std::int64_t>(rekordow)},
         {"the file is read to its end", doKonca},
         {"equal field by field, with letter case", rowne},
         {"equal by fingerprint", wyroznik == wyroznikWczytanych},
-        {"found by name", znak != nullptr},
+        {"equal after the way through text", przezTekst},
+        {"the same records are referred to", rowneOdniesienia && odniesien > 0},
+        {"every name is found, and a path", znalezione && znak != nullptr && wgSciezki == znak->GetDuza()->GetNazwa()},
         {"one letter of another case is a difference", widac},
+        {"a deleted record leaves no reference", wyczyszczone},
     };
     bool dobrze = true;
     for (const auto& [co, jest] : sprawdzenia) {
@@ -176,8 +283,10 @@ int main(int argc, char** argv) {
         const std::filesystem::path plik =
             argc == 4 ? std::filesystem::path(argv[3]) : std::filesystem::temp_directory_path() / "ztok-znaki.dat";
         const bool dobrze = Pokaz(argv[1], argv[2], plik.u16string());
-        if (argc != 4)
+        if (argc != 4) {
             std::filesystem::remove(plik);
+            std::filesystem::remove(std::filesystem::path(plik) += ".txt");
+        }
         return dobrze ? 0 : 1;
     } catch (const std::exception& blad) {
         std::fprintf(stderr, "znaki: %s\n", blad.what());

@@ -1,5 +1,8 @@
 // A module with classes of its own, loaded and unloaded by the tests.
 #include "KlasyModulu.h"
+#include "ztok/platform/TKomponent.h"
+#include "ztok/repository/Kontroler.h"
+#include "ztok/repository/Repozytorium.h"
 
 #if defined(_WIN32)
 #define MODUL_API extern "C" __declspec(dllexport)
@@ -74,3 +77,49 @@ MODUL_API void ModulWywolaj(void (*funkcja)()) {
 
 // The library raises: a reference of another class stands in the field.
 MODUL_API int ModulZlyTyp(ztok::TObiekt* obiekt) { return obiekt->GetPoleInteger(0); }
+
+// --- repository and controller
+
+namespace modul {
+
+// Found by the program under an identifier of its own.
+class TUslugaModulu : public ztok::TImplementacja<ztok::TObiektLiczony, probki::IUsluga> {
+    ZTOK_KLASA_DEKL(TUslugaModulu)
+    std::u16string Nazwij() override { return u"z modułu"; }
+};
+ZTOK_KLASA_DEF(TUslugaModulu, ztok::TObiektLiczony)
+
+class TSluchacz : public ztok::TImplementacja<ztok::TKomponent, ztok::IKontrolowany> {
+    ZTOK_KLASA_DEKL(TSluchacz)
+    void WykonajOperacje(std::u16string_view p_Identyfikator) override { ile += p_Identyfikator == u"test" ? 1 : 0; }
+    int ile = 0;
+};
+ZTOK_KLASA_DEF(TSluchacz, ztok::TKomponent)
+
+TSluchacz* sluchacz = nullptr;
+
+} // namespace modul
+
+MODUL_API void ModulWRepozytorium() {
+    const ztok::TIntf<ztok::IRepozytoriumKlas> r = ztok::RepozytoriumKlas();
+    const ztok::TIntf<probki::IUsluga> gotowa(ztok::UtworzSurowy<modul::TUslugaModulu>());
+    r->RejestrujObiekt(probki::IUsluga::IID, modul::TUslugaModulu::KlasaStatyczna(), nullptr, u"klasa");
+    r->RejestrujObiekt(probki::IUsluga::IID, gotowa.get(), u"gotowa");
+    r->RejestrujObiekt(
+        probki::IUsluga::IID,
+        [](ztok::TObiektOgolny*, ztok::TObiektOgolny*, ztok::TArgumenty) -> ztok::TObiektOgolny* {
+            return ztok::UtworzSurowy<modul::TUslugaModulu>();
+        },
+        u"fabryka");
+    modul::sluchacz = ztok::UtworzSurowy<modul::TSluchacz>();
+    ztok::Kontroler()->Rejestruj(modul::sluchacz);
+}
+
+MODUL_API int ModulIleOperacji() { return modul::sluchacz->ile; }
+
+// The listener just dies.
+MODUL_API void ModulZRepozytorium() {
+    for (const char16_t* id : {u"klasa", u"gotowa", u"fabryka"})
+        ztok::RepozytoriumKlas()->WyrejestrujObiekt(probki::IUsluga::IID, id);
+    ztok::Zwolnij(std::exchange(modul::sluchacz, nullptr));
+}

@@ -4,7 +4,6 @@
 
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/platform/FormatKomunikatu.h"
-#include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/PorownanieTekstow.h"
@@ -146,10 +145,6 @@ std::basic_string_view<Znak> Przytnij(std::basic_string_view<Znak> tekst, std::s
 
 std::u16string_view ZTOKTrim(std::u16string_view tekst, std::size_t maks) noexcept { return Przytnij(tekst, maks); }
 std::string_view ZTOKTrim(std::string_view tekst, std::size_t maks) noexcept { return Przytnij(tekst, maks); }
-
-std::u16string PolskiWide(std::string_view bajty) { return ZWin1250(bajty); }
-std::string PolskiAnsi(std::u16string_view tekst) { return Win1250(tekst); }
-std::string PoPolsku(std::u16string_view tekst) { return Win1250(tekst); }
 
 void WydzielNazwePola(std::u16string_view& sciezka, std::u16string_view& reszta) noexcept {
     const std::size_t gdzie = sciezka.find_first_of(u".[");

@@ -8,6 +8,7 @@
 #include "ztok/fields/TypyPol.h"
 #include "ztok/platform/Eksport.h"
 #include "ztok/platform/TArgument.h"
+#include "ztok/util/Ztfunutf8.h"
 
 namespace ztok {
 
@@ -56,11 +57,6 @@ class TWariant;
 [[nodiscard]] inline std::u16string_view ZTOKTrimWide(std::u16string_view tekst, std::size_t maks = 0) noexcept {
     return ZTOKTrim(tekst, maks);
 }
-
-// Between Unicode text and the Polish 8-bit code page.
-[[nodiscard]] ZTOK_API std::u16string PolskiWide(std::string_view bajty);
-[[nodiscard]] ZTOK_API std::string PolskiAnsi(std::u16string_view tekst);
-[[nodiscard]] ZTOK_API std::string PoPolsku(std::u16string_view tekst); // wide text
 
 // The words for false and true, wide and in Windows-1250; the boolean's short form is the first letter. And the names
 // of the two values.

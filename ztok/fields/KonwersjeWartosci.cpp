@@ -98,17 +98,20 @@ std::u16string ZTOKFormatVar(std::u16string_view maska, const TWariant& wariant)
     case TTypWariantu::Word:
     case TTypWariantu::Cardinal:
     case TTypWariantu::Int64:
+        return FormatujLiczbe(maska, TLiczbaDziesietna(wariant.JakoInt64()), format);
     case TTypWariantu::UInt64:
+        return FormatujLiczbe(maska, TLiczbaDziesietna(wariant.JakoUInt64(), 0, false), format);
+    case TTypWariantu::Currency:
+        return FormatujLiczbe(maska, TLiczbaDziesietna(wariant.JakoWaluta().dziesieciotysieczne, 4), format);
     case TTypWariantu::Single:
     case TTypWariantu::Double:
-    case TTypWariantu::Currency:
         return FormatujLiczbe(maska, wariant.JakoDouble(), format);
     case TTypWariantu::Integer:
         if (maska.empty())
             return IntNaTekst(wariant.JakoInt32());
         if (maska.front() == u'?')
             return std::u16string(DajElementMaski(maska, wariant.JakoInt32()));
-        return FormatujLiczbe(maska, wariant.JakoDouble(), format);
+        return FormatujLiczbe(maska, TLiczbaDziesietna(wariant.JakoInt64()), format);
     case TTypWariantu::Date:
         return FormatujDateCzas(maska, wariant.JakoData().dni, format);
     case TTypWariantu::Boolean:

@@ -54,24 +54,11 @@ template <class W> std::u16string NaTekst(W wartosc) {
         return IntNaTekst(static_cast<std::int64_t>(wartosc));
 }
 
-// A real number token; the tokenizer parts a number with a decimal comma into three tokens.
-double RzeczywistaZTokenow(TZTParser& parser) {
-    std::string tekst = parser.TokenString();
-    const bool calkowita = parser.Token() == TZTParser::Calkowita;
-    parser.NextToken();
-    if (calkowita && parser.Token() == ',') {
-        parser.NextToken();
-        tekst += ',';
-        tekst += parser.TrescTokenu();
-        parser.NextToken();
-    }
-    return TZTParser::StringToFloat(tekst);
-}
-
-template <class W> W ZTokenu(TZTParser& parser) {
+template <class W> W ZTokenu(TOdczytywaczTekstu& odczytywacz) {
     if constexpr (std::is_same_v<W, double>) {
-        return RzeczywistaZTokenow(parser);
+        return odczytywacz.WczytajRzeczywista();
     } else {
+        TZTParser& parser = odczytywacz.Parser;
         constexpr bool szeroka = sizeof(W) == 8 || std::is_same_v<W, std::uint32_t>;
         parser.CheckToken(szeroka ? TZTParser::Calkowita64 : TZTParser::Calkowita);
         const std::int64_t liczba = parser.TokenInt();
@@ -107,8 +94,13 @@ std::u16string TPoleLiczby<W, Baza>::WartWgMaski(std::u16string_view maska,
     if constexpr (kWaskie<W>)
         if (maska.front() == u'?')
             return std::u16string(DajElementMaski(maska, wartosc_));
-    return FormatujLiczbe(maska, static_cast<double>(wartosc_),
-                          ustawienia != nullptr ? *ustawienia : UstawieniaProcesu());
+    const TUstawieniaFormatu& format = ustawienia != nullptr ? *ustawienia : UstawieniaProcesu();
+    if constexpr (std::is_integral_v<W>) {
+        static_assert(std::is_signed_v<W> || sizeof(W) < sizeof(std::int64_t));
+        return FormatujLiczbe(maska, TLiczbaDziesietna(std::int64_t{wartosc_}), format);
+    } else {
+        return FormatujLiczbe(maska, static_cast<double>(wartosc_), format);
+    }
 }
 
 template <class W, class Baza> void TPoleLiczby<W, Baza>::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
@@ -149,7 +141,7 @@ void TPoleLiczby<W, Baza>::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu
 template <class W, class Baza>
 void TPoleLiczby<W, Baza>::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
     TPole::ZglosOdczyt(*this, odczytywacz);
-    wartosc_ = ZTokenu<W>(TOdczytTekstu(strumien, odczytywacz)->Parser);
+    wartosc_ = ZTokenu<W>(*TOdczytTekstu(strumien, odczytywacz));
 }
 
 template class TPoleLiczby<std::uint8_t, TPoleCalkowitoliczbowe>;

@@ -37,6 +37,8 @@ class ZTOK_API TPoleString : public TPole {
     void WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) override;
 
   private:
+    friend class TObiekt; // reads the text in place
+
     TTekstPola tekst_;
 };
 

@@ -1,5 +1,7 @@
 #include "ztok/fields/TPoleWskObiektu.h"
 
+#include <utility>
+
 #include "ztok/fields/Konwersje.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -120,12 +122,34 @@ void TPoleRefObiektu::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     TPoleWskObiektu::KopiujDane(zrodlo, kopier);
 }
 
-TPoleRefZeZdarz::~TPoleRefZeZdarz() = default;
+TPoleRefZeZdarz::~TPoleRefZeZdarz() {
+    if (zginelo_ != nullptr)
+        *zginelo_ = true;
+}
 
 void TPoleRefZeZdarz::ZerujRefDo(TObiektBazowy* cel) {
-    if (obiekt_ == cel && OnZerujRefDo)
+    if (obiekt_ != cel || !OnZerujRefDo) {
+        TPoleRefObiektu::ZerujRefDo(cel);
+        return;
+    }
+    // The event may free this field, and may raise: the pointer goes in every case.
+    bool zginelo = false;
+    bool* const wyzej = std::exchange(zginelo_, &zginelo);
+    const auto poZdarzeniu = [&] {
+        if (!zginelo) {
+            zginelo_ = wyzej;
+            TPoleRefObiektu::ZerujRefDo(cel);
+        } else if (wyzej != nullptr) {
+            *wyzej = true;
+        }
+    };
+    try {
         OnZerujRefDo.funkcja(OnZerujRefDo.dane, *this);
-    TPoleRefObiektu::ZerujRefDo(cel);
+    } catch (...) {
+        poZdarzeniu();
+        throw;
+    }
+    poZdarzeniu();
 }
 
 } // namespace ztok

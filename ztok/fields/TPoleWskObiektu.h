@@ -69,7 +69,8 @@ struct TZdarzeniePola {
     explicit operator bool() const noexcept { return funkcja != nullptr; }
 };
 
-// A reference that tells when it is cleared because its target dies; it still points at the target then.
+// A reference that tells when it is cleared because its target dies; it still points at the target then. The event may
+// free the field, change it, or raise: the pointer is cleared all the same.
 class ZTOK_API TPoleRefZeZdarz : public TPoleRefObiektu {
     ZTOK_KLASA_DEKL(TPoleRefZeZdarz)
 
@@ -79,6 +80,9 @@ class ZTOK_API TPoleRefZeZdarz : public TPoleRefObiektu {
     void ZerujRefDo(TObiektBazowy* cel) override;
 
     TZdarzeniePola OnZerujRefDo;
+
+  private:
+    bool* zginelo_ = nullptr; // told when the field dies during its event
 };
 
 } // namespace ztok

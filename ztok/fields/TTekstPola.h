@@ -1,8 +1,9 @@
-// Text of a field: one block of the pool, of the size that the text needs.
+// Text of a field: a short text in place, a longer one in a block of the pool of the size that it needs.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "ztok/platform/Eksport.h"
@@ -10,34 +11,57 @@
 namespace ztok {
 
 // Owns its units. Of the size of a pointer: most texts are short and a model holds very many of them, so a string's
-// room for short text and for growth would cost more than the texts. An empty text has no block.
+// room for short text and for growth would cost more than the texts.
 class ZTOK_API TTekstPola {
   public:
     constexpr TTekstPola() noexcept = default;
     TTekstPola(const TTekstPola&) = delete;
     TTekstPola& operator=(const TTekstPola&) = delete;
     ~TTekstPola() {
-        if (blok_ != nullptr)
-            Wyczysc();
+        if (MaBlok())
+            ZwolnijBlok();
     }
 
     // Valid until the next change. Units of the text itself may be given to Ustaw.
     [[nodiscard]] std::u16string_view Widok() const noexcept {
-        return blok_ == nullptr ? std::u16string_view()
-                                : std::u16string_view(reinterpret_cast<const char16_t*>(blok_ + 1), blok_->ile);
+        if (!MaBlok())
+            return {reinterpret_cast<const char16_t*>(bajty_ + sizeof(char16_t)), std::size_t{bajty_[0]} >> 1U};
+        const TBlok* blok = Blok();
+        return {reinterpret_cast<const char16_t*>(blok + 1), blok->ile};
     }
     // Raises std::length_error above 2^32 - 1 units, and std::bad_alloc. The text is then as it was.
     void Ustaw(std::u16string_view tekst);
+    // The text of that many bytes of UTF-8, at most kNajdluzszyOdRazu, straight to its place. Raises as Ustaw does.
+    void UstawUtf8(const char* bajty, std::size_t ile);
+    static constexpr std::size_t kNajdluzszyOdRazu = 256;
     // Makes the text of that many units (1 or more), to be filled by the caller. Raises as Ustaw does.
     [[nodiscard]] char16_t* Przygotuj(std::size_t ile);
-    void Wyczysc() noexcept;
+    void Wyczysc() noexcept {
+        if (MaBlok())
+            ZwolnijBlok();
+        bajty_[0] = kKrotki;
+    }
 
   private:
     struct TBlok { // then the units
         std::uint32_t ile;
     };
 
-    TBlok* blok_ = nullptr;
+    // Blocks are aligned, so the lowest bit of the lowest byte tells a text in place: that byte then holds its length
+    // above the bit, and the units follow at the second one's place.
+    static constexpr unsigned char kKrotki = 1;
+    static constexpr std::size_t kNajdluzszyWMiejscu = sizeof(void*) / sizeof(char16_t) - 1;
+
+    [[nodiscard]] bool MaBlok() const noexcept { return (bajty_[0] & kKrotki) == 0; }
+    [[nodiscard]] TBlok* Blok() const noexcept {
+        TBlok* blok;
+        std::memcpy(&blok, bajty_, sizeof blok);
+        return blok;
+    }
+    void UstawBlok(TBlok* blok) noexcept { std::memcpy(bajty_, &blok, sizeof blok); }
+    void ZwolnijBlok() noexcept;
+
+    alignas(void*) unsigned char bajty_[sizeof(void*)] = {kKrotki};
 };
 
 static_assert(sizeof(TTekstPola) == sizeof(void*));

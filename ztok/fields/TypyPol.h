@@ -29,7 +29,7 @@ inline constexpr std::uint32_t LocaleNiezmienny = 127;
 inline constexpr std::uint32_t LocaleWin1250 = 4096;
 
 // Settings of the whole library. Set them before threads start.
-extern ZTOK_API std::uint16_t DefStronaKodowa;    // code page of 8-bit text
+extern ZTOK_API std::uint16_t DefStronaKodowa;    // code page of 8-bit text: 1250, 1251, 28591, 28592 or 65001
 extern ZTOK_API std::uint32_t DefZTOKLocaleID;    // locale of comparisons without a comparer
 extern ZTOK_API bool g_ZTOKQuiet;                 // no warnings at unload, and the kernel stays
 extern ZTOK_API TTypZapisuXML DefTypZapisuXML;    // what an XML writer takes for tzxDomyslny

@@ -23,6 +23,7 @@
 
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/TObiekt.h"
@@ -120,6 +121,19 @@ template <class T> struct Obiekt {
     }
     static constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa) noexcept {
         return {nr, nazwa, TRodzajWartosci::Obiekt, TDostep::Obcy, TDostep::Obcy, {}, &KlasaTypu<T>, nullptr};
+    }
+};
+
+// A list of texts. Lists of numbers are nested fields: Obiekt<TPoleIntList>.
+struct StrList : Obiekt<TPoleStrList> {
+    static constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa) noexcept {
+        return {nr, nazwa, TRodzajWartosci::StrList, TDostep::PoleStrList, TDostep::PoleStrList, {}, nullptr, nullptr};
+    }
+};
+struct WideStrList : Obiekt<TPoleWideStrList> {
+    static constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa) noexcept {
+        return {nr,      nazwa,  TRodzajWartosci::WideStrList, TDostep::PoleWideStrList, TDostep::PoleWideStrList, {},
+                nullptr, nullptr};
     }
 };
 

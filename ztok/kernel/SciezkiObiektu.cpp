@@ -159,12 +159,55 @@ std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view sciezka) con
 
 // NOLINTEND(clang-analyzer-core.NonNullParamChecker,clang-analyzer-core.CallAndMessage)
 
+// --- any element: the path up to "[?]" leads to a list, which goes through its elements
+
+bool TObiektBazowy::ZDowolnym(std::u16string_view operacja, std::u16string_view sciezka, TListaBazowa*& lista,
+                              std::u16string_view& odDowolnego) const {
+    constexpr std::u16string_view dowolny = u"[?]"; // a step wherever it stands: a condition cannot hold "]"
+    const std::size_t gdzie = sciezka.find(dowolny);
+    if (gdzie == std::u16string_view::npos)
+        return false;
+    odDowolnego = sciezka.substr(gdzie);
+    lista = nullptr;
+    // The walk goes deeper with each of them: as many as a path has steps.
+    int ile = 0;
+    for (std::size_t i = gdzie; i != std::u16string_view::npos; i = sciezka.find(dowolny, i + 1))
+        if (++ile > kZaglebienieDomyslne)
+            ZlaSciezka(operacja, sciezka);
+    const std::u16string_view przed = sciezka.substr(0, gdzie);
+    TObiektBazowy* obiekt = nullptr;
+    const TKlasa* klasa = nullptr;
+    int nrPola = CalyObiekt;
+    if (const_cast<TObiektBazowy*>(this)->ObiektIPole(przed, false, obiekt, nrPola)) {
+        TPole* pole = PoleObiektu(*obiekt, nrPola);
+        if (pole != nullptr && pole->Klasa()->Ma(ckPoleWsk))
+            pole = static_cast<TPoleWskObiektu*>(pole)->Obiekt();
+        if (pole != nullptr) {
+            if (!pole->Klasa()->Ma(ckLista))
+                ZlaSciezka(operacja, sciezka);
+            lista = static_cast<TListaBazowa*>(pole);
+            return true;
+        }
+        klasa = obiekt->Klasa();
+    } else if (!KlasaIPole(przed, klasa, nrPola)) {
+        ZlaSciezka(operacja, sciezka);
+    }
+    // Nothing there yet: as a list without elements, if the classes allow one.
+    const TKlasa* typ = nrPola == CalyObiekt ? klasa : JadroKlas()->TypPolaKlasy(klasa, nrPola);
+    if (typ == nullptr || !typ->Ma(ckLista | ckPoleWsk))
+        ZlaSciezka(operacja, sciezka);
+    return true;
+}
+
 bool TObiektBazowy::PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
     return PorPoleONazwieZCecha(sciezka, cecha, rozmLiter, LocaleWin1250) == 0;
 }
 
 std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
                                                  TRozmiarLiter rozmLiter, std::uint32_t localeID) const {
+    TListaBazowa* lista = nullptr;
+    if (std::u16string_view dalej; ZDowolnym(u"PorPoleONazwieZCecha", sciezka, lista, dalej))
+        return lista == nullptr ? 1 : lista->PorPoleONazwieZCecha(dalej, cecha, rozmLiter, localeID);
     TObiektBazowy* obiekt = nullptr;
     int nrPola = CalyObiekt;
     if (CelSciezki(u"PorPoleONazwieZCecha", sciezka, obiekt, nrPola))
@@ -180,6 +223,12 @@ std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, co
 }
 
 void TObiektBazowy::ZerujPole(std::u16string_view sciezka) {
+    TListaBazowa* lista = nullptr;
+    if (std::u16string_view dalej; ZDowolnym(u"ZerujPole", sciezka, lista, dalej)) {
+        if (lista != nullptr)
+            lista->ZerujPole(dalej);
+        return;
+    }
     TObiektBazowy* obiekt = nullptr;
     int nrPola = CalyObiekt;
     if (CelSciezki(u"ZerujPole", sciezka, obiekt, nrPola))

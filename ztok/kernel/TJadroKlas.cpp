@@ -22,6 +22,8 @@
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/Wyladowanie.h"
+#include "ztok/repository/Zamykanie.h"
+#include "ztok/util/Szyfratory.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -168,7 +170,16 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
     for (int nr = 0; nr < migawka->ilePol; ++nr)
         if (const TWlasciwosc* wlasciwosc = lista->GetWlasciwosc(nr); wlasciwosc != nullptr)
             if (const TKlasa* typ = wlasciwosc->GetTyp(); typ != nullptr) {
-                pola[static_cast<std::size_t>(nr)].klasa = typ;
+                TMigawkaOpisu::TPozycja& pozycja = pola[static_cast<std::size_t>(nr)];
+                const std::uint8_t stan = StanKlasy(*typ);
+                const bool prosta = MoznaWBloku(stan);
+                pozycja.klasa = typ;
+                pozycja.stan = stan;
+                pozycja.kodProsty = prosta ? stan >> 4U : kpInne;
+                if (nr < TMigawkaOpisu::kPolaMaski) {
+                    migawka->maskaPol |= std::uint64_t{1} << nr;
+                    migawka->maskaProstych |= std::uint64_t{prosta} << nr;
+                }
                 migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
             }
     std::string nazwy8;
@@ -350,15 +361,8 @@ void TJadroKlas::UstawDefFormatDatyICzasu() { format_ = UstawieniaPolskie(); }
 
 namespace {
 
-void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt);
-
-void ZwolnijLinkiElementow(TJadroKlas& jadro, const TListaBazowa& lista) {
-    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
-        if (TObiektBazowy* element = lista.Obiekty(i); element != nullptr)
-            ZwolnijLinkiWPolach(jadro, *element);
-}
-
-void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
+// Clears what one object points at; its nested objects wait in the queue, since a tree may be of any depth.
+void ZwolnijLinkiObiektu(TObiektBazowy& obiekt, std::vector<TObiektBazowy*>& kolejka) {
     const std::uint32_t cechy = obiekt.Klasa()->cechy;
     if ((cechy & ckObiekt) != 0) {
         auto& zPolami = static_cast<TObiekt&>(obiekt);
@@ -366,21 +370,20 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
             TPole* pole = zPolami.Pole(nr);
             if (pole == nullptr)
                 continue;
-            const std::uint32_t cechyPola = pole->Klasa()->cechy;
-            if ((cechyPola & (ckObiekt | ckTablica)) != 0)
-                ZwolnijLinkiWPolach(jadro, static_cast<TObiektBazowy&>(*pole));
-            else if ((cechyPola & ckListaZObiektami) != 0)
-                ZwolnijLinkiElementow(jadro, static_cast<const TListaBazowa&>(*pole));
-            else if ((cechyPola & (ckPoleWsk | ckListaWsk)) != 0)
+            if (pole->Klasa()->Ma(ckObiekt | ckListaZObiektami | ckTablica))
+                kolejka.push_back(static_cast<TObiektBazowy*>(pole));
+            else if (pole->Klasa()->Ma(ckPoleWsk | ckListaWsk))
                 zPolami.SetMaWartosc(nr, false);
         }
     } else if ((cechy & ckTablica) != 0) {
         const auto& tablica = static_cast<const TArrayOfConst&>(obiekt);
         for (std::int32_t i = 0; i < tablica.Ile(); ++i)
             if (TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
-                ZwolnijLinkiWPolach(jadro, *element);
+                kolejka.push_back(element);
     } else if ((cechy & ckListaZObiektami) != 0) {
-        ZwolnijLinkiElementow(jadro, static_cast<const TListaBazowa&>(obiekt));
+        for (TObiektBazowy* element : static_cast<const TListaBazowa&>(obiekt))
+            if (element != nullptr)
+                kolejka.push_back(element);
     } else if ((cechy & ckListaWsk) != 0) {
         static_cast<TListaBazowa&>(obiekt).SkrocListe(0, true);
     }
@@ -390,7 +393,12 @@ void ZwolnijLinkiWPolach(TJadroKlas& jadro, TObiektBazowy& obiekt) {
 
 void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
     obiekt.ZwolnijReferencje();
-    ZwolnijLinkiWPolach(*this, obiekt);
+    std::vector<TObiektBazowy*> kolejka{&obiekt};
+    while (!kolejka.empty()) {
+        TObiektBazowy& nastepny = *kolejka.back();
+        kolejka.pop_back();
+        ZwolnijLinkiObiektu(nastepny, kolejka);
+    }
 }
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
@@ -419,7 +427,12 @@ namespace {
 std::atomic<bool> zamknieta{false};
 
 void Zamknij(bool czekaj) noexcept {
-    if (g_ZTOKQuiet || zamknieta.exchange(true) || wlasneJadro == nullptr)
+    if (g_ZTOKQuiet)
+        return;
+    // Before the kernel: registrations are objects of the model, and hold interfaces.
+    ZamknijRepozytorium(czekaj);
+    ZamknijKontroler();
+    if (zamknieta.exchange(true) || wlasneJadro == nullptr)
         return;
     try {
         if (!czekaj && !wlasneJadro->NiktNieTrzyma())
@@ -454,6 +467,8 @@ void ZamknijPrzyWyladowaniu() noexcept {
     Zamknij(false);
     ZwolnijRejestrKlas();
     ZwolnijUstawieniaProcesu();
+    ZwolnijPamiecSzyfratorow();
+    ZwolnijStanKontroli();
     ZamknijPule();
 }
 

@@ -1,17 +1,22 @@
 #include "ztok/kernel/TObiekt.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
+#include <new>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/platform/CzesciBloku.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
-#include "ztok/platform/Pula.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/TWariant.h"
 #include "ztok/util/ZTBledy.h"
@@ -35,8 +40,9 @@ TObiekt::~TObiekt() {
 
 // --- metadata
 
-const TMigawkaOpisu& TObiekt::Migawka() const {
-    const TKlasa* klasa = Klasa();
+const TMigawkaOpisu& TObiekt::Migawka() const { return Migawka(Klasa()); }
+
+const TMigawkaOpisu& TObiekt::Migawka(const TKlasa* klasa) {
     TJadroKlas& jadro = JadroBiezace();
     const TMigawkaOpisu* migawka = klasa->stan->migawka.load(std::memory_order_acquire);
     if (migawka != nullptr && migawka->numerJadra == jadro.Numer()) [[likely]]
@@ -112,45 +118,184 @@ std::uint8_t TObiekt::StanKlasy(const TKlasa& klasa) noexcept {
     return stan;
 }
 
+namespace {
+
+// No more places than this are made for plain fields that are yet to be written.
+constexpr int kMiejscaNaZapas = 12;
+
+} // namespace
+
 void TObiekt::ZrobMiejsceDlaPola(int nrPola) {
     if (nrPola < ilePol_)
         return;
     if (nrPola >= pojPol_) {
         int nowa = nrPola + 1;
+        int miejsca = 0;
         // Room for all declared fields at once, if the descriptor is there already; asking for it here would build it
         // while descriptors themselves are being built.
         const TMigawkaOpisu* migawka = Klasa()->stan->migawka.load(std::memory_order_acquire);
-        if (migawka != nullptr && migawka->numerJadra == JadroBiezace().Numer() && migawka->ilePol > nowa)
+        if (migawka != nullptr && migawka->numerJadra == JadroBiezace().Numer() && migawka->ilePol > nowa) {
             nowa = migawka->ilePol;
-        Zarezerwuj(nowa);
+            miejsca = std::popcount(migawka->maskaProstych);
+            if (miejsca > kMiejscaNaZapas)
+                miejsca = 0;
+        }
+        Zarezerwuj(nowa, miejsca);
     }
     ilePol_ = nrPola + 1; // the positions up to here are null since the block was made
 }
 
-void TObiekt::Zarezerwuj(int ile) {
+namespace {
+
+// The first place of a block that replaced another, whose field objects are alive.
+struct TPoprzedniBlok {
+    TPole** pola;
+    std::uint16_t ilePol;
+    std::uint8_t miejsca;
+    bool jestPoprzedni; // its own first place is such a record
+};
+
+bool Lezy(const TPole* pole, TPole* const* blok, std::size_t bajty) noexcept {
+    return reinterpret_cast<std::uintptr_t>(pole) - reinterpret_cast<std::uintptr_t>(blok) < bajty;
+}
+
+TPoprzedniBlok Poprzedni(const TPole* const* pola, std::size_t bajtyTablicy) noexcept {
+    TPoprzedniBlok poprzedni;
+    std::memcpy(&poprzedni, reinterpret_cast<const char*>(pola) + bajtyTablicy, sizeof poprzedni);
+    return poprzedni;
+}
+
+} // namespace
+
+bool TObiekt::MoznaWBloku(std::uint8_t stan) noexcept {
+    constexpr unsigned kProste = 1U << kpBoolean | 1U << kpByte | 1U << kpSmallint | 1U << kpWord | 1U << kpInteger |
+                                 1U << kpCardinal | 1U << kpInt64 | 1U << kpDouble | 1U << kpDateTime | 1U << kpDate |
+                                 1U << kpTime | 1U << kpString | 1U << kpWideString;
+    // Where every block comes from malloc, so does every field: a sanitizer sees each of them.
+    return !ZTOK_BEZ_PULI && (stan & spDokladna) != 0 && (kProste >> (stan >> 4U) & 1U) != 0;
+}
+
+bool TObiekt::JestWBloku(const TPole* pole) const noexcept {
+    if (Lezy(pole, FPola, BajtyBloku(pojPol_, miejsca_)))
+        return true;
+    if (!jestPoprzedni_) [[likely]]
+        return false;
+    for (TPoprzedniBlok p = Poprzedni(FPola, BajtyBloku(pojPol_, 0));; p = Poprzedni(p.pola, BajtyBloku(p.ilePol, 0))) {
+        if (Lezy(pole, p.pola, BajtyBloku(p.ilePol, p.miejsca)))
+            return true;
+        if (!p.jestPoprzedni)
+            return false;
+    }
+}
+
+void TObiekt::Zarezerwuj(int ile, int miejsca) {
     if (ile <= pojPol_)
         return;
+    static_assert(sizeof(TPoprzedniBlok) <= kMiejsce);
+    // Field objects do not move: a block with some of them stays, behind the new one.
+    const bool zostaje = zajete_ != 0;
+    if (FPola != nullptr)
+        miejsca = zostaje ? 1 : miejsca_;
     const auto pola = static_cast<std::size_t>(ile);
-    auto* blok = static_cast<TPole**>(PulaPrzydziel(pola * (sizeof(TPole*) + 1)));
+    auto* blok = static_cast<TPole**>(pula::Przydziel(BajtyBloku(ile, miejsca)));
     std::memset(static_cast<void*>(blok), 0, pola * (sizeof(TPole*) + 1));
     if (FPola != nullptr) {
         const auto stare = static_cast<std::size_t>(ilePol_);
         std::memcpy(static_cast<void*>(blok), static_cast<const void*>(FPola), stare * sizeof(TPole*));
         std::memcpy(blok + ile, Stany(), stare);
-        PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
+        if (zostaje) {
+            const TPoprzedniBlok poprzedni = {FPola, static_cast<std::uint16_t>(pojPol_), miejsca_, jestPoprzedni_};
+            std::memcpy(reinterpret_cast<char*>(blok) + BajtyBloku(ile, 0), &poprzedni, sizeof poprzedni);
+        } else {
+            pula::Zwolnij(static_cast<void*>(FPola), BajtyBloku(pojPol_, miejsca_));
+        }
     }
     FPola = blok;
     pojPol_ = ile;
+    miejsca_ = static_cast<std::uint8_t>(miejsca);
+    zajete_ = zostaje ? 1 : 0;
+    jestPoprzedni_ = zostaje;
+}
+
+void TObiekt::OddajBlok() noexcept {
+    TPoprzedniBlok blok = {FPola, static_cast<std::uint16_t>(pojPol_), miejsca_, jestPoprzedni_};
+    while (true) {
+        const TPoprzedniBlok nastepny =
+            blok.jestPoprzedni ? Poprzedni(blok.pola, BajtyBloku(blok.ilePol, 0)) : TPoprzedniBlok{};
+        const std::size_t bajty = BajtyBloku(blok.ilePol, blok.miejsca);
+        if (wyniesione_) [[unlikely]]
+            pula::OddajBlokZCzesciami(static_cast<void*>(blok.pola), bajty);
+        else
+            pula::Zwolnij(static_cast<void*>(blok.pola), bajty);
+        if (!blok.jestPoprzedni) [[likely]]
+            break;
+        blok = nastepny;
+    }
+    FPola = nullptr;
+    pojPol_ = 0;
+    miejsca_ = 0;
+    zajete_ = 0;
+    wyniesione_ = false;
+    jestPoprzedni_ = false;
+}
+
+namespace {
+
+template <class P> TPole* NowyWMiejscu(void* miejsce) noexcept {
+    static_assert(sizeof(P) <= pula::Ziarno);
+    return ::new (miejsce) P;
+}
+
+} // namespace
+
+TPole* TObiekt::UtworzWBloku(unsigned kod) noexcept {
+    if (zajete_ == miejsca_)
+        return nullptr;
+    void* miejsce = WolneMiejsce();
+    ++zajete_;
+    switch (kod) {
+    case kpBoolean:
+        return NowyWMiejscu<TPoleBoolean>(miejsce);
+    case kpByte:
+        return NowyWMiejscu<TPoleByte>(miejsce);
+    case kpSmallint:
+        return NowyWMiejscu<TPoleSmallint>(miejsce);
+    case kpWord:
+        return NowyWMiejscu<TPoleWord>(miejsce);
+    case kpInteger:
+        return NowyWMiejscu<TPoleInteger>(miejsce);
+    case kpCardinal:
+        return NowyWMiejscu<TPoleCardinal>(miejsce);
+    case kpInt64:
+        return NowyWMiejscu<TPoleInt64>(miejsce);
+    case kpDouble:
+        return NowyWMiejscu<TPoleDouble>(miejsce);
+    case kpDateTime:
+        return NowyWMiejscu<TPoleDateTime>(miejsce);
+    case kpDate:
+        return NowyWMiejscu<TPoleDate>(miejsce);
+    case kpTime:
+        return NowyWMiejscu<TPoleTime>(miejsce);
+    case kpString:
+        return NowyWMiejscu<TPoleString>(miejsce);
+    default:
+        return NowyWMiejscu<TPoleWideString>(miejsce);
+    }
 }
 
 TPole& TObiekt::UtworzPole(int nrPola, const TKlasa* klasa) {
     if (klasa->utworz == nullptr || !klasa->Ma(ckPole))
         ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa->nazwa});
     ZrobMiejsceDlaPola(nrPola);
-    auto* pole = static_cast<TPole*>(klasa->utworz(this));
+    const std::uint8_t stanKlasy = StanKlasy(*klasa);
+    TPole* pole = MoznaWBloku(stanKlasy) ? UtworzWBloku(stanKlasy >> 4U) : nullptr;
+    if (pole == nullptr)
+        pole = static_cast<TPole*>(klasa->utworz(this));
     FPola[nrPola] = pole;
     std::uint8_t& stan = Stany()[nrPola];
-    stan = static_cast<std::uint8_t>((stan & spWartosc) | StanKlasy(*klasa));
+    stan = static_cast<std::uint8_t>((stan & spWartosc) | stanKlasy);
+    if ((stan & spObiekt) != 0)
+        Trzymaj(static_cast<TObiektBazowy&>(*pole), true);
     UtworzonoPole(nrPola);
     return *pole;
 }
@@ -181,15 +326,20 @@ TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
 }
 
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
-    if (pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy))
-        SprawdzCykl(*this, static_cast<const TObiektBazowy&>(*pole));
+    if (pole != nullptr && pole != Pole(nrPola) && pole->Klasa()->Ma(ckObiektBazowy))
+        SprawdzPrzyjecie(*this, static_cast<const TObiektBazowy&>(*pole));
     TWlasny<TPole> straznik(pole);
     if (nrPola < 0 || nrPola > 32767)
         ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
     ZrobMiejsceDlaPola(nrPola);
     TPole* poprzednie = FPola[nrPola];
+    if (!zwolnijPoprzednie && poprzednie != nullptr && poprzednie != pole && JestWBloku(poprzednie)) {
+        pula::WyniesCzesc(poprzednie);
+        wyniesione_ = true;
+    }
     FPola[nrPola] = straznik.Oddaj();
     std::uint8_t& stan = Stany()[nrPola];
+    const std::uint8_t poprzedniStan = stan;
     if (pole == nullptr) {
         stan = 0;
     } else {
@@ -201,11 +351,28 @@ void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
             stan = static_cast<std::uint8_t>(spWartosc | stanKlasy);
         }
     }
-    if (zwolnijPoprzednie && poprzednie != pole)
+    if (poprzednie == nullptr || poprzednie == pole)
+        return;
+    if (!zwolnijPoprzednie) {
+        if (poprzednie->Klasa()->Ma(ckObiektBazowy))
+            Trzymaj(static_cast<TObiektBazowy&>(*poprzednie), false);
+        return;
+    }
+    if (JestWBloku(poprzednie))
+        UsunPole(poprzednie, poprzedniStan);
+    else
         Zwolnij(poprzednie);
 }
 
 namespace {
+
+// Ends a plain field in the block, whose memory goes with the block: a number has no end to speak of.
+void ZakonczWBloku(TPole* pole, unsigned kod) noexcept {
+    if (kod == kpString)
+        static_cast<TPoleString*>(pole)->TPoleString::~TPoleString();
+    else if (kod == kpWideString)
+        static_cast<TPoleWideString*>(pole)->TPoleWideString::~TPoleWideString();
+}
 
 // Frees a field that is exactly of the class of its code: the classes met most are freed without a virtual call.
 void UsunPoleKodu(TPole* pole, unsigned kod) noexcept {
@@ -229,6 +396,17 @@ void UsunPoleKodu(TPole* pole, unsigned kod) noexcept {
 
 } // namespace
 
+void TObiekt::UsunPole(TPole* pole, std::uint8_t stan) noexcept {
+    if ((stan & spDokladna) == 0)
+        return TPrzydzial::Usun(pole);
+    const unsigned kod = stan >> 4U;
+    if (!JestWBloku(pole))
+        return UsunPoleKodu(pole, kod);
+    ZakonczWBloku(pole, kod);
+    if (wyniesione_) [[unlikely]]
+        pula::OddajCzesc(pole); // it left the object and came back
+}
+
 void TObiekt::ZwolnijPola(bool zachowajTablice) {
     TPierwszyBlad blad;
     for (int nr = ilePol_ - 1; nr >= 0; --nr) {
@@ -239,17 +417,19 @@ void TObiekt::ZwolnijPola(bool zachowajTablice) {
         if (pole == nullptr)
             continue;
         const std::uint8_t stan = Stany()[nr];
-        if ((stan & spDestrukcja) != 0)
+        if (!wyniesione_ && Lezy(pole, FPola, BajtyBloku(pojPol_, miejsca_))) [[likely]]
+            ZakonczWBloku(pole, stan >> 4U);
+        else if ((stan & spDestrukcja) != 0)
             blad.Wykonaj([pole] { Zwolnij(pole); });
-        else if ((stan & spDokladna) == 0)
-            TPrzydzial::Usun(pole);
         else
-            UsunPoleKodu(pole, stan >> 4U);
+            UsunPole(pole, stan);
     }
-    if (!zachowajTablice && FPola != nullptr && ilePol_ == 0) {
-        PulaZwolnij(static_cast<void*>(FPola), static_cast<std::size_t>(pojPol_) * (sizeof(TPole*) + 1));
-        FPola = nullptr;
-        pojPol_ = 0;
+    if (zachowajTablice) {
+        // The places are free again, unless a field has left one or was written meanwhile.
+        if (!wyniesione_ && std::all_of(FPola, FPola + ilePol_, [](const TPole* pole) { return pole == nullptr; }))
+            zajete_ = jestPoprzedni_ ? 1 : 0;
+    } else if (FPola != nullptr && ilePol_ == 0) {
+        OddajBlok();
     }
     blad.Rzuc();
 }
@@ -460,12 +640,23 @@ void TObiekt::SetVariantowo(int nrPola, const TWariant& wartosc) {
     SetBylyZmiany(nrPola);
 }
 
-// Fields that a later part of the library brings.
-TPoleStrList* TObiekt::GetPoleStrList(int /*nrPola*/) const { BladAbstrakcyjny(u"GetPoleStrList"); }
-TPoleWideStrList* TObiekt::GetPoleWideStrList(int /*nrPola*/) const { BladAbstrakcyjny(u"GetPoleWideStrList"); }
-void TObiekt::SetPoleStrList(int /*nrPola*/, const TPoleStrList& /*wartosc*/) { BladAbstrakcyjny(u"SetPoleStrList"); }
-void TObiekt::SetPoleWideStrList(int /*nrPola*/, const TPoleWideStrList& /*wartosc*/) {
-    BladAbstrakcyjny(u"SetPoleWideStrList");
+TPoleStrList* TObiekt::GetPoleStrList(int nrPola) const { return CzytajListe<TPoleStrList>(nrPola); }
+TPoleWideStrList* TObiekt::GetPoleWideStrList(int nrPola) const { return CzytajListe<TPoleWideStrList>(nrPola); }
+
+template <class P> P* TObiekt::CzytajListe(int nrPola) const {
+    const TBlokadaObiektu blokada(*this);
+    return PoleKlasy<P>(nrPola);
 }
+
+template <class P> void TObiekt::PiszListe(int nrPola, const P& wartosc) {
+    const TBlokadaObiektu blokada(*this);
+    P& pole = PoleDoZapisuKlasy<P>(nrPola);
+    if (&pole != &wartosc)
+        pole.UstawWartosci(wartosc.Wartosci());
+    SetBylyZmiany(nrPola);
+}
+
+void TObiekt::SetPoleStrList(int nrPola, const TPoleStrList& wartosc) { PiszListe(nrPola, wartosc); }
+void TObiekt::SetPoleWideStrList(int nrPola, const TPoleWideStrList& wartosc) { PiszListe(nrPola, wartosc); }
 
 } // namespace ztok

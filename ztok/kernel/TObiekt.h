@@ -82,6 +82,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] std::u16string GetPoleCDATA(int nrPola) const;
     [[nodiscard]] std::string GetPoleRawByteString(int nrPola) const;
     [[nodiscard]] std::u16string GetPoleWideString(int nrPola) const;
+    // The field itself, or null when it was never written.
     [[nodiscard]] TPoleStrList* GetPoleStrList(int nrPola) const;
     [[nodiscard]] TPoleWideStrList* GetPoleWideStrList(int nrPola) const;
     [[nodiscard]] TObiektBazowy* GetPoleRefObiektu(int nrPola) const;
@@ -103,6 +104,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void SetPoleCDATA(int nrPola, std::u16string_view wartosc);
     void SetPoleRawByteString(int nrPola, std::string_view wartosc);
     void SetPoleWideString(int nrPola, std::u16string_view wartosc);
+    // Copy the values.
     void SetPoleStrList(int nrPola, const TPoleStrList& wartosc);
     void SetPoleWideStrList(int nrPola, const TPoleWideStrList& wartosc);
     void SetPoleRefObiektu(int nrPola, TObiektBazowy* wartosc);
@@ -162,11 +164,24 @@ class ZTOK_API TObiekt : public TObiektBazowy {
 
     // Compares one field of this object with the same field of the other: a missing one counts as its default value.
     [[nodiscard]] std::int32_t PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const;
-
-  protected:
-    TPole** FPola = nullptr; // pola_; then, in the same block, one byte of state a field
+    // For a walk that compares values itself: false when the object decides about its fields, or the field is not
+    // exactly of a plain class of the library's; else the field object, null when it holds no value, and its EKodPola.
+    [[nodiscard]] bool DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const noexcept;
 
   private:
+    // These fill the base's last bytes.
+    std::uint8_t miejsca_ = 0;   // places for field objects in the block of the field array
+    std::uint8_t zajete_ = 0;    // how many of them were used
+    bool wyniesione_ = false;    // a field in one of them has left the object
+    bool jestPoprzedni_ = false; // the first of them tells of an older block, whose field objects are alive
+
+  protected:
+    // The field objects; then, in the same block, one byte of state a field, and places for plain field objects.
+    TPole** FPola = nullptr;
+
+  private:
+    friend class TJadroKlas;
+
     // State of one field number: whether it holds a value, and what is known of the field object.
     enum TStanPola : std::uint8_t {
         spWartosc = 0x01,    // value flag
@@ -178,10 +193,22 @@ class ZTOK_API TObiekt : public TObiektBazowy {
 
     [[nodiscard]] std::uint8_t* Stany() const noexcept { return reinterpret_cast<std::uint8_t*>(FPola + pojPol_); }
     [[nodiscard]] static std::uint8_t StanKlasy(const TKlasa& klasa) noexcept;
-    void Zarezerwuj(int ile);
+    // Whether a field in that state may stand in the object's block: the library's own class of a plain value.
+    [[nodiscard]] static bool MoznaWBloku(std::uint8_t stan) noexcept;
+    [[nodiscard]] bool JestWBloku(const TPole* pole) const noexcept;
+    [[nodiscard]] void* WolneMiejsce() const noexcept;
+    [[nodiscard]] TPole* UtworzWBloku(unsigned kod) noexcept;
+    // Makes room for so many field numbers, and for so many plain field objects if the object has no block yet.
+    void Zarezerwuj(int ile, int miejsca);
+    void OddajBlok() noexcept;
+    void UsunPole(TPole* pole, std::uint8_t stan) noexcept;
     void SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const;
     friend void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
+    void WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TStrumien& strumien,
+                       TOdczytywaczDanych& odczytywacz);
+    void WczytajPoleNr(int nr, const TMigawkaOpisu& migawka, TStrumien& strumien, TOdczytywaczDanych& odczytywacz);
     [[nodiscard]] const TMigawkaOpisu& Migawka() const;
+    [[nodiscard]] static const TMigawkaOpisu& Migawka(const TKlasa* klasa);
     TPole& UtworzPole(int nrPola, const TKlasa* klasa);
     void ZwolnijPola(bool zachowajTablice);
     [[noreturn]] void ZglosZlyTyp(int nrPola, const TPole& pole, const TKlasa* spodziewana) const;
@@ -189,18 +216,34 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     template <class P> P& PoleDoZapisuKlasy(int nrPola);
     template <class P> [[nodiscard]] auto Czytaj(int nrPola) const;
     template <class P, class W> void Pisz(int nrPola, W wartosc);
+    template <class P> [[nodiscard]] P* CzytajListe(int nrPola) const;
+    template <class P> void PiszListe(int nrPola, const P& wartosc);
     [[nodiscard]] std::int32_t PorownajNieobecne(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
                                                  std::uint32_t localeID) const;
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    // Copies a field that is exactly of the library's class that its state names; false when this object's field is
+    // not.
+    bool KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka);
     [[nodiscard]] int PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const;
     [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
                                     TZapisywaczDanych& zapisywacz) const;
 
+    // A plain field object's place; the places follow the array and the states.
+    static constexpr std::size_t kMiejsce = 16;
+    static constexpr std::size_t BajtyBloku(int pola, int miejsca) noexcept {
+        return (static_cast<std::size_t>(pola) * (sizeof(TPole*) + 1) + kMiejsce - 1) / kMiejsce * kMiejsce +
+               static_cast<std::size_t>(miejsca) * kMiejsce;
+    }
+
     std::int32_t ilePol_ = 0;
     std::int32_t pojPol_ = 0;
 };
+
+inline void* TObiekt::WolneMiejsce() const noexcept {
+    return reinterpret_cast<char*>(FPola) + BajtyBloku(pojPol_, zajete_);
+}
 
 // Refuses a tree that nests deeper than the writer allows: ZTException.
 void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);

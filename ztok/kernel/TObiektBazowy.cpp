@@ -47,6 +47,7 @@ void TObiektBazowy::WykonajDestrukcje() {
     if (zakonczony_)
         return;
     zakonczony_ = true;
+    kontrola_.Zakoncz(*this);
     TOdczytywaczDanych::Zapomnij(*this);
     TPierwszyBlad blad;
     const auto kontekst = [this](EKomunikat numer) {
@@ -115,6 +116,13 @@ void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy
     for (int poziom = 0; o != nullptr && poziom < 2 * kZaglebienieDomyslne; ++poziom, o = o->FRodzic)
         if (o == &nowy)
             ZTErrorFmt(Komunikat(kmObiektWSobie), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
+}
+
+void TObiektBazowy::SprawdzWlasciciela(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
+    std::u16string nazwa;
+    if (nowy.FRodzic != nullptr && nowy.NazwaWRodzicu(nazwa))
+        ZTErrorFmt(Komunikat(kmObiektMaWlasciciela),
+                   {rodzic.NazwaKlasy(), nowy.NazwaKlasy(), nowy.DajSciezkeDoSiebie()});
 }
 
 TObiektBazowy* TObiektBazowy::DajKorzen() noexcept {
@@ -426,7 +434,10 @@ void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, TOdczytywaczDanych*
         return;
     }
     const TPoziom poziom(odczytywacz->Zagniezdzenie, *this);
-    odczytywacz->OdczytywanoPole(*this);
+    if (odczytywacz->ChceKazdePole())
+        odczytywacz->OdczytywanoPole(*this);
+    else
+        odczytywacz->TOdczytywaczDanych::OdczytywanoPole(*this);
     WykonajOdczyt(strumien, *odczytywacz);
 }
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "ztok/fields/TPole.h"
+#include "ztok/platform/Kontrolowane.h"
 
 namespace ztok {
 
 class TBlokadaObiektu;
+class TListaBazowa;
 class TObiekt;
 struct TOpcjeOdczytu;
 
@@ -31,7 +33,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     // Values by path.
     [[nodiscard]] virtual TWariant GetVariantowoWgSciezki(std::u16string_view sciezka) const;
     virtual void SetVariantowoWgSciezki(std::u16string_view sciezka, const TWariant& wartosc);
-    // Whether a field has the feature's value, and where the feature lies (its sign minus the field's value).
+    // Whether a field has the feature's value, and where the feature lies (its sign minus the field's value). "[?]" in
+    // the path means any element of the list before it.
     [[nodiscard]] virtual bool PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const;
     [[nodiscard]] virtual bool PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha,
                                            TRozmiarLiter rozmLiter) const;
@@ -192,6 +195,10 @@ class ZTOK_API TObiektBazowy : public TPole {
                     int& nrPola) const;
     // The object with the field that a path leads to, for writing: what is missing is made.
     TObiekt& CelZapisu(std::u16string_view operacja, std::u16string_view sciezka, int& nrPola);
+    // Whether any element ("[?]") stands in the path: the list before the first one, null when there is none yet, and
+    // the path from there on. ZTException with the operation's name when what comes before leads to no list.
+    bool ZDowolnym(std::u16string_view operacja, std::u16string_view sciezka, TListaBazowa*& lista,
+                   std::u16string_view& odDowolnego) const;
     // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user
     // notice. For destructors of derived classes (the declaring macros write them).
     void DokonczZycie() noexcept {
@@ -202,12 +209,21 @@ class ZTOK_API TObiektBazowy : public TPole {
     // Refuses (ZTException) to put an object into itself or into one of its own parts, as far up as trees are read. The
     // object stays with the caller then: it owns the one that refuses.
     static void SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
+    // The same, and refuses an object that a list or a field of another object holds: two owners would free it twice.
+    static void SprawdzPrzyjecie(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
+        SprawdzCykl(rodzic, nowy);
+        if (nowy.trzymany_)
+            SprawdzWlasciciela(rodzic, nowy);
+    }
+    // Told by an owner that takes an object or gives it back. A parent alone holds nothing: constructors set it.
+    static void Trzymaj(TObiektBazowy& obiekt, bool trzymany) noexcept { obiekt.trzymany_ = trzymany; }
 
     TObiektBazowy* FRodzic = nullptr;
 
   private:
     friend class TBlokadaObiektu;
     friend class TJadroKlas;
+    friend class TKontroler;
     friend class TObiekt;
     friend class TOdczytywaczDanych;
     friend struct TPrzydzial;
@@ -223,7 +239,11 @@ class ZTOK_API TObiektBazowy : public TPole {
     // Told once by Utworz and the virtual constructors, with the class's ECechyKlasy.
     void PoUtworzeniu(std::uint32_t cechy);
     // The object now stands in a field of its parent.
-    void PoWstawieniu(TObiektBazowy& rodzic) noexcept { FRodzic = &rodzic; }
+    void PoWstawieniu(TObiektBazowy& rodzic) noexcept {
+        FRodzic = &rodzic;
+        trzymany_ = true;
+    }
+    static void SprawdzWlasciciela(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
     void DokonczZycieCicho() noexcept;
     void Odlacz() noexcept override;
     [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
@@ -231,7 +251,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     TOdwolania* odwolania_ = nullptr;
     bool bezBlokady_ = false; // known to lock nothing: no virtual call
     bool zakonczony_ = false; // the end of life has run
+    bool trzymany_ = false;   // its parent holds it; asked before it is given away
     bool odczytany_ = false;  // a reader has numbered it
+    TZnakKontroli kontrola_;
 };
 
 // Holds an object's lock for a scope.

@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <new>
+#include <type_traits>
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
@@ -14,7 +16,7 @@
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TKopierDanych.h"
-#include "ztok/lists/TListaBazowa.h"
+#include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/persist/TOdczytywaczDanych.h"
 #include "ztok/persist/TZapisywaczDanych.h"
@@ -212,10 +214,14 @@ bool TObiekt::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLi
             if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
                 return false;
         } else if (pola[i].JestNazwa()) {
+            const std::u16string sciezka = pola[i].JakoTekst();
             TObiektBazowy* obiekt = nullptr;
             int nrPola = CalyObiekt;
-            if (!const_cast<TObiekt*>(this)->ObiektIPole(pola[i].JakoTekst(), false, obiekt, nrPola) ||
-                !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
+            if (sciezka.find(u"[?]") != std::u16string::npos) {
+                if (!PoleMaCeche(sciezka, wartosci[i], rozmLiter))
+                    return false;
+            } else if (!const_cast<TObiekt*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola) ||
+                       !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
                 return false;
         } else {
             ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});
@@ -252,6 +258,19 @@ std::int32_t TObiekt::PorownajPole(int nrPola, const TObiekt& inny, TPorownywacz
     if (tam)
         return inny.FPola[nrPola]->MaDefWartosc() ? 0 : -1;
     return 0;
+}
+
+bool TObiekt::DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const noexcept {
+    pole = nrPola < 0 || Klasa()->Ma(ckWlasneNiepuste) ? nullptr : Pole(nrPola);
+    if (pole == nullptr)
+        return nrPola >= 0 && !Klasa()->Ma(ckWlasneNiepuste);
+    const std::uint8_t stan = Stany()[nrPola];
+    kod = stan >> 4U;
+    if ((stan & (spObiekt | spDokladna)) != spDokladna)
+        return false;
+    if ((stan & spWartosc) == 0)
+        pole = nullptr;
+    return true;
 }
 
 std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
@@ -321,8 +340,65 @@ void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     int ile = std::max(ilePol_, obiekt.ilePol_);
     if (kopier.TrybKopiowania == tkdPolaPrzodka)
         ile = std::min(ile, OstPoleWspolPrzodka(obiekt.Klasa()));
-    for (int nr = 0; nr < ile; ++nr)
+    // A plain field of the library's goes straight over, unless the class has a say about it.
+    const bool wprost = !Klasa()->Ma(ckWlasneTypyPol | ckWlasneUstawNiepuste);
+    const TMigawkaOpisu& migawka = Migawka();
+    for (int nr = 0; nr < ile; ++nr) {
+        if (wprost && obiekt.Pole(nr) != nullptr) {
+            const std::uint8_t stan = obiekt.Stany()[nr];
+            if ((stan & (spWartosc | spObiekt | spDokladna)) == (spWartosc | spDokladna) &&
+                KopiujWprost(nr, *obiekt.FPola[nr], stan, migawka))
+                continue;
+        }
         KopiujPole(nr, obiekt, kopier);
+    }
+}
+
+namespace {
+
+template <class P> void PrzepiszWartosc(TPole& cel, const TPole& zrodlo) {
+    static_cast<P&>(cel).UstawWartosc(static_cast<const P&>(zrodlo).Wartosc());
+}
+
+// Copies between two fields that are exactly of the class of the code; false for a code that is not known here.
+bool PrzepiszWgKodu(unsigned kod, TPole& cel, const TPole& zrodlo) {
+    switch (kod) {
+    case kpString:
+        PrzepiszWartosc<TPoleString>(cel, zrodlo);
+        return true;
+    case kpByte:
+        PrzepiszWartosc<TPoleByte>(cel, zrodlo);
+        return true;
+    case kpInteger:
+        PrzepiszWartosc<TPoleInteger>(cel, zrodlo);
+        return true;
+    case kpDouble:
+        PrzepiszWartosc<TPoleDouble>(cel, zrodlo);
+        return true;
+    case kpDate:
+        PrzepiszWartosc<TPoleDate>(cel, zrodlo);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool TObiekt::KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka) {
+    const unsigned kod = stan >> 4U;
+    if (Pole(nrPola) == nullptr) {
+        const TKlasa* typ = nrPola < migawka.ilePol ? migawka.pola[nrPola].klasa : nullptr;
+        if (typ == nullptr || typ->kodPola != kod || !typ->kodWlasny)
+            return false;
+        UtworzPole(nrPola, typ);
+    } else if (const std::uint8_t tu = Stany()[nrPola]; (tu >> 4U) != kod || (tu & spDokladna) == 0) {
+        return false;
+    }
+    if (!PrzepiszWgKodu(kod, *FPola[nrPola], zrodlo))
+        return false;
+    Stany()[nrPola] |= spWartosc;
+    return true;
 }
 
 void TObiekt::KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier) {
@@ -407,15 +483,21 @@ void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisy
                 SprawdzZagniezdzenie(*element, zapisywacz);
     } else if ((cechy & ckListaZObiektami) != 0) {
         const auto& lista = static_cast<const TListaBazowa&>(obiekt);
+        const TKlasa* klasa = (cechy & ckListaObiektow) != 0 && lista.Jednorodna()
+                                  ? static_cast<const TListaObiektow&>(lista).TypObiektowListy()
+                                  : nullptr;
+        // Elements of one class that nests nothing are one level, and need not be looked at.
+        const bool plaskie = klasa != nullptr && klasa->Ma(ckObiekt) && !klasa->Ma(ckWlasneTypyPol) &&
+                             !TObiekt::Migawka(klasa).saObiekty;
         for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
             const TObiektBazowy* element = lista.Obiekty(i);
             if (element == nullptr)
                 continue;
-            SprawdzZagniezdzenie(*element, zapisywacz);
-            // Elements of one class that nests nothing are all as deep as the first.
-            if (lista.Jednorodna() && element->Klasa()->Ma(ckObiekt) && !element->Klasa()->Ma(ckWlasneTypyPol) &&
-                !static_cast<const TObiekt*>(element)->Migawka().saObiekty)
+            if (plaskie) {
+                const TPoziom poziomElementu(zapisywacz.Zagniezdzenie, *element);
                 break;
+            }
+            SprawdzZagniezdzenie(*element, zapisywacz);
         }
     }
 }
@@ -466,27 +548,10 @@ void ZapiszPole(const TPole& pole, unsigned kod, TStrumien& strumien, TZapisywac
     }
 }
 
-template <class P> void CzytajSkalar(TPole& pole, TStrumien& strumien) {
-    decltype(static_cast<P&>(pole).Wartosc()) wartosc;
-    strumien.ReadBuffer(&wartosc, sizeof wartosc);
-    static_cast<P&>(pole).UstawWartosc(wartosc);
-}
-
-// Reads a field that a plain reader need not hear of.
-void WczytajPole(TPole& pole, unsigned kod, TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
-    switch (kod) {
-    case kpInteger:
-        return CzytajSkalar<TPoleInteger>(pole, strumien);
-    case kpDouble:
-        return CzytajSkalar<TPoleDouble>(pole, strumien);
-    case kpByte:
-        return CzytajSkalar<TPoleByte>(pole, strumien);
-    case kpDate:
-        return CzytajSkalar<TPoleDate>(pole, strumien);
-    default:
-        pole.WczytajZeStrumienia(strumien, &odczytywacz);
-    }
-}
+// More places for plain fields than this would only make the block too large for the pool.
+constexpr int kNajwiecejMiejsc = 24;
+// What a field counts for the reader's limit of memory.
+constexpr std::int64_t kPamiecPola = 48;
 
 } // namespace
 
@@ -528,40 +593,122 @@ void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz
     const std::uint32_t bajtow = TOdczytywaczDanych::WczytajLicznik15(strumien);
     if (bajtow == 0)
         return;
+    const TKlasa* klasa = Klasa();
+    const TMigawkaOpisu& migawka = Migawka(klasa);
+    constexpr std::uint32_t kWlasne = ckWlasneTypyPol | ckWlasneUtworzono | ckWlasneUstawNiepuste;
+    std::uint64_t pola = 0;
+    if ((klasa->cechy & kWlasne) == 0 && bajtow <= sizeof pola && FPola == nullptr && !odczytywacz.ChceKazdePole()) {
+        std::uint8_t bajty[sizeof pola];
+        if (bajtow == 1)
+            strumien.ReadBuffer(bajty, 1);
+        else
+            strumien.ReadBuffer(bajty, bajtow);
+        for (std::uint32_t j = 0; j < bajtow; ++j)
+            pola |= std::uint64_t{bajty[j]} << (8U * j);
+        WczytajWprost(pola & migawka.maskaPol, migawka, strumien, odczytywacz);
+        return;
+    }
     TMapaPol mapa(bajtow);
     strumien.ReadBuffer(mapa.Bajty(), bajtow);
-    const std::uint32_t cechy = Klasa()->cechy;
-    const TMigawkaOpisu& migawka = Migawka();
-    const bool szybko = (cechy & ckWlasneUstawNiepuste) == 0 && !odczytywacz.ChceKazdePole();
-    if ((cechy & ckWlasneTypyPol) == 0)
-        Zarezerwuj(std::min(static_cast<int>(8 * bajtow), migawka.ilePol));
     // The field array has room for every declared field as soon as it has one.
     odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1));
     for (std::uint32_t j = 0; j < bajtow; ++j)
-        for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
-            const int nr = static_cast<int>(8 * j + static_cast<unsigned>(std::countr_zero(bity)));
-            const TKlasa* typ = nullptr;
-            if ((cechy & ckWlasneTypyPol) != 0)
-                typ = TypPolaNr(nr);
-            else if (nr < migawka.ilePol)
-                typ = migawka.pola[nr].klasa;
-            // A number that the class does not declare takes no bytes: the format relies on one layout at both ends.
-            if (typ == nullptr || nr > 32767)
-                continue;
-            TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
-            odczytywacz.ZuzyjPamiec(48);
-            std::uint8_t& stan = Stany()[nr];
-            if (szybko && (stan & (spDokladna | spObiekt)) == spDokladna && (stan >> 4U) != kpWskObiektu) {
-                WczytajPole(pole, stan >> 4U, strumien, odczytywacz);
-                Stany()[nr] |= spWartosc;
-                continue;
-            }
-            pole.WczytajZeStrumienia(strumien, &odczytywacz);
-            if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
-                migawka.pola[nr].wiersz->klasa != nullptr)
-                odczytywacz.OgraniczOstatni(migawka.pola[nr].wiersz->klasa());
+        for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1)
+            WczytajPoleNr(static_cast<int>(8 * j) + std::countr_zero(bity), migawka, strumien, odczytywacz);
+}
+
+void TObiekt::WczytajPoleNr(int nr, const TMigawkaOpisu& migawka, TStrumien& strumien,
+                            TOdczytywaczDanych& odczytywacz) {
+    const TKlasa* typ = nullptr;
+    if (Klasa()->Ma(ckWlasneTypyPol))
+        typ = TypPolaNr(nr);
+    else if (nr < migawka.ilePol)
+        typ = migawka.pola[nr].klasa;
+    // A number that the class does not declare takes no bytes: the format relies on one layout at both ends.
+    if (typ == nullptr || nr > 32767)
+        return;
+    TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
+    odczytywacz.ZuzyjPamiec(kPamiecPola);
+    pole.WczytajZeStrumienia(strumien, &odczytywacz);
+    if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
+        migawka.pola[nr].wiersz->klasa != nullptr)
+        odczytywacz.OgraniczOstatni(migawka.pola[nr].wiersz->klasa());
+    UstawNiepuste(nr, true);
+}
+
+namespace {
+
+// As std::popcount, which is a call where the processor is not known to have the instruction.
+int IleBitow(std::uint64_t bity) noexcept {
+    bity -= bity >> 1U & 0x5555555555555555U;
+    bity = (bity & 0x3333333333333333U) + (bity >> 2U & 0x3333333333333333U);
+    bity = (bity + (bity >> 4U)) & 0x0F0F0F0F0F0F0F0FU;
+    return static_cast<int>(bity * 0x0101010101010101U >> 56U);
+}
+
+} // namespace
+
+// Nobody else has a say in the object's fields: they are made in its one block, in the order of the stream.
+void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TStrumien& strumien,
+                            TOdczytywaczDanych& odczytywacz) {
+    if (bity == 0)
+        return;
+    odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1) +
+                            kPamiecPola * IleBitow(bity));
+    const auto doPola = static_cast<int>(std::bit_width(bity));
+    Zarezerwuj(std::min((doPola + 7) / 8 * 8, migawka.ilePol),
+               std::min(IleBitow(bity & migawka.maskaProstych), kNajwiecejMiejsc));
+    for (; bity != 0; bity &= bity - 1) {
+        const int nr = std::countr_zero(bity);
+        const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
+        // An object read before may have written to its parent, or cleared it.
+        if (nr < ilePol_ && FPola[nr] != nullptr) [[unlikely]] {
+            WczytajPoleNr(nr, migawka, strumien, odczytywacz);
+            continue;
+        }
+        void* const miejsce = zajete_ < miejsca_ && nr < pojPol_ ? WolneMiejsce() : nullptr;
+        const auto wstaw = [&](TPole* pole, unsigned stan) {
+            FPola[nr] = pole;
+            Stany()[nr] = static_cast<std::uint8_t>(stan);
+            ilePol_ = std::max(ilePol_, nr + 1);
+            ++zajete_;
+        };
+        const auto liczba = [&]<class P, class W>(std::type_identity<P>, W wartosc) {
+            strumien.ReadBuffer(&wartosc, sizeof wartosc);
+            P* pole = ::new (miejsce) P;
+            pole->UstawWartosc(wartosc);
+            wstaw(pole, unsigned{pozycja.stan} | spWartosc);
+        };
+        switch (miejsce == nullptr ? std::uint8_t{kpInne} : pozycja.kodProsty) {
+        case kpString: {
+            auto* pole = ::new (miejsce) TPoleString;
+            wstaw(pole, pozycja.stan);
+            TOdczytywaczDanych::WczytajWideString(strumien, pole->tekst_, &odczytywacz);
+            Stany()[nr] |= spWartosc;
+            break;
+        }
+        case kpInteger:
+            liczba(std::type_identity<TPoleInteger>{}, std::int32_t{});
+            break;
+        case kpDouble:
+            liczba(std::type_identity<TPoleDouble>{}, double{});
+            break;
+        case kpBoolean:
+            liczba(std::type_identity<TPoleBoolean>{}, std::uint8_t{});
+            break;
+        case kpByte:
+            liczba(std::type_identity<TPoleByte>{}, std::uint8_t{});
+            break;
+        case kpDate:
+            liczba(std::type_identity<TPoleDate>{}, double{});
+            break;
+        default:
+            UtworzPole(nr, pozycja.klasa).WczytajZeStrumienia(strumien, &odczytywacz);
+            if (pozycja.stan >> 4U == kpWskObiektu && pozycja.wiersz != nullptr && pozycja.wiersz->klasa != nullptr)
+                odczytywacz.OgraniczOstatni(pozycja.wiersz->klasa());
             UstawNiepuste(nr, true);
         }
+    }
 }
 
 bool TObiekt::MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const {

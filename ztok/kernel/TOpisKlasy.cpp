@@ -3,6 +3,7 @@
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/Kontekst.h"
@@ -75,7 +76,9 @@ const TKlasa* KlasaPolaWiersza(const TWierszPola& w) {
         return klasa != nullptr && klasa->Ma(ckPole) ? klasa : nullptr;
     }
     case TRodzajWartosci::StrList:
+        return gdy(TDostep::PoleStrList, TPoleStrList::KlasaStatyczna());
     case TRodzajWartosci::WideStrList:
+        return gdy(TDostep::PoleWideStrList, TPoleWideStrList::KlasaStatyczna());
     case TRodzajWartosci::Shortint:
     case TRodzajWartosci::Inny:
         break;

@@ -79,16 +79,23 @@ class ZTOK_API TListaOpisowKlas : public TListaTypu<TOpisKlasy> {
 
 // What the inner loops need of a descriptor: immutable, found without a lock. Valid for the kernel of that number only.
 struct TMigawkaOpisu {
+    // Objects of at most so many fields have them as bits of a word too.
+    static constexpr int kPolaMaski = 64;
+
     struct TPozycja {
         const TKlasa* klasa;       // null: no field of that number
         const TWierszPola* wiersz; // the declaration
         std::string_view nazwa8;   // the name as 8-bit text; empty when it cannot stand in the text form
+        std::uint8_t stan;         // what the object keeps of the class of a field under this number
+        std::uint8_t kodProsty;    // code of a class whose field may stand in the object's block; else kpInne
     };
     std::uint64_t numerJadra;
     TOpisKlasy* opis;
-    std::int32_t ilePol; // length of the field table
-    bool saPredykaty;    // some field has a "stored" predicate
-    bool saObiekty;      // some field is an object of the model
+    std::int32_t ilePol;         // length of the field table
+    bool saPredykaty;            // some field has a "stored" predicate
+    bool saObiekty;              // some field is an object of the model
+    std::uint64_t maskaPol;      // the fields declared, of the first kPolaMaski
+    std::uint64_t maskaProstych; // those of them that may stand in the object's block
     const TPozycja* pola;
     const char* nazwy; // what the names view
 };

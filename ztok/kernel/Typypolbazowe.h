@@ -6,6 +6,7 @@
 #include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPole.h"
 #include "ztok/fields/TPoleBoolean.h"

@@ -2,13 +2,14 @@
 #include <algorithm>
 #include <functional>
 
-#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
+#include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TListaNapisow.h"
 #include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/util/ZTBledy.h"
 
 namespace ztok {
 
@@ -60,15 +61,31 @@ bool TListaBazowa::DopiszDane(const TListaBazowa* dane) {
     const std::int32_t razem = FIleObiektow + dane->IleObiektow();
     if (FPojemnosc < razem)
         UstawPojemnosc(razem);
-    return DopiszWybrane(dane, [](const TObiektBazowy& /*o*/) { return true; });
+    const std::int32_t ile = dane->IleObiektow(); // a list added to itself takes the elements that it has now
+    for (std::int32_t i = 0; i < ile; ++i)
+        DopiszObiekt(dane->Obiekty(i), MaxInt); // an empty place too
+    return ile != 0;
 }
 
 // --- moving
 
-void TListaBazowa::SprawdzPrzenoszony(const TObiektBazowy& element) {
-    if (Klasa()->Ma(ckListaZObiektami))
-        SprawdzCykl(*this, element);
+void TListaBazowa::SprawdzPrzenoszony(const TListaBazowa& dane, const TObiektBazowy& element) {
+    if (Klasa()->Ma(ckListaZObiektami)) {
+        if (dane.Klasa()->Ma(ckListaZObiektami))
+            SprawdzCykl(*this, element); // its owner gives it away
+        else
+            SprawdzPrzyjecie(*this, element);
+    }
     SprawdzElement(element);
+}
+
+void TListaBazowa::PrzejmijSlot(TListaBazowa& dane, std::int32_t ktory) noexcept {
+    TObiektBazowy* element = dane.FObiekty[ktory];
+    if (Klasa()->Ma(ckListaZObiektami))
+        static_cast<TListaZObiektami&>(*this).Przejmij(*element);
+    else if (dane.Klasa()->Ma(ckListaZObiektami))
+        TListaZObiektami::Oddaj(*element);
+    FObiekty[FIleObiektow++] = element;
 }
 
 template <class F> std::int32_t TListaBazowa::PrzeniesSloty(TListaBazowa& dane, const F& wybrany) {
@@ -76,17 +93,23 @@ template <class F> std::int32_t TListaBazowa::PrzeniesSloty(TListaBazowa& dane, 
     std::vector<std::int32_t> ktore;
     for (std::int32_t i = 0; i < dane.FIleObiektow; ++i)
         if (const TObiektBazowy* element = dane.FObiekty[i]; element != nullptr && wybrany(*element)) {
-            SprawdzPrzenoszony(*element);
+            SprawdzPrzenoszony(dane, *element);
             ktore.push_back(i);
         }
+    if (Klasa()->Ma(ckListaZObiektami) && !dane.Klasa()->Ma(ckListaZObiektami)) {
+        // A pointer list may hold an object twice; an owner cannot.
+        std::vector<const TObiektBazowy*> elementy(ktore.size());
+        std::transform(ktore.begin(), ktore.end(), elementy.begin(),
+                       [&dane](std::int32_t i) { return dane.FObiekty[i]; });
+        std::sort(elementy.begin(), elementy.end(), std::less<>());
+        if (const auto dwa = std::adjacent_find(elementy.begin(), elementy.end()); dwa != elementy.end())
+            ZTErrorFmt(Komunikat(kmObiektMaWlasciciela), {NazwaKlasy(), (*dwa)->NazwaKlasy(), dane.NazwaKlasy()});
+    }
     const auto ile = static_cast<std::int32_t>(ktore.size());
     if (FPojemnosc < FIleObiektow + ile)
         UstawPojemnosc(FIleObiektow + ile);
-    const bool wlasne = dane.Klasa()->Ma(ckListaZObiektami); // they have no parent until a list takes them over
     for (const std::int32_t i : ktore) {
-        if (wlasne)
-            JadroBiezace().UstawRodzica(*dane.FObiekty[i], nullptr);
-        FObiekty[FIleObiektow++] = dane.FObiekty[i];
+        PrzejmijSlot(dane, i);
         dane.FObiekty[i] = nullptr;
     }
     if (ile != 0)
@@ -121,12 +144,10 @@ bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumen
                     ++i;
                     continue;
                 }
-                SprawdzPrzenoszony(*element);
+                SprawdzPrzenoszony(dane, *element);
                 if (FIleObiektow == FPojemnosc)
                     ZwiekszPojemnosc();
-                if (dane.Klasa()->Ma(ckListaZObiektami))
-                    JadroBiezace().UstawRodzica(*dane.FObiekty[i], nullptr);
-                FObiekty[FIleObiektow++] = dane.FObiekty[i];
+                PrzejmijSlot(dane, i);
                 std::move(dane.FObiekty + i + 1, dane.FObiekty + dane.FIleObiektow, dane.FObiekty + i);
                 --dane.FIleObiektow;
                 ++ile;

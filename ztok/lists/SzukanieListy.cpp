@@ -80,10 +80,13 @@ std::int32_t TListaBazowa::ZnajdzObiekt(const TObiektBazowy* obiekt) const noexc
 }
 
 // Bisection with the sign of the values minus element i, turned so that the list is always ascending: the lowest index
-// of a run of equal elements, or the index to insert at. True when an element may be there.
+// of a run of equal elements, or the index to insert at. An empty slot stands before everything, as a sort leaves it.
+// True when an element may be there.
 template <class F>
 bool TListaBazowa::SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const {
-    const auto c = [&](std::int32_t i) {
+    const auto c = [&](std::int32_t i) -> std::int32_t {
+        if (FObiekty[i] == nullptr)
+            return 1;
         const std::int32_t wynik = porownaj(*FObiekty[i]);
         return sortowanie == rsRosnaco ? wynik : -wynik;
     };
@@ -111,7 +114,7 @@ bool TListaBazowa::SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowa
             lo = srodek + 1;
     }
     gdzie = hi;
-    return true;
+    return FObiekty[hi] != nullptr;
 }
 
 bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, std::int32_t& p_Gdzie,
@@ -148,7 +151,8 @@ bool TListaBazowa::WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int
                                   TRozmiarLiter rozmLiter, TRodzajSortowania sortowanie, std::uint32_t localeID) const {
     const bool jest = WyszukajWgPol(pola, wartosci, od, rozmLiter, sortowanie, localeID);
     doKtorego = od;
-    while (jest && doKtorego + 1 < FIleObiektow && FObiekty[doKtorego + 1]->MaCechy(pola, wartosci, rozmLiter))
+    while (jest && doKtorego + 1 < FIleObiektow && FObiekty[doKtorego + 1] != nullptr &&
+           FObiekty[doKtorego + 1]->MaCechy(pola, wartosci, rozmLiter))
         ++doKtorego;
     return jest;
 }

@@ -1,5 +1,6 @@
 #include "ztok/lists/TIndeksWskaznikow.h"
 
+#include <algorithm>
 #include <bit>
 
 namespace ztok {
@@ -10,7 +11,7 @@ constexpr std::size_t kKrotka = 16;
 
 } // namespace
 
-void TIndeksWskaznikow::Wstaw(std::size_t pozycja) noexcept {
+void TIndeksWskaznikow::Wstaw(std::size_t pozycja) const noexcept {
     const std::size_t maska = tablica_.size() - 1;
     for (std::size_t i = MieszajWskaznik(lista_[pozycja]) & maska;; i = (i + 1) & maska) {
         if (tablica_[i] == 0) {
@@ -22,31 +23,25 @@ void TIndeksWskaznikow::Wstaw(std::size_t pozycja) noexcept {
     }
 }
 
-void TIndeksWskaznikow::Dopisz(const void* wskaznik) {
-    lista_.push_back(wskaznik);
-    if (lista_.size() <= kKrotka)
-        return;
+bool TIndeksWskaznikow::Zindeksuj() const noexcept {
     if (2 * lista_.size() > tablica_.size()) {
         try {
             tablica_.assign(std::bit_ceil(4 * lista_.size()), 0);
         } catch (...) {
-            lista_.pop_back();
-            throw;
+            tablica_.clear();
+            zindeksowane_ = 0;
+            return false;
         }
-        for (std::size_t i = 0; i < lista_.size(); ++i)
-            Wstaw(i);
-    } else {
-        Wstaw(lista_.size() - 1);
+        zindeksowane_ = 0;
     }
+    while (zindeksowane_ < lista_.size())
+        Wstaw(zindeksowane_++);
+    return true;
 }
 
 std::size_t TIndeksWskaznikow::Znajdz(const void* wskaznik) const noexcept {
-    if (tablica_.empty()) {
-        for (std::size_t i = 0; i < lista_.size(); ++i)
-            if (lista_[i] == wskaznik)
-                return i;
-        return lista_.size();
-    }
+    if (lista_.size() <= kKrotka || !Zindeksuj())
+        return static_cast<std::size_t>(std::find(lista_.begin(), lista_.end(), wskaznik) - lista_.begin());
     const std::size_t maska = tablica_.size() - 1;
     for (std::size_t i = MieszajWskaznik(wskaznik) & maska; tablica_[i] != 0; i = (i + 1) & maska)
         if (lista_[tablica_[i] - 1] == wskaznik)
@@ -57,6 +52,7 @@ std::size_t TIndeksWskaznikow::Znajdz(const void* wskaznik) const noexcept {
 void TIndeksWskaznikow::Zeruj() noexcept {
     lista_.clear();
     tablica_.clear();
+    zindeksowane_ = 0;
 }
 
 } // namespace ztok

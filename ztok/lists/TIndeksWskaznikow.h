@@ -15,22 +15,26 @@ namespace ztok {
     return static_cast<std::size_t>((adres * 0x9E3779B97F4A7C15ULL) >> 29U);
 }
 
-// Finds the first position of a pointer in a list of pointers. Short lists are scanned; a longer one gets a hash table,
-// so that a walk over n objects stays near linear. The answers are those of a scan from the start.
+// Finds the first position of a pointer in a list of pointers. Short lists are scanned; a longer one gets a hash table
+// when it is asked, so that a walk over n objects stays near linear and one that asks nothing pays nothing. The answers
+// are those of a scan from the start.
 class ZTOK_API TIndeksWskaznikow {
   public:
     [[nodiscard]] std::size_t Ile() const noexcept { return lista_.size(); }
     [[nodiscard]] const void* operator[](std::size_t i) const noexcept { return lista_[i]; }
-    void Dopisz(const void* wskaznik);
+    void Dopisz(const void* wskaznik) { lista_.push_back(wskaznik); }
     // The first position of the pointer, or Ile() when it is not there.
     [[nodiscard]] std::size_t Znajdz(const void* wskaznik) const noexcept;
     void Zeruj() noexcept;
 
   private:
-    void Wstaw(std::size_t pozycja) noexcept;
+    void Wstaw(std::size_t pozycja) const noexcept;
+    // Brings the table up to the list; false when there is no memory for it.
+    bool Zindeksuj() const noexcept;
 
     std::vector<const void*> lista_;
-    std::vector<std::uint32_t> tablica_; // position + 1, open addressing; empty while the list is short
+    mutable std::vector<std::uint32_t> tablica_; // position + 1, open addressing
+    mutable std::size_t zindeksowane_ = 0;       // how many positions it knows
 };
 
 } // namespace ztok

@@ -59,6 +59,8 @@ void TKolekcjaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& ko
                 DodajObiekt(nowy.Oddaj(), i);
             } else {
                 FObiekty[i] = nowy.Oddaj();
+                if (FObiekty[i] != nullptr)
+                    Przejmij(*FObiekty[i]);
                 Zwolnij(stary);
             }
         }

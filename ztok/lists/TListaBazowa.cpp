@@ -11,6 +11,7 @@
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/util/ZTBledy.h"
 
@@ -26,9 +27,39 @@ bool TEnumListaBazowaOdKonca::MoveNext() noexcept {
     return true;
 }
 
+namespace {
+
+// Small arrays come from the pool; larger ones can grow in their place.
+std::size_t BajtyTablicy(std::int32_t pojemnosc) noexcept {
+    return static_cast<std::size_t>(pojemnosc) * sizeof(TObiektBazowy*);
+}
+
+void OddajTablice(PListaObiektowBazowych tablica, std::int32_t pojemnosc) noexcept {
+    if (BajtyTablicy(pojemnosc) > NajwiekszyBlokPuli)
+        std::free(static_cast<void*>(tablica));
+    else if (tablica != nullptr)
+        pula::Zwolnij(static_cast<void*>(tablica), BajtyTablicy(pojemnosc));
+}
+
+// An array of the new capacity with the old one's slots; null when there is no memory.
+PListaObiektowBazowych ZmienTablice(PListaObiektowBazowych tablica, std::int32_t stara, std::int32_t nowa) {
+    const std::size_t bajty = BajtyTablicy(nowa);
+    const bool zPuli = tablica == nullptr || BajtyTablicy(stara) <= NajwiekszyBlokPuli;
+    if (bajty > NajwiekszyBlokPuli && (!zPuli || tablica == nullptr))
+        return static_cast<PListaObiektowBazowych>(std::realloc(static_cast<void*>(tablica), bajty));
+    void* blok = bajty > NajwiekszyBlokPuli ? std::malloc(bajty) : pula::Przydziel(bajty);
+    if (blok != nullptr && tablica != nullptr) {
+        std::memcpy(blok, static_cast<const void*>(tablica), std::min(bajty, BajtyTablicy(stara)));
+        OddajTablice(tablica, stara);
+    }
+    return static_cast<PListaObiektowBazowych>(blok);
+}
+
+} // namespace
+
 TListaBazowa::~TListaBazowa() {
     DokonczZycie();
-    std::free(static_cast<void*>(FObiekty));
+    OddajTablice(FObiekty, FPojemnosc);
 }
 
 // --- size
@@ -37,18 +68,17 @@ void TListaBazowa::UstawPojemnosc(std::int32_t pojemnosc) {
     if (pojemnosc == FPojemnosc)
         return;
     if (pojemnosc <= 0) {
-        std::free(static_cast<void*>(FObiekty));
+        OddajTablice(FObiekty, FPojemnosc);
         FObiekty = nullptr;
         FPojemnosc = 0;
         return;
     }
     if (static_cast<std::size_t>(pojemnosc) > static_cast<std::size_t>(-1) / sizeof(TObiektBazowy*))
         throw std::bad_alloc();
-    void* blok =
-        std::realloc(static_cast<void*>(FObiekty), static_cast<std::size_t>(pojemnosc) * sizeof(TObiektBazowy*));
-    if (blok == nullptr)
+    PListaObiektowBazowych tablica = ZmienTablice(FObiekty, FPojemnosc, pojemnosc);
+    if (tablica == nullptr)
         throw std::bad_alloc();
-    FObiekty = static_cast<PListaObiektowBazowych>(blok);
+    FObiekty = tablica;
     FPojemnosc = pojemnosc;
 }
 
@@ -85,9 +115,9 @@ TObiektBazowy* TListaBazowa::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t
         gdzie = 0;
     if (gdzie > FIleObiektow)
         gdzie = FIleObiektow;
-    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): a full list has just grown
-    std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
-                 static_cast<std::size_t>(FIleObiektow - gdzie) * sizeof(TObiektBazowy*));
+    if (gdzie < FIleObiektow)
+        std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
+                     static_cast<std::size_t>(FIleObiektow - gdzie) * sizeof(TObiektBazowy*));
     FObiekty[gdzie] = nowyObiekt;
     ++FIleObiektow;
     return nowyObiekt;
@@ -107,6 +137,8 @@ TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArg
 }
 
 TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie) {
+    if (const TObiektBazowy* element = lista.Obiekty(nrObiektu); element != nullptr)
+        SprawdzPrzenoszony(lista, *element);
     return DodajObiekt(lista.UsunObiekt(nrObiektu, false, false), gdzie);
 }
 
@@ -172,14 +204,17 @@ bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter
     // An element that cannot be compared ends the search; those dropped so far leave no holes.
     blad.Wykonaj([&] {
         for (std::int32_t i = FIleObiektow - 1; i >= 1; --i) {
-            TObiektBazowy* element = FObiekty[i];
+            TObiektBazowy* element = Obiekty(i); // asked anew each time: what dies may tell somebody who edits the list
             for (std::int32_t j = i - 1; element != nullptr && j >= 0; --j) {
-                if (FObiekty[j] == nullptr)
+                const TObiektBazowy* inny = Obiekty(j);
+                if (inny == nullptr)
                     continue;
-                const std::int32_t wynik = pola.empty() ? element->Porownaj(*FObiekty[j])
-                                                        : element->PorownajWgPol(*FObiekty[j], pola, rozmLiter);
+                const std::int32_t wynik =
+                    pola.empty() ? element->Porownaj(*inny) : element->PorownajWgPol(*inny, pola, rozmLiter);
                 if (wynik != 0)
                     continue;
+                if (Obiekty(i) != element)
+                    break;
                 FObiekty[i] = nullptr;
                 usunieto = true;
                 // The survivor may be the same object: the list still refers to it then.

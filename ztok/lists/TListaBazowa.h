@@ -130,7 +130,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     virtual TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
     // Adds the object as the kind of list does: itself, or a copy of it.
     virtual TObiektBazowy* DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie);
-    // Takes an element out of the other list and inserts it here; a bad index inserts null, as this list does that.
+    // Takes an element out of the other list and inserts it here; one that this list refuses stays there. A bad index
+    // inserts null, as this list does that.
     virtual TObiektBazowy* PrzeniesZListy(TListaBazowa& lista, std::int32_t nrObiektu, std::int32_t gdzie);
     virtual bool PrzeniesObiektyGdyBrak(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter);
     virtual bool PrzeniesDane(TListaBazowa& dane);
@@ -291,7 +292,9 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     // Whether the path begins with any element; what follows it.
     static bool KazdyElement(std::u16string_view sciezka, std::u16string_view& reszta) noexcept;
     // Refuses an element that a move must not bring here.
-    void SprawdzPrzenoszony(const TObiektBazowy& element);
+    void SprawdzPrzenoszony(const TListaBazowa& dane, const TObiektBazowy& element);
+    // Appends an element of the other list, in room that is there; its slot there is the caller's business.
+    void PrzejmijSlot(TListaBazowa& dane, std::int32_t ktory) noexcept;
     template <class F> bool DopiszWybrane(const TListaBazowa* dane, const F& wybrany);
     template <class F> std::int32_t PrzeniesSloty(TListaBazowa& dane, const F& wybrany);
     template <class F> bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;

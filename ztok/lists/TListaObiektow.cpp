@@ -38,7 +38,7 @@ void TListaObiektow::SprawdzElement(const TObiektBazowy& element) {
 TObiektBazowy* TListaObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
     if (nowyObiekt == nullptr)
         return DodajNowy(KlasaElementu(), gdzie);
-    SprawdzCykl(*this, *nowyObiekt);
+    SprawdzPrzyjecie(*this, *nowyObiekt);
     TWlasny<TObiektBazowy> straznik(nowyObiekt); // the list has taken it over, also when it refuses it
     SprawdzElement(*nowyObiekt);
     return TListaZObiektami::DodajObiekt(straznik.Oddaj(), gdzie);

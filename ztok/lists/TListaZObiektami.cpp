@@ -17,13 +17,23 @@ TListaZObiektami::~TListaZObiektami() { DokonczZycie(); }
 
 TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
     if (nowyObiekt != nullptr)
-        SprawdzCykl(*this, *nowyObiekt);
+        SprawdzPrzyjecie(*this, *nowyObiekt);
     TWlasny<TObiektBazowy> straznik(nowyObiekt);
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
     if (nowyObiekt != nullptr)
-        JadroBiezace().UstawRodzica(*nowyObiekt, this);
+        Przejmij(*nowyObiekt);
     return TListaBazowa::DodajObiekt(straznik.Oddaj(), gdzie);
+}
+
+void TListaZObiektami::Przejmij(TObiektBazowy& obiekt) {
+    JadroBiezace().UstawRodzica(obiekt, this);
+    Trzymaj(obiekt, true);
+}
+
+void TListaZObiektami::Oddaj(TObiektBazowy& obiekt) {
+    JadroBiezace().UstawRodzica(obiekt, nullptr);
+    Trzymaj(obiekt, false);
 }
 
 void TListaZObiektami::MiejsceNaOdczytany(std::uint32_t zapowiedziane) {
@@ -36,12 +46,19 @@ void TListaZObiektami::MiejsceNaOdczytany(std::uint32_t zapowiedziane) {
 TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdzie) {
     if (klasa.utworz == nullptr || !klasa.Ma(ckObiektBazowy))
         ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa.nazwa});
-    return TListaZObiektami::DodajObiekt(static_cast<TObiektBazowy*>(klasa.utworz(this)), gdzie);
+    // A fresh object has no parts that this list could be one of.
+    TWlasny<TObiektBazowy> nowy(static_cast<TObiektBazowy*>(klasa.utworz(this)));
+    if (FIleObiektow == FPojemnosc)
+        ZwiekszPojemnosc();
+    Przejmij(*nowy);
+    return TListaBazowa::DodajObiekt(nowy.Oddaj(), gdzie);
 }
 
 void TListaZObiektami::PrzypnijObiekt(TObiektBazowy* obiekt) {
-    if (obiekt != nullptr)
+    if (obiekt != nullptr) {
+        SprawdzPrzyjecie(*this, *obiekt);
         JadroBiezace().UstawRodzica(*obiekt, nullptr);
+    }
     DodajObiekt(obiekt, MaxInt);
 }
 
@@ -49,7 +66,7 @@ void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std
     const bool zRef = lista.Klasa()->Ma(ckListaRef);
     for (std::int32_t i = od; i < od + ile; ++i)
         if (TObiektBazowy* element = Obiekty(i); element != nullptr) {
-            JadroBiezace().UstawRodzica(*element, this);
+            Przejmij(*element);
             if (zRef && lista.ZnajdzObiekt(element) < 0)
                 element->ZwolnijRefOd(&lista);
         }
@@ -58,7 +75,7 @@ void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std
 TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
     TObiektBazowy* obiekt = TListaBazowa::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
     if (obiekt != nullptr)
-        JadroBiezace().UstawRodzica(*obiekt, nullptr);
+        Oddaj(*obiekt);
     return obiekt;
 }
 
@@ -90,16 +107,16 @@ void TListaZObiektami::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc)
 template <class F> bool TListaZObiektami::ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc) {
     TPierwszyBlad blad;
     bool usunieto = false;
-    const auto zwolnij = [&](std::int32_t i) {
-        TObiektBazowy* element = FObiekty[i];
-        FObiekty[i] = nullptr;
-        usunieto = true;
-        blad.Wykonaj([element] { Zwolnij(element); });
-    };
     try {
-        for (std::int32_t i = FIleObiektow - 1; i >= 0; --i)
-            if (FObiekty[i] != nullptr && warunek(*FObiekty[i]))
-                zwolnij(i);
+        // An element that dies may tell somebody who edits the list: every look at it asks anew.
+        for (std::int32_t i = FIleObiektow - 1; i >= 0; --i) {
+            TObiektBazowy* element = Obiekty(i);
+            if (element == nullptr || !warunek(*element) || Obiekty(i) != element)
+                continue;
+            FObiekty[i] = nullptr;
+            usunieto = true;
+            blad.Wykonaj([element] { Zwolnij(element); });
+        }
     } catch (...) {
         UsunObiektyNil(zachowajPojemnosc); // the elements freed so far leave no holes
         throw;

@@ -16,8 +16,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
     void PrzypnijObiekt(TObiektBazowy* obiekt) override;
     void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
-    // Takes the object over also when the call raises. Only an object that the list is a part of is refused and left
-    // alone.
+    // Takes the object over also when the call raises. Only an object that the list is a part of, or that another owner
+    // holds, is refused (ZTException) and left alone.
     TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;
     // An element that is not freed goes back to the caller, without a parent.
     TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
@@ -30,6 +30,9 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     // Frees the elements from the last down to the index. Each one, even when one fails; the first error is raised
     // then.
     void ZwolnijObiekty(std::int32_t od);
+    // The element becomes the list's, or nobody's; its place in the array is the caller's business.
+    void Przejmij(TObiektBazowy& obiekt);
+    static void Oddaj(TObiektBazowy& obiekt);
     // Ownership in the type: the list takes the object, or gives the element.
     TObiektBazowy* Dodaj(TWlasny<TObiektBazowy> nowyObiekt, std::int32_t gdzie = MaxInt) {
         return DodajObiekt(nowyObiekt.Oddaj(), gdzie);

@@ -10,7 +10,9 @@
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TStrumien.h"
+#include "ztok/platform/TStrumienPlikowy.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -19,7 +21,7 @@ namespace {
 
 // Readers that run: how many in the process, and the innermost of this thread.
 std::atomic<int> czynneOdczyty{0};
-constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
+ZTOK_TLS_BLISKI constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
 
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
 constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
@@ -197,14 +199,71 @@ void WczytajBajty(TStrumien& strumien, std::string& bajty, std::size_t dlugosc) 
 void Przyjmij(std::u16string& cel, std::u16string_view tekst) { cel = std::u16string(tekst); }
 void Przyjmij(TTekstPola& cel, std::u16string_view tekst) { cel.Ustaw(tekst); }
 
-constexpr std::size_t kKrotkiTekst = 256;
+constexpr std::size_t kKrotkiTekst = TTekstPola::kNajdluzszyOdRazu;
+
+void DekodujKrotki(std::u16string& cel, const char* bajty, std::size_t ile) {
+    char16_t znaki[kKrotkiTekst];
+    cel.assign(znaki, DekodujUtf8(bajty, ile, znaki));
+}
+void DekodujKrotki(TTekstPola& cel, const char* bajty, std::size_t ile) { cel.UstawUtf8(bajty, ile); }
+
+// Decodes the bytes that `wez` gives, through a small buffer, and hands the text to `odbior` piece by piece.
+template <class TWez, class TOdbior> void DekodujKawalkami(TWez wez, std::size_t dlugosc, TOdbior odbior) {
+    std::string bajty(kKrokTekstu, '\0');
+    std::u16string znaki(kKrokTekstu, u'\0');
+    for (std::size_t mam = 0; mam + dlugosc > 0;) {
+        const std::size_t krok = std::min(dlugosc, kKrokTekstu - mam);
+        wez(bajty.data() + mam, krok);
+        mam += krok;
+        dlugosc -= krok;
+        const std::size_t pelne = dlugosc == 0 ? mam : PelneUtf8({bajty.data(), mam});
+        odbior(std::u16string_view(znaki.data(), DekodujUtf8(bajty.data(), pelne, znaki.data())));
+        std::copy(bajty.data() + pelne, bajty.data() + mam, bajty.data());
+        mam -= pelne;
+    }
+}
+
+void Wyczysc(std::u16string& cel) noexcept { cel = std::u16string(); }
+void Wyczysc(TTekstPola& cel) noexcept { cel.Wyczysc(); }
+
+char16_t* Przygotuj(std::u16string& cel, std::size_t ile) {
+    cel.resize(ile);
+    return cel.data();
+}
+char16_t* Przygotuj(TTekstPola& cel, std::size_t ile) { return cel.Przygotuj(ile); }
+
+// Reads the bytes twice, to count and to convert, so that only the text itself takes much memory. `odPoczatku` gives
+// the function that reads them, from their beginning.
+template <class TTekst, class TOdPoczatku>
+void DekodujDwukrotnie(TTekst& tekst, std::size_t dlugosc, TOdPoczatku odPoczatku) {
+    std::size_t ile = 0;
+    DekodujKawalkami(odPoczatku(), dlugosc, [&](std::u16string_view znaki) { ile += znaki.size(); });
+    Wyczysc(tekst);
+    char16_t* gdzie = Przygotuj(tekst, ile);
+    try {
+        DekodujKawalkami(odPoczatku(), dlugosc, [&](std::u16string_view znaki) {
+            const std::size_t miesci = std::min(ile, znaki.size()); // a file may have been changed meanwhile
+            gdzie = std::copy_n(znaki.data(), miesci, gdzie);
+            ile -= miesci;
+        });
+    } catch (...) {
+        Wyczysc(tekst);
+        throw;
+    }
+    std::fill_n(gdzie, ile, u'\uFFFD');
+}
 
 void DekodujDlugi(std::u16string& cel, std::string_view bajtyUtf8) { cel = Utf16ZUtf8(bajtyUtf8); }
 
 // A long text goes to its place by pieces, whose ends are ends of characters: it is never in memory twice.
 void DekodujDlugi(TTekstPola& cel, std::string_view bajtyUtf8) {
     if (!PoprawneUtf8(bajtyUtf8)) {
-        cel.Ustaw(Utf16ZUtf8(bajtyUtf8));
+        DekodujDwukrotnie(cel, bajtyUtf8.size(), [bajtyUtf8] {
+            return [skad = bajtyUtf8.data()](char* gdzie, std::size_t ile) mutable {
+                std::copy_n(skad, ile, gdzie);
+                skad += ile;
+            };
+        });
         return;
     }
     const auto dalszy = [](char bajt) { return (static_cast<unsigned char>(bajt) & 0xC0U) == 0x80U; };
@@ -221,19 +280,31 @@ void DekodujDlugi(TTekstPola& cel, std::string_view bajtyUtf8) {
     }
 }
 
+// A long text of a file is in memory only once, in its place.
+template <class TTekst> void WczytajDlugiZPliku(TStrumienPlikowy& plik, TTekst& tekst, std::size_t dlugosc) {
+    DekodujDwukrotnie(tekst, dlugosc, [&plik, poczatek = plik.GetPosition()] {
+        plik.Seek(poczatek, ESeek::Poczatek);
+        return [&plik](char* cel, std::size_t ile) { plik.ReadBuffer(cel, ile); };
+    });
+}
+
 // Decodes UTF-8 in the stream's window, where most texts lie whole.
 template <class TTekst> void WczytajTekstUtf8(TStrumien& strumien, TTekst& tekst, std::size_t dlugosc) {
     if (const auto okno = strumien.Okno(); okno.size() >= dlugosc) {
         const char* bajty = reinterpret_cast<const char*>(okno.data());
         if (dlugosc <= kKrotkiTekst) {
-            char16_t znaki[kKrotkiTekst];
-            Przyjmij(tekst, std::u16string_view(znaki, DekodujUtf8(bajty, dlugosc, znaki)));
+            DekodujKrotki(tekst, bajty, dlugosc);
         } else {
             DekodujDlugi(tekst, {bajty, dlugosc});
         }
         strumien.Pomin(static_cast<std::int64_t>(dlugosc));
         return;
     }
+    if (dlugosc > kKrokTekstu)
+        if (auto* plik = dynamic_cast<TStrumienPlikowy*>(&strumien); plik != nullptr) {
+            WczytajDlugiZPliku(*plik, tekst, dlugosc);
+            return;
+        }
     std::string bajty;
     WczytajBajty(strumien, bajty, dlugosc);
     DekodujDlugi(tekst, bajty);
@@ -266,6 +337,15 @@ void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, std::u16string& 
     WczytajTekst(strumien, tekst, odczytywacz);
 }
 void TOdczytywaczDanych::WczytajWideString(TStrumien& strumien, TTekstPola& tekst, TOdczytywaczDanych* odczytywacz) {
+    // Most texts have a count of one byte and lie in the stream's window.
+    if (const auto okno = strumien.Okno(); !okno.empty() && okno[0] < 0x80 && okno[0] < okno.size() &&
+                                           odczytywacz != nullptr && !odczytywacz->FOdczytANSI) {
+        const std::uint8_t dlugosc = okno[0];
+        odczytywacz->SprawdzTekst(dlugosc);
+        tekst.UstawUtf8(reinterpret_cast<const char*>(okno.data()) + 1, dlugosc);
+        strumien.Pomin(dlugosc + 1);
+        return;
+    }
     WczytajTekst(strumien, tekst, odczytywacz);
 }
 

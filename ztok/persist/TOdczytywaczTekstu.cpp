@@ -9,6 +9,7 @@
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/util/Ztfunutf8.h"
 #include "ztok/util/Zttypybazowe.h"
 
 namespace ztok {
@@ -99,15 +100,44 @@ std::u16string TOdczytywaczTekstu::NazwaKlasyTokenu() const {
 
 std::u16string TOdczytywaczTekstu::WczytajTekst() { return ZeStronyKodowej(WczytajTekstAnsi(), DefStronaKodowa); }
 
-std::u16string TOdczytywaczTekstu::DekodujTrescUTF8(std::string_view bajty) {
-    return PoprawneUtf8(bajty) ? Utf16ZUtf8(bajty) : PolskiWide(bajty);
-}
+std::u16string TOdczytywaczTekstu::DekodujTrescUTF8(std::string_view bajty) { return ZUtf8LubPolskiego(bajty); }
 
 std::string_view TOdczytywaczTekstu::WczytajGolyToken() {
     tekst_ = Parser.TrescTokenu();
     Parser.NextToken();
     SprawdzTekst(static_cast<std::uint32_t>(tekst_.size()));
     return tekst_;
+}
+
+std::u16string TOdczytywaczTekstu::WczytajDowolnyTekst() {
+    switch (Parser.Token()) {
+    case TZTParser::TekstCudzyslow:
+        return DekodujTrescUTF8(WczytajTekstAnsi());
+    case TZTParser::Tekst:
+        return WczytajTekst();
+    default:
+        return ZeStronyKodowej(WczytajGolyToken(), DefStronaKodowa);
+    }
+}
+
+std::int64_t TOdczytywaczTekstu::WczytajCalkowita(TZTParser::ERodzaj rodzaj) {
+    Parser.CheckToken(rodzaj);
+    const std::int64_t liczba = Parser.TokenInt();
+    Parser.NextToken();
+    return liczba;
+}
+
+double TOdczytywaczTekstu::WczytajRzeczywista() {
+    std::string tekst = Parser.TokenString();
+    const bool calkowita = Parser.Token() == TZTParser::Calkowita;
+    Parser.NextToken();
+    if (calkowita && Parser.Token() == ',') { // the tokenizer parts a number with a decimal comma into three tokens
+        Parser.NextToken();
+        tekst += ',';
+        tekst += Parser.TrescTokenu();
+        Parser.NextToken();
+    }
+    return TZTParser::StringToFloat(tekst);
 }
 
 void TOdczytywaczTekstu::WczytajRef(TPoleWskObiektu& pole) { NumerPola(pole, WczytajNumer()); }

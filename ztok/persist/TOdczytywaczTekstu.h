@@ -35,6 +35,13 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     [[nodiscard]] std::u16string NazwaKlasyTokenu() const;
     // The text of any token as it stands, for values that are not in quotes.
     std::string_view WczytajGolyToken();
+    // Any token as wide text: double quotes hold UTF-8, single ones the library's code page, other tokens stand for
+    // themselves.
+    [[nodiscard]] std::u16string WczytajDowolnyTekst();
+    // An integer token, of the kind Calkowita or Calkowita64.
+    std::int64_t WczytajCalkowita(TZTParser::ERodzaj rodzaj);
+    // A real number, also one with a decimal comma. EBladKonwersji when it is none.
+    double WczytajRzeczywista();
     // An object number, which waits for the end of the read.
     void WczytajRef(TPoleWskObiektu& pole);
     [[nodiscard]] std::uint32_t WczytajNumer();
@@ -80,6 +87,7 @@ class TOdczytTekstu {
     TOdczytTekstu& operator=(const TOdczytTekstu&) = delete;
     ~TOdczytTekstu() { delete wlasny_; }
     TOdczytywaczTekstu* operator->() const noexcept { return &odczytywacz_; }
+    TOdczytywaczTekstu& operator*() const noexcept { return odczytywacz_; }
 
   private:
     TOdczytywaczTekstu* wlasny_;

@@ -27,35 +27,10 @@ constexpr int kBrak = -1; // no precision given
 constexpr int kDomyslneCyfry = 15;
 constexpr int kBezGranicy = 400; // more places after the point than any number has digits
 
-// Digits of an amount, exact as far as 18 digits go; rounding is half up.
-TCyfry CyfryWaluty(std::int64_t dziesieciotysieczne, int znaczacych, int poPrzecinku) {
-    TCyfry wynik;
-    auto modul = static_cast<std::uint64_t>(dziesieciotysieczne);
-    if (dziesieciotysieczne < 0)
-        modul = 0 - modul;
-    char bufor[24];
-    const auto cyfr = static_cast<int>(std::to_chars(bufor, bufor + sizeof bufor, modul).ptr - bufor);
-    const int zbedne = std::max({cyfr - std::min(znaczacych, TCyfry::Najwiecej), 4 - poPrzecinku, 0});
-    std::uint64_t potega = 1;
-    for (int i = 0; i < zbedne; ++i)
-        potega *= 10;
-    modul = (modul + potega / 2) / potega;
-    int ile = static_cast<int>(std::to_chars(bufor, bufor + sizeof bufor, modul).ptr - bufor);
-    if (modul == 0)
-        return wynik;
-    wynik.wykladnik = ile + zbedne - 4;
-    while (bufor[ile - 1] == '0')
-        --ile;
-    std::copy_n(bufor, ile, wynik.cyfry);
-    wynik.ile = ile;
-    wynik.ujemna = dziesieciotysieczne < 0;
-    return wynik;
-}
-
 // The number of a real argument: its digits on demand.
 TCyfry CyfryArgumentu(const TArgument& argument, int znaczacych, int poPrzecinku) {
     if (argument.Tag() == TTag::Currency)
-        return CyfryWaluty(argument.Calkowita(), znaczacych, poPrzecinku);
+        return RozlozNaCyfry(TLiczbaDziesietna(argument.Calkowita(), 4), znaczacych, poPrzecinku);
     return RozlozNaCyfry(static_cast<double>(argument.Rzeczywista()), znaczacych, poPrzecinku);
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <type_traits>
 
 #include "ztok/platform/LiczbyTekst.h"
 
@@ -143,7 +144,21 @@ using TSekcje = std::array<std::u16string_view, 3>;
     return sekcje;
 }
 
+// What the two kinds of numbers differ in.
+[[nodiscard]] bool JestSkonczona(double liczba) noexcept { return std::isfinite(liczba); }
+[[nodiscard]] bool JestSkonczona(TLiczbaDziesietna /*liczba*/) noexcept { return true; }
+[[nodiscard]] int ZnakLiczby(double liczba) noexcept { return liczba < 0 ? -1 : liczba > 0 ? 1 : 0; }
+[[nodiscard]] int ZnakLiczby(TLiczbaDziesietna liczba) noexcept {
+    return liczba.modul == 0 ? 0 : liczba.ujemna ? -1 : 1;
+}
+
 // Digits as the section shows them.
+[[nodiscard]] TCyfry CyfrySekcji(TLiczbaDziesietna liczba, const TUkladSekcji& uklad) noexcept {
+    if (uklad.naukowy)
+        return RozlozNaCyfry(liczba, std::clamp(uklad.calkowitych + uklad.poPrzecinku, 1, TCyfry::Pojemnosc), 10000);
+    return RozlozNaCyfry(liczba, TCyfry::Pojemnosc, uklad.poPrzecinku);
+}
+
 [[nodiscard]] TCyfry CyfrySekcji(double liczba, const TUkladSekcji& uklad) noexcept {
     if (uklad.naukowy) {
         const int ile = std::clamp(uklad.calkowitych + uklad.poPrzecinku, 1, CyfrZnaczacych);
@@ -246,37 +261,59 @@ class TPisarz {
 
 } // namespace
 
-std::u16string FormatujLiczbe(std::u16string_view maska, double liczba, const TUstawieniaFormatu& ustawienia) {
-    if (!std::isfinite(liczba))
-        return FloatNaTekst(liczba, ustawienia);
+namespace {
+
+[[nodiscard]] std::u16string Ogolnie(double liczba, const TUstawieniaFormatu& ustawienia) {
+    return FloatNaTekst(liczba, ustawienia);
+}
+
+[[nodiscard]] std::u16string Ogolnie(TLiczbaDziesietna liczba, const TUstawieniaFormatu& ustawienia) {
+    return FormatujLiczbe(u"0.####", liczba, ustawienia);
+}
+
+template <class TLiczba>
+std::u16string FormatujKazda(std::u16string_view maska, TLiczba liczba, const TUstawieniaFormatu& ustawienia) {
+    if (!JestSkonczona(liczba))
+        return Ogolnie(liczba, ustawienia);
     const TSekcje sekcje = PodzielMaske(maska);
     // The section goes by the number, and once more when the number rounds to zero in it.
     std::u16string_view sekcja = sekcje[0];
     bool wlasnaUjemna = false;
-    if (liczba < 0 && !sekcje[1].empty()) {
+    if (ZnakLiczby(liczba) < 0 && !sekcje[1].empty()) {
         sekcja = sekcje[1];
         wlasnaUjemna = true;
-    } else if (liczba == 0 && !sekcje[2].empty()) {
+    } else if (ZnakLiczby(liczba) == 0 && !sekcje[2].empty()) {
         sekcja = sekcje[2];
     }
     if (sekcja.empty())
-        return FloatNaTekst(liczba, ustawienia);
+        return Ogolnie(liczba, ustawienia);
     TUkladSekcji uklad = ZbadajSekcje(sekcja);
     TCyfry cyfry = CyfrySekcji(liczba, uklad);
-    if (cyfry.ile == 0 && liczba != 0) {
+    if (cyfry.ile == 0 && ZnakLiczby(liczba) != 0) {
         sekcja = sekcje[2].empty() ? sekcje[0] : sekcje[2];
         if (sekcja.empty())
-            return FloatNaTekst(0, ustawienia);
+            return u"0";
         uklad = ZbadajSekcje(sekcja);
-        cyfry = CyfrySekcji(0, uklad);
+        cyfry = CyfrySekcji(0.0, uklad);
     }
-    if (!uklad.naukowy && cyfry.wykladnik > CyfrCalkowitych)
-        return FloatNaTekst(liczba, ustawienia);
+    if (std::is_same_v<TLiczba, double> && !uklad.naukowy && cyfry.wykladnik > CyfrCalkowitych)
+        return Ogolnie(liczba, ustawienia);
     std::u16string wynik;
     if (cyfry.ujemna && !wlasnaUjemna)
         wynik += u'-';
     TPisarz(wynik, cyfry, uklad, ustawienia).Pisz(sekcja);
     return wynik;
+}
+
+} // namespace
+
+std::u16string FormatujLiczbe(std::u16string_view maska, double liczba, const TUstawieniaFormatu& ustawienia) {
+    return FormatujKazda(maska, liczba, ustawienia);
+}
+
+std::u16string FormatujLiczbe(std::u16string_view maska, TLiczbaDziesietna liczba,
+                              const TUstawieniaFormatu& ustawienia) {
+    return FormatujKazda(maska, liczba, ustawienia);
 }
 
 } // namespace ztok

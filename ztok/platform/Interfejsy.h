@@ -112,6 +112,7 @@ template <class T> class TIntf {
     template <class U>
     requires std::is_convertible_v<U*, T*> TIntf(TIntf<U>&& inny)
     noexcept : interfejs_(inny.Oddaj()) {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the copy is made first
     TIntf& operator=(const TIntf& inny) noexcept {
         TIntf(inny).Zamien(*this);
         return *this;

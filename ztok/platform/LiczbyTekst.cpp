@@ -286,6 +286,17 @@ TCyfry RozlozNaCyfry(double liczba, int znaczacych, int poPrzecinku) noexcept {
     return c;
 }
 
+TCyfry RozlozNaCyfry(TLiczbaDziesietna liczba, int znaczacych, int poPrzecinku) noexcept {
+    TCyfry c;
+    c.ile = static_cast<int>(std::to_chars(c.cyfry, c.cyfry + TCyfry::Pojemnosc, liczba.modul).ptr - c.cyfry);
+    c.wykladnik = c.ile - liczba.miejsc;
+    c.ujemna = liczba.ujemna;
+    Oczysc(c);
+    if (c.ile > 0)
+        Zaokraglij(c, std::min(znaczacych, c.wykladnik + poPrzecinku));
+    return c;
+}
+
 std::u16string FloatNaTekst(double liczba, const TUstawieniaFormatu& ustawienia) {
     if (!std::isfinite(liczba))
         return PozaZakresem(liczba);

@@ -43,6 +43,23 @@ namespace ztok {
 [[nodiscard]] ZTOK_API std::u16string FormatujLiczbe(std::u16string_view maska, double liczba,
                                                      const TUstawieniaFormatu& ustawienia);
 
+// A decimal number that no double need hold: `modul` divided by 10 to the power of `miejsc` (0 to 4).
+struct TLiczbaDziesietna {
+    constexpr TLiczbaDziesietna(std::uint64_t jakiModul, int ileMiejsc, bool czyUjemna) noexcept
+        : modul(jakiModul), miejsc(ileMiejsc), ujemna(czyUjemna) {}
+    constexpr explicit TLiczbaDziesietna(std::int64_t liczba, int ileMiejsc = 0) noexcept
+        : modul(liczba < 0 ? 0 - static_cast<std::uint64_t>(liczba) : static_cast<std::uint64_t>(liczba)),
+          miejsc(ileMiejsc), ujemna(liczba < 0) {}
+
+    std::uint64_t modul;
+    int miejsc;
+    bool ujemna;
+};
+
+// The same for an exact number: every digit is shown as it is, from 1E18 on too, and the general form has no exponent.
+[[nodiscard]] ZTOK_API std::u16string FormatujLiczbe(std::u16string_view maska, TLiczbaDziesietna liczba,
+                                                     const TUstawieniaFormatu& ustawienia);
+
 // Text of a real number with the settings' decimal separator: blanks around it are skipped, `,5` and `5,` are numbers,
 // thousands separators are not allowed; NAN, INF, +INF, -INF in any letter case. What is too small gives 0, what is
 // too large is no number. Returns false and leaves the number alone when the text is none.
@@ -56,8 +73,9 @@ namespace ztok {
 // The number 0.d1 d2 d3 ... times 10 to the power of `wykladnik`, so `wykladnik` is the count of its integer digits.
 // No digits = zero, which has no sign.
 struct TCyfry {
-    static constexpr int Najwiecej = 18;
-    char cyfry[Najwiecej] = {}; // '0' to '9', the last one never '0'
+    static constexpr int Najwiecej = 18; // of a double
+    static constexpr int Pojemnosc = 20; // of an exact number
+    char cyfry[Pojemnosc] = {};          // '0' to '9', the last one never '0'
     int ile = 0;
     int wykladnik = 0;
     bool ujemna = false;
@@ -72,5 +90,8 @@ struct TCyfry {
 // Digits of a finite number, rounded to 18 significant ones (half to even) and from there to at most `znaczacych`
 // (1 to 18) significant ones and `poPrzecinku` places after the point (half away from zero).
 [[nodiscard]] ZTOK_API TCyfry RozlozNaCyfry(double liczba, int znaczacych, int poPrzecinku) noexcept;
+// All digits of an exact number, rounded once (half away from zero) to at most `znaczacych` (1 to 20) and
+// `poPrzecinku`.
+[[nodiscard]] ZTOK_API TCyfry RozlozNaCyfry(TLiczbaDziesietna liczba, int znaczacych, int poPrzecinku) noexcept;
 
 } // namespace ztok

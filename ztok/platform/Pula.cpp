@@ -299,6 +299,10 @@ void ZakonczWatek(TPulaWatku* pula) noexcept {
 
 } // namespace pula
 
+void* PulaPrzydziel(std::size_t rozmiar) { return pula::Przydziel(rozmiar); }
+
+void PulaZwolnij(void* blok, std::size_t rozmiar) noexcept { pula::Zwolnij(blok, rozmiar); }
+
 void OddajPamiecPuli() noexcept {
     const pula::TBlokadaPuli blokada;
     if (pula::TPulaWatku* wlasna = pula::PulaTegoWatku(); wlasna != nullptr)

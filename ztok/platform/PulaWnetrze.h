@@ -1,4 +1,5 @@
-// Mechanism of the pool: what its common part and the systems' parts share. For sources of the pool only.
+// Mechanism of the pool: what its common part and the systems' parts share, and the short way to a block for the
+// library's inner loops. For sources of the library only.
 //
 // A thread keeps its free blocks in one list a size, to which it alone has access. A list that has grown to a magazine
 // (TRozmiar::magazynek blocks) is set aside as the spare one, and the former spare goes to the common store, where any
@@ -21,6 +22,14 @@
 #endif
 #ifndef ZTOK_BEZ_PULI
 #define ZTOK_BEZ_PULI 0
+#endif
+
+// A variable of the thread at a fixed distance from the thread's own data: reaching it takes no call. A few words in
+// all fit the room that the loader keeps for libraries loaded later.
+#if defined(__ELF__)
+#define ZTOK_TLS_BLISKI [[gnu::tls_model("initial-exec")]]
+#else
+#define ZTOK_TLS_BLISKI
 #endif
 
 namespace ztok::pula {
@@ -65,7 +74,12 @@ void ZakonczWatek(TPulaWatku* pula) noexcept;
 
 // The systems' part.
 // The calling thread's pool; null before its first block, and after its end.
+#if defined(__ELF__)
+ZTOK_TLS_BLISKI extern constinit thread_local TPulaWatku* pulaWatku;
+[[nodiscard]] inline TPulaWatku* PulaTegoWatku() noexcept { return pulaWatku; }
+#else
 [[nodiscard]] TPulaWatku* PulaTegoWatku() noexcept;
+#endif
 // Keeps the pool for this thread, whose end will call ZakonczWatek with it. Called under the pool's lock.
 [[nodiscard]] bool UstawPuleWatku(TPulaWatku* pula) noexcept;
 // Forgets the pools of all threads, without ZakonczWatek.
@@ -109,5 +123,9 @@ inline void Zwolnij(TPulaWatku* pula, void* blok, std::size_t rozmiar) noexcept 
     }
     ZwolnijInaczej(pula, blok, rozmiar);
 }
+
+// PulaPrzydziel and PulaZwolnij, inline.
+[[nodiscard]] inline void* Przydziel(std::size_t rozmiar) { return Przydziel(PulaTegoWatku(), rozmiar); }
+inline void Zwolnij(void* blok, std::size_t rozmiar) noexcept { Zwolnij(PulaTegoWatku(), blok, rozmiar); }
 
 } // namespace ztok::pula

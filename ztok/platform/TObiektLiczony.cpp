@@ -10,7 +10,8 @@ constexpr std::int32_t kUmierajacy = 0x40000000;
 
 ZTOK_KLASA_DEF(TObiektLiczony, TObiektOgolny)
 
-TObiektLiczony::~TObiektLiczony() = default;
+// For an object that Zwolnij does not end, such as one on the stack.
+TObiektLiczony::~TObiektLiczony() { kontrola_.Zakoncz(*this); }
 
 std::int32_t TObiektLiczony::QueryInterface(const TGUID& iid, void** wynik) noexcept {
     return OdpowiedzInterfejsem(this, iid, wynik);
@@ -18,14 +19,29 @@ std::int32_t TObiektLiczony::QueryInterface(const TGUID& iid, void** wynik) noex
 
 std::int32_t TObiektLiczony::_AddRef() noexcept { return licznik_.fetch_add(1, std::memory_order_relaxed) + 1; }
 
+// The last reference and the mark of a dying object are one step, so that SprobujPoliczyc either comes before it or
+// fails.
 std::int32_t TObiektLiczony::_Release() noexcept {
+    std::int32_t bylo = licznik_.load(std::memory_order_relaxed);
     // What every holder did to the object is seen by the one that frees it.
-    const std::int32_t zostalo = licznik_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-    if (zostalo == 0) {
-        licznik_.store(kUmierajacy, std::memory_order_relaxed);
-        ZwolnijCicho(this);
+    while (!licznik_.compare_exchange_weak(bylo, bylo == 1 ? kUmierajacy : bylo - 1, std::memory_order_acq_rel,
+                                           std::memory_order_relaxed)) {
     }
-    return zostalo;
+    if (bylo == 1)
+        ZwolnijCicho(this);
+    return bylo - 1;
 }
+
+bool TObiektLiczony::SprobujPoliczyc() noexcept {
+    std::int32_t bylo = licznik_.load(std::memory_order_relaxed);
+    while (bylo > 0 && bylo < kUmierajacy / 2)
+        if (licznik_.compare_exchange_weak(bylo, bylo + 1, std::memory_order_relaxed))
+            return true;
+    return false;
+}
+
+bool TObiektLiczony::Umiera() const noexcept { return licznik_.load(std::memory_order_relaxed) >= kUmierajacy / 2; }
+
+void TObiektLiczony::WykonajDestrukcje() { kontrola_.Zakoncz(*this); }
 
 } // namespace ztok

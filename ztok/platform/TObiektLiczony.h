@@ -7,6 +7,7 @@
 #include "ztok/platform/DeklaracjaKlasy.h"
 #include "ztok/platform/Eksport.h"
 #include "ztok/platform/Interfejsy.h"
+#include "ztok/platform/Kontrolowane.h"
 #include "ztok/platform/TObiektOgolny.h"
 
 namespace ztok {
@@ -26,11 +27,21 @@ class ZTOK_API TObiektLiczony : public TObiektOgolny {
     // References held now: for tests and diagnostics, outdated at once when other threads count too.
     [[nodiscard]] std::int32_t LiczbaReferencji() const noexcept { return licznik_.load(std::memory_order_relaxed); }
 
+    // Counts one reference more if somebody holds one. False for a new object and for one that is being freed, which
+    // must not be counted: for those who know the object without holding it, and know that its memory is still there.
+    [[nodiscard]] bool SprobujPoliczyc() noexcept;
+    // Whether the last reference has gone.
+    [[nodiscard]] bool Umiera() const noexcept;
+
   protected:
     TObiektLiczony() noexcept = default;
+    void WykonajDestrukcje() override;
 
   private:
+    friend class TKontroler;
+
     std::atomic<std::int32_t> licznik_{0};
+    TZnakKontroli kontrola_;
 };
 
 } // namespace ztok

@@ -2,9 +2,10 @@
 
 #include <cstdlib>
 
+#include "ztok/platform/CzesciBloku.h"
 #include "ztok/platform/DeklaracjaKlasy.h"
 #include "ztok/platform/Powiadomienie.h"
-#include "ztok/platform/Pula.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/Wyjatki.h"
 
@@ -21,9 +22,15 @@ const TKlasa* TObiektOgolny::Klasa() const noexcept { return KlasaStatyczna(); }
 
 TObiektOgolny::~TObiektOgolny() = default;
 
-void* TObiektOgolny::operator new(std::size_t rozmiar) { return PulaPrzydziel(rozmiar); }
+void* TObiektOgolny::operator new(std::size_t rozmiar) { return pula::Przydziel(rozmiar); }
 
-void TObiektOgolny::operator delete(void* blok, std::size_t rozmiar) noexcept { PulaZwolnij(blok, rozmiar); }
+void TObiektOgolny::operator delete(void* blok, std::size_t rozmiar) noexcept {
+    // Only plain fields leave the block of their object, and only by TObiekt::UstawPole.
+    if (rozmiar <= pula::Ziarno && pula::czesciWyniesione.load(std::memory_order_relaxed) != 0 &&
+        pula::OddajCzesc(blok)) [[unlikely]]
+        return;
+    pula::Zwolnij(blok, rozmiar);
+}
 
 void TObiektOgolny::WykonajDestrukcje() {}
 
@@ -61,7 +68,7 @@ struct TZwalnianie {
     }
 };
 
-constinit thread_local TZwalnianie zwalnianie{};
+ZTOK_TLS_BLISKI constinit thread_local TZwalnianie zwalnianie{};
 
 void ZakonczIUsun(TObiektOgolny* obiekt, TPierwszyBlad& blad) noexcept {
     blad.Wykonaj([obiekt] { TPrzydzial::Zakoncz(*obiekt); });

@@ -123,7 +123,10 @@ template <class T> class TWlasny {
         Ustaw(inny.Oddaj());
         return *this;
     }
-    ~TWlasny() { ZwolnijCicho(obiekt_); }
+    ~TWlasny() {
+        if (obiekt_ != nullptr)
+            ZwolnijCicho(obiekt_);
+    }
 
     [[nodiscard]] T* get() const noexcept { return obiekt_; }
     T* operator->() const noexcept { return obiekt_; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ztok/platform/Kodowania.h"
+#include "ztok/util/CRCWektory.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -51,6 +52,20 @@ constexpr std::uint32_t Dodaj16(std::uint32_t crc, std::uint32_t jednostka) noex
     return Tablica16[crc & 0xFFU] ^ (crc >> 8U);
 }
 
+std::uint32_t TablicamiCRC(std::uint32_t crc, const std::uint8_t* b, std::size_t ile) noexcept {
+    for (; ile >= Naraz; ile -= Naraz, b += Naraz) {
+        std::uint32_t nowy = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            nowy ^= Tablice[Naraz - 1 - i][b[i] ^ ((crc >> (8U * i)) & 0xFFU)];
+        for (std::size_t i = 4; i < Naraz; ++i)
+            nowy ^= Tablice[Naraz - 1 - i][b[i]];
+        crc = nowy;
+    }
+    for (; ile > 0; --ile, ++b)
+        crc = Tablice[0][(*b ^ crc) & 0xFFU] ^ (crc >> 8U);
+    return crc;
+}
+
 std::uint8_t Bajt1250(char16_t znak) noexcept {
     bool jest = false;
     return static_cast<std::uint8_t>(ZnakNaWin1250(znak, jest));
@@ -77,17 +92,20 @@ constinit const std::array<std::uint32_t, 256> TablicaCRC = Tablice[0];
 
 std::uint32_t DodajDoCRC(std::uint32_t crc, const void* bajty, std::size_t ile) noexcept {
     const auto* b = static_cast<const std::uint8_t*>(bajty);
-    for (; ile >= Naraz; ile -= Naraz, b += Naraz) {
-        std::uint32_t nowy = 0;
-        for (std::size_t i = 0; i < 4; ++i)
-            nowy ^= Tablice[Naraz - 1 - i][b[i] ^ ((crc >> (8U * i)) & 0xFFU)];
-        for (std::size_t i = 4; i < Naraz; ++i)
-            nowy ^= Tablice[Naraz - 1 - i][b[i]];
-        crc = nowy;
+#if ZTOK_WEKTORY_CRC
+    if (ile >= wektory::kProgCRC) {
+        static const bool sa512 = wektory::MaCRC512();
+        static const bool sa = wektory::MaCRC();
+        if (sa) {
+            const wektory::TResztaCRC reszta = sa512 && ile >= wektory::kProgCRC512
+                                                   ? wektory::SkladajCRC512(crc, b, ile)
+                                                   : wektory::SkladajCRC(crc, b, ile);
+            return TablicamiCRC(TablicamiCRC(0, reszta.bajty, sizeof reszta.bajty), b + reszta.ileWzieto,
+                                ile - reszta.ileWzieto);
+        }
     }
-    for (; ile > 0; --ile, ++b)
-        crc = Tablice[0][(*b ^ crc) & 0xFFU] ^ (crc >> 8U);
-    return crc;
+#endif
+    return TablicamiCRC(crc, b, ile);
 }
 
 std::uint32_t DajKodTekstu(std::u16string_view S) noexcept { return KodJednostek<&Bajt1250>(S); }

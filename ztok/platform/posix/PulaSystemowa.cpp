@@ -9,12 +9,12 @@ namespace ztok {
 
 namespace pula {
 
+// The variable is for speed and has no destructor, which would keep the library loaded until the thread ends; the key
+// is for its callback at the end of the thread, and is deleted when the library goes.
+constinit thread_local TPulaWatku* pulaWatku = nullptr;
+
 namespace {
 
-// The variable is for speed and has no destructor, which would keep the library loaded until the thread ends; the key
-// is for its callback at the end of the thread, and is deleted when the library goes. The model spares two calls a
-// block; one pointer fits the room that the loader keeps for libraries loaded later.
-[[gnu::tls_model("initial-exec")]] constinit thread_local TPulaWatku* pulaWatku = nullptr;
 constinit pthread_key_t klucz{};
 constinit bool jestKlucz = false;
 
@@ -31,8 +31,6 @@ void* Mapuj(std::size_t rozmiar) noexcept {
 }
 
 } // namespace
-
-TPulaWatku* PulaTegoWatku() noexcept { return pulaWatku; }
 
 bool UstawPuleWatku(TPulaWatku* pula) noexcept {
     if (!jestKlucz)
@@ -76,9 +74,5 @@ void* PrzydzielPlyte() noexcept {
 void ZwolnijPlyte(void* plyta) noexcept { munmap(plyta, RozmiarPlyty); }
 
 } // namespace pula
-
-void* PulaPrzydziel(std::size_t rozmiar) { return pula::Przydziel(pula::pulaWatku, rozmiar); }
-
-void PulaZwolnij(void* blok, std::size_t rozmiar) noexcept { pula::Zwolnij(pula::pulaWatku, blok, rozmiar); }
 
 } // namespace ztok

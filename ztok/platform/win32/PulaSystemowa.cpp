@@ -70,8 +70,4 @@ void ZwolnijPlyte(void* plyta) noexcept { VirtualFree(plyta, 0, MEM_RELEASE); }
 
 } // namespace pula
 
-void* PulaPrzydziel(std::size_t rozmiar) { return pula::Przydziel(pula::Pula(), rozmiar); }
-
-void PulaZwolnij(void* blok, std::size_t rozmiar) noexcept { pula::Zwolnij(pula::Pula(), blok, rozmiar); }
-
 } // namespace ztok

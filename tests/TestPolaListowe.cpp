@@ -1,0 +1,178 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "Bledy.h"
+#include "LosoweDrzewo.h"
+#include "StrumienieTestowe.h"
+#include "ztok/platform/Kodowania.h"
+
+using namespace ztok;
+using namespace probki;
+using testy::Blad;
+
+namespace {
+
+// Random lists of a few values, against a vector that goes through the same steps.
+template <class L> void PorownajZModelem(std::uint32_t ziarno, const std::vector<decltype(L().Wartosc(0))>& zasob) {
+    using W = decltype(L().Wartosc(0));
+    std::mt19937 los(ziarno);
+    const auto z = [&](std::size_t ile) { return static_cast<std::int32_t>(los() % ile); };
+    L lista;
+    std::vector<W> model;
+    for (int krok = 0; krok < 3000; ++krok) {
+        const std::int32_t i = z(model.size() + 3) - 1;
+        const bool jest = i >= 0 && i < static_cast<std::int32_t>(model.size());
+        const W wartosc = zasob[static_cast<std::size_t>(z(zasob.size()))];
+        switch (z(model.size() > 20 ? 4 : 6)) {
+        case 0:
+        case 1:
+            ASSERT_EQ(lista.Usun(i), jest);
+            if (jest)
+                model.erase(model.begin() + i);
+            break;
+        case 2:
+            ASSERT_EQ(lista.UstawWartosc(i, wartosc), jest);
+            if (jest)
+                model[static_cast<std::size_t>(i)] = wartosc;
+            break;
+        case 3: {
+            const auto gdzie = std::find(model.begin(), model.end(), wartosc);
+            ASSERT_EQ(lista.Znajdz(wartosc), gdzie == model.end() ? -1 : gdzie - model.begin());
+            break;
+        }
+        case 4:
+            ASSERT_EQ(lista.Wstaw(i, wartosc), jest || i == static_cast<std::int32_t>(model.size()));
+            if (jest || i == static_cast<std::int32_t>(model.size()))
+                model.insert(model.begin() + i, wartosc);
+            break;
+        default:
+            ASSERT_EQ(lista.Dodaj(wartosc), static_cast<std::int32_t>(model.size()));
+            model.push_back(wartosc);
+        }
+        ASSERT_EQ(lista.Wartosci(), model);
+        ASSERT_EQ(lista.Wartosc(i), i >= 0 && i < lista.Ile() ? model[static_cast<std::size_t>(i)] : W());
+        // Text and variant forms give the same list again.
+        L zTekstu;
+        zTekstu.SetJakoString(lista.GetJakoString());
+        ASSERT_EQ(zTekstu.Wartosci(), model) << ziarno;
+        L zWariantu;
+        zWariantu.SetJakoVariant(lista.GetJakoVariant());
+        ASSERT_EQ(zWariantu.Porownaj(lista), 0);
+    }
+}
+
+TEST(PolaListowe, DzialajaJakWektor) {
+    PorownajZModelem<TPoleIntList>(1, {0, 1, -1, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()});
+    PorownajZModelem<TPoleDoubleList>(2, {0, -2.5, 1e300, std::numeric_limits<double>::infinity()});
+    const std::vector<std::u16string> teksty = {u"",  u"a",  u"\"",   u"\"a\"\"b", u"a\r\nb", u"\n",   u"x;y",
+                                                u" ", u"\r", u"żółć", u"a\"",      u"\xD800", u"\"\"", u"\"\r\n\""};
+    PorownajZModelem<TPoleStrList>(3, teksty);
+    PorownajZModelem<TPoleWideStrList>(4, teksty);
+}
+
+TEST(PolaListowe, WartosciITekst) {
+    TPoleIntList liczby;
+    EXPECT_FALSE(liczby.PoleNiepuste(CalyObiekt));
+    liczby.SetJakoString(u"");
+    EXPECT_TRUE(liczby.PoleNiepuste(CalyObiekt));
+    EXPECT_EQ(liczby.Ile(), 0);
+    liczby.SetJakoString(u" 3; -1;2 ");
+    EXPECT_EQ(liczby.GetJakoString(), u"3;-1;2");
+    EXPECT_EQ(liczby.WartWgMaski(u"?a;b;c;d"), u"d;;c");
+    EXPECT_EQ(liczby.WartWgMaski(u"000"), u"003;-001;002");
+    EXPECT_EQ(liczby.PorownajZCecha(TArgument(u"3;-1;2"), rlRozmLiterWazny, LocaleWin1250), 0);
+    for (const char16_t* zly : {u"1;;2", u"1;", u"x", u"1,2"})
+        EXPECT_TRUE(testy::Zglasza<EBladKonwersji>([&] { liczby.SetJakoString(zly); })) << Utf8ZUtf16(zly);
+    EXPECT_EQ(liczby.Ile(), 3); // as they were
+    liczby.SetJakoVariant(TWariant(7));
+    EXPECT_EQ(liczby.GetJakoString(), u"7");
+    liczby.SetJakoVariant(TWariant::Null());
+    EXPECT_FALSE(liczby.PoleNiepuste(CalyObiekt));
+
+    TPoleDoubleList ulamki;
+    const double nan = std::nan("");
+    ulamki.UstawWartosci({2, nan, -1.5, 10});
+    ulamki.Sortuj(rsMalejaco);
+    EXPECT_EQ(ulamki.GetJakoString(), u"10;2;-1,5;NAN");
+    ulamki.Sortuj();
+    EXPECT_EQ(ulamki.GetJakoString(), u"-1,5;2;10;NAN");
+    EXPECT_EQ(ulamki.WartWgMaski(u"0.00"), u"-1,50;2,00;10,00;NAN");
+
+    TPoleStrList teksty;
+    teksty.UstawWartosci({u"Żuk", u"żaba", u"Ala", u"ala"});
+    teksty.Sortuj();
+    EXPECT_EQ(teksty.GetJakoString(), u"Ala\r\nala\r\nŻuk\r\nżaba"); // the code page's order
+    TPoleStrList inne;
+    inne.UstawWartosci({u"ALA", u"ala", u"Żuk", u"żaba"});
+    EXPECT_EQ(teksty.Porownaj(inne), 0);
+    EXPECT_EQ(teksty.PorownajZObiektem(inne, rlRozmLiterWazny), 1);
+    inne.Usun(3);
+    EXPECT_EQ(teksty.Porownaj(inne), 1);
+    EXPECT_EQ(inne.Porownaj(teksty), -1);
+    teksty.SetJakoString(u"a\n\"b\"\"\r\nc\"\r\nd\r\n");
+    EXPECT_EQ(teksty.Wartosci(), (std::vector<std::u16string>{u"a", u"b\"\r\nc", u"d"}));
+    TPoleWideStrList szerokie;
+    EXPECT_TRUE(testy::Zglasza<EBladRzutowania>([&] { szerokie.KopiujDane(teksty); }));
+    EXPECT_TRUE(testy::Zglasza<EBladRzutowania>([&] { static_cast<void>(szerokie.Porownaj(teksty)); }));
+}
+
+TEST(PolaListowe, JakoPolaObiektu) {
+    Rejestruj();
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    EXPECT_EQ(o->GetPoleStrList(23), nullptr);
+    EXPECT_EQ(strumienie::Zapisz(*o), std::string(1, '\0'));
+    TPoleStrList wzor;
+    wzor.UstawWartosci({u" a ", u"ż"});
+    o->SetPoleStrList(23, wzor);
+    EXPECT_TRUE(o->GetMaWartosc(23));
+    EXPECT_EQ(o->GetPoleStrList(23)->Wartosci(), wzor.Wartosci());
+    o->GetLiczby().UstawWartosci({1, -2, 3});
+    EXPECT_EQ(strumienie::Szesnastkowo(strumienie::Zapisz(*o)),
+              "03 00 00 A0 03 00 01 00 00 00 FE FF FF FF 03 00 00 00 02 00 03 20 61 20 02 C5 BC");
+    TZapisywaczDanych ansi;
+    ansi.OpcjeZapisu = ozWin1250;
+    EXPECT_EQ(strumienie::Szesnastkowo(strumienie::Zapisz(wzor, &ansi)), "02 00 03 20 61 20 01 BF");
+    TPoleWideStrList szerokie;
+    szerokie.UstawWartosci({u"ż"});
+    EXPECT_EQ(strumienie::Szesnastkowo(strumienie::Zapisz(szerokie, &ansi)), "01 00 02 C5 BC");
+    TZTMemoryStream tekst;
+    o->ZapiszTekstowo(tekst);
+    const auto bajty = tekst.Zawartosc();
+    EXPECT_EQ(std::string(bajty.begin(), bajty.end()), "object TWszystko\r\nobject Liczby\r\n(1;-2;3)\r\nend\r\n"
+                                                       "object Teksty\r\n(\" a \";\r\n\"\xC5\xBC\")\r\nend\r\nend");
+    o->TrymujPolaTekstowe(true);
+    EXPECT_EQ(o->GetPoleStrList(23)->Wartosc(0), u"a");
+    o->SetMaWartosc(23, false);
+    EXPECT_EQ(o->GetPoleStrList(23)->Ile(), 0);
+    EXPECT_FALSE(o->GetMaWartosc(23));
+
+    const struct {
+        std::string tekst;
+        std::u16string wynik; // of field 23, or the error
+    } tabela[] = {
+        {"object Teksty () end", u""},
+        {"object Teksty ('za\xBF' + 'x'; b; \"\xC5\xBC\"; 12) end", u"zażx\r\nb\r\nż\r\n12"},
+        {"object Teksty ('a','b') end", u"Spodziewany znak 29 w linii 1 na pozycji 35"},
+        {"object Teksty 'a' end", u"Spodziewany znak 28 w linii 1 na pozycji 31"},
+        {"object Liczby (1;x) end", u"Spodziewana liczba całkowita w linii 1 na pozycji 34"},
+        {"object Ulamki (1,5;'NAN';2) object Teksty (a) end", u"Spodziewany symbol end w linii 1 na pozycji 45"},
+    };
+    for (const auto& w : tabela) {
+        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
+        TZTReadOnlyRawByteStream strumien("object TWszystko " + w.tekst + " end");
+        const std::u16string blad = Blad([&] { kopia->WczytajTekstowo(strumien); });
+        EXPECT_EQ(blad == u"(no error)" ? kopia->GetTeksty().GetJakoString() : blad, w.wynik) << w.tekst;
+    }
+    // Counts that the data cannot hold, in a stream that cannot tell how much is left.
+    for (const char* wrogie :
+         {"03 00 00 20 FF FF FF FF 01", "03 00 00 80 FF FF FF FF 01 61", "03 00 00 40 00 A0 00 00"}) {
+        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
+        strumienie::TOporny strumien(strumienie::Bajty(wrogie));
+        EXPECT_NE(Blad([&] { kopia->WczytajZeStrumienia(strumien); }), u"(no error)") << wrogie;
+    }
+}
+
+} // namespace

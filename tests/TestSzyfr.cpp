@@ -1,0 +1,302 @@
+// The cipher: its core against published vectors and another library, then what the library builds on it.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <thread>
+
+#if ZTOK_TEST_OPENSSL
+#define OPENSSL_SUPPRESS_DEPRECATED
+#include <openssl/blowfish.h>
+#endif
+
+#include "Bledy.h"
+#include "StrumienieTestowe.h"
+#include "ztok/util/Blowfish.h"
+#include "ztok/util/Zttypybazowe.h"
+
+using namespace ztok;
+
+namespace {
+
+std::string ZHex(std::string_view hex) {
+    std::string bajty;
+    for (std::size_t i = 0; i < hex.size(); i += 2)
+        bajty += static_cast<char>(std::stoi(std::string(hex.substr(i, 2)), nullptr, 16));
+    return bajty;
+}
+
+// Each half of every block with its bytes reversed: vectors are published for big-endian words.
+std::string Odwrocone(std::string bajty) {
+    for (std::size_t i = 0; i + 4 <= bajty.size(); i += 4)
+        std::reverse(bajty.begin() + static_cast<std::ptrdiff_t>(i),
+                     bajty.begin() + static_cast<std::ptrdiff_t>(i + 4));
+    return bajty;
+}
+
+std::string Zawartosc(TZTMemoryStream& strumien) {
+    return {reinterpret_cast<const char*>(strumien.Zawartosc().data()), strumien.Zawartosc().size()};
+}
+
+TZTMemoryStream& Napelnij(TZTMemoryStream& strumien, std::string_view bajty) {
+    strumien.WriteBuffer(bajty.data(), bajty.size());
+    return strumien;
+}
+
+std::string Szyfr(std::string_view bajty, std::string_view klucz) {
+    TZTMemoryStream strumien;
+    SzyfrujStrumien(Napelnij(strumien, bajty), klucz);
+    EXPECT_EQ(strumien.GetPosition(), 0);
+    return Zawartosc(strumien);
+}
+
+std::string LosoweBajty(std::mt19937& los, std::size_t ile) {
+    std::string bajty(ile, '\0');
+    for (char& bajt : bajty)
+        bajt = static_cast<char>(los());
+    return bajty;
+}
+
+// Published by the cipher's author: key, plain text, ciphertext.
+TEST(Szyfr, OgloszoneWektory) {
+    const struct {
+        const char *klucz, *jawny, *szyfr;
+    } wektory[] = {
+        {"0000000000000000", "0000000000000000", "4EF997456198DD78"},
+        {"FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFFFF", "51866FD5B85ECB8A"},
+        {"3000000000000000", "1000000000000001", "7D856F9A613063F2"},
+        {"1111111111111111", "1111111111111111", "2466DD878B963C9D"},
+        {"0123456789ABCDEF", "1111111111111111", "61F9C3802281B096"},
+        {"1111111111111111", "0123456789ABCDEF", "7D0CC630AFDA1EC7"},
+        {"FEDCBA9876543210", "0123456789ABCDEF", "0ACEAB0FC6A0A28D"},
+        {"7CA110454A1A6E57", "01A1D6D039776742", "59C68245EB05282B"},
+        {"0131D9619DC1376E", "5CD54CA83DEF57DA", "B1B8CC0B250F09A0"},
+        {"07A1133E4A0B2686", "0248D43806F67172", "1730E5778BEA1DA4"},
+        {"F0E1D2C3B4A5968778695A4B3C2D1E0F0011223344556677", "FEDCBA9876543210", "05044B62FA52D080"},
+    };
+    for (const auto& w : wektory) {
+        const TSzyfrator szyfrator(ZHex(w.klucz));
+        std::string blok = Odwrocone(ZHex(w.jawny));
+        szyfrator.SzyfrujBloki(blok.data(), 1);
+        EXPECT_EQ(blok, Odwrocone(ZHex(w.szyfr))) << w.klucz;
+        szyfrator.DeszyfrujBloki(blok.data(), 1);
+        EXPECT_EQ(blok, Odwrocone(ZHex(w.jawny))) << w.klucz;
+    }
+}
+
+#if ZTOK_TEST_OPENSSL
+TEST(Szyfr, ZgodnyZInnaBiblioteka) {
+    std::mt19937 los(20261121);
+    for (int proba = 0; proba < 400; ++proba) {
+        const std::string klucz = LosoweBajty(los, 1 + los() % TSzyfrator::kNajdluzszyKlucz);
+        const std::string jawne = LosoweBajty(los, 8 * (los() % 40));
+        BF_KEY obcy;
+        BF_set_key(&obcy, static_cast<int>(klucz.size()), reinterpret_cast<const unsigned char*>(klucz.data()));
+        std::string oczekiwane = Odwrocone(jawne);
+        for (std::size_t i = 0; i < oczekiwane.size(); i += 8) {
+            auto* blok = reinterpret_cast<unsigned char*>(oczekiwane.data() + i);
+            BF_ecb_encrypt(blok, blok, &obcy, BF_ENCRYPT);
+        }
+        const TSzyfrator szyfrator(klucz);
+        ASSERT_TRUE(szyfrator.SilnyKlucz()); // with this seed
+        std::string nasze = jawne;
+        szyfrator.SzyfrujBloki(nasze.data(), nasze.size() / 8);
+        ASSERT_EQ(nasze, Odwrocone(oczekiwane)) << proba;
+        szyfrator.DeszyfrujBloki(nasze.data(), nasze.size() / 8);
+        ASSERT_EQ(nasze, jawne) << proba;
+    }
+}
+#endif
+
+TEST(Szyfr, KazdaDlugoscWracaWszystkimiDrogami) {
+    std::mt19937 los(1);
+    for (std::size_t n = 0; n < 70; ++n) {
+        const std::string jawne = LosoweBajty(los, n);
+        const std::string klucz = LosoweBajty(los, 1 + n);
+        const std::string szyfr = Szyfr(jawne, klucz);
+        // The blocks hold the text, P bytes of 1, and P.
+        const std::size_t p = 8 - (n + 1) % 8;
+        std::string bloki = szyfr;
+        TSzyfrator(klucz).DeszyfrujBloki(bloki.data(), bloki.size() / 8);
+        ASSERT_EQ(bloki, n == 0 ? "" : jawne + std::string(p, '\1') + static_cast<char>(p)) << n;
+
+        // From a stream that stands at its end, to one that holds something already.
+        TZTReadOnlyRawByteStream zrodlo(jawne);
+        zrodlo.Seek(0, ESeek::Koniec);
+        TZTMemoryStream cel;
+        SzyfrujStrumien(zrodlo, Napelnij(cel, "abc"), klucz);
+        ASSERT_EQ(Zawartosc(cel), "abc" + szyfr);
+        TZTReadOnlyRawByteStream zrodloSzyfru(szyfr);
+        TZTMemoryStream odszyfrowane;
+        OdszyfrujStrumien(zrodloSzyfru, Napelnij(odszyfrowane, "abc"), klucz);
+        ASSERT_EQ(Zawartosc(odszyfrowane), "abc" + jawne);
+        TZTMemoryStream wMiejscu;
+        OdszyfrujStrumien(Napelnij(wMiejscu, szyfr), klucz);
+        ASSERT_EQ(Zawartosc(wMiejscu), jawne);
+        ASSERT_EQ(wMiejscu.GetPosition(), 0);
+        ASSERT_EQ(DeszyfrujTekstAnsi(SzyfrujTekstAnsi(jawne, klucz), klucz), jawne);
+    }
+    const std::string dwaRowne = Szyfr("abcdefghabcdefgh", "k");
+    EXPECT_EQ(dwaRowne.substr(0, 8), dwaRowne.substr(8, 8));
+}
+
+// Computed by another program from another library's blocks.
+TEST(Szyfr, Teksty) {
+    const std::u16string tekst = u"Zażółć gęślą jaźń";
+    const std::u16string szyfr = u"7D3ED396323E95FB404E6ACF384620193DA84B64C510220B390196C934D21B0D243FBC7152E8538F";
+    EXPECT_EQ(SzyfrujTekst(tekst, "klucz"), szyfr);
+    EXPECT_EQ(DeszyfrujTekst(szyfr, "klucz"), tekst);
+    EXPECT_EQ(SzyfrujTekstAnsi("\xAF\xF3\xB3w", "klucz"), "D01F02891FEEA02F");
+    EXPECT_EQ(DeszyfrujTekstAnsi("d01f02891feea02f", "klucz"), "\xAF\xF3\xB3w");
+    const std::u16string polowki = u"\xD800 \xDC00\0"; // half surrogates and a zero are units like all others
+    EXPECT_EQ(DeszyfrujTekst(SzyfrujTekst(polowki, ""), ""), polowki);
+    EXPECT_EQ(SzyfrujTekst(u"", "k"), u"");
+    EXPECT_EQ(DeszyfrujTekst(u"", "k"), u"");
+
+    const std::u16string nieparzysty(SzyfrujTekst(u"a", "klucz"));
+    const struct {
+        std::u16string szyfr;
+        const char16_t* blad;
+    } zle[] = {
+        {nieparzysty.substr(1), u"DeszyfrujTekst : Odd"},
+        {u"0", u"DeszyfrujTekst : Odd"},
+        {nieparzysty + u"0G", u"DeszyfrujTekst: znak 47 nie jest cyfrą szesnastkową"},
+        {u"0\u0130", u"DeszyfrujTekst: znak 130 nie jest cyfrą szesnastkową"},
+        {u"00", u"DeszyfrujTekst: nie udało się odszyfrować danych."},
+        {u"0123456789ABCDEF", u"DeszyfrujTekst: nie udało się odszyfrować danych."},
+        {szyfr.substr(0, 32), u"DeszyfrujTekst: nie udało się odszyfrować danych."},
+        {u"FEAC70AEAE37F7D5", u"DeszyfrujTekst: nie udało się odszyfrować danych."}, // three bytes: no UTF-16
+    };
+    for (const auto& z : zle)
+        EXPECT_EQ(testy::Blad<ZTException>([&] { static_cast<void>(DeszyfrujTekst(z.szyfr, "klucz")); }), z.blad);
+}
+
+TEST(Szyfr, ObceDaneDajaBladINiczegoNieZmieniaja) {
+    const std::u16string blad = u"OdszyfrujStrumien: nie udało się odszyfrować danych.";
+    const TSzyfrator szyfrator("klucz");
+    std::mt19937 los(2);
+    // Every last byte, with everything before it as it should be, or one byte of that different.
+    for (const std::size_t ile : {8U, 16U, 24U})
+        for (unsigned p = 0; p < 256; ++p)
+            for (std::size_t zepsuty = 1; zepsuty <= 10 && zepsuty < ile; ++zepsuty) {
+                std::string bajty(ile, '\1');
+                bajty[ile - 1 - zepsuty] = '\2';
+                bajty.back() = static_cast<char>(p);
+                const bool dobre = p >= 1 && p <= 8 && p < ile && zepsuty > p;
+                std::string szyfr = bajty;
+                szyfrator.SzyfrujBloki(szyfr.data(), ile / 8);
+                TZTMemoryStream strumien;
+                const std::u16string wynik =
+                    testy::Blad<ZTException>([&] { szyfrator.OdszyfrujStrumien(Napelnij(strumien, szyfr)); });
+                ASSERT_EQ(wynik, dobre ? u"(no error)" : blad) << ile << ' ' << p << ' ' << zepsuty;
+                ASSERT_EQ(Zawartosc(strumien), dobre ? bajty.substr(0, ile - p - 1) : szyfr);
+                TZTReadOnlyRawByteStream zrodlo(szyfr);
+                TZTMemoryStream cel;
+                ASSERT_EQ(testy::Blad<ZTException>([&] { szyfrator.OdszyfrujStrumien(zrodlo, cel); }), wynik);
+                ASSERT_EQ(cel.GetSize(), dobre ? static_cast<std::int64_t>(ile - p - 1) : 0);
+            }
+    // Random bytes, as a wrong key gives them: an error nearly always, never more.
+    int przeszlo = 0;
+    for (int proba = 0; proba < 200000; ++proba) {
+        std::uint8_t bajty[24];
+        for (std::size_t i = 0; i < sizeof bajty; i += 4) {
+            const auto slowo = static_cast<std::uint32_t>(los());
+            std::memcpy(bajty + i, &slowo, sizeof slowo);
+        }
+        TZTMemoryStream strumien;
+        strumien.SetPointer(bajty, proba % 25);
+        przeszlo += testy::Zglasza<ZTException>([&] { szyfrator.OdszyfrujStrumien(strumien); }) ? 0 : 1;
+    }
+    EXPECT_LT(przeszlo, 200000 / 25 + 30); // the empty ones, and some 2^-16 of the rest
+}
+
+TEST(Szyfr, StrumieniaDoOdczytuIObcejPamieciNieZmienia) {
+    const std::string szyfr = Szyfr("tajne", "k");
+    TZTReadOnlyRawByteStream doOdczytu(szyfr);
+    EXPECT_THROW(SzyfrujStrumien(doOdczytu, "k"), ZTException);
+    EXPECT_THROW(OdszyfrujStrumien(doOdczytu, "k"), ZTException);
+    EXPECT_EQ(szyfr, Szyfr("tajne", "k"));
+    std::string pamiec = szyfr;
+    TZTMemoryStream obca;
+    obca.SetPointer(pamiec.data(), 8);
+    EXPECT_THROW(SzyfrujStrumien(obca, "k"), EBladZapisu);
+    EXPECT_EQ(pamiec, szyfr);
+    OdszyfrujStrumien(obca, "k");
+    EXPECT_EQ(Zawartosc(obca), "tajne");
+    SzyfrujStrumien(obca, "k"); // back into the same eight bytes
+    EXPECT_EQ(pamiec, szyfr);
+    strumienie::TOporny bezSeek;
+    EXPECT_THROW(SzyfrujStrumien(bezSeek, obca, "k"), EWyjatek);
+}
+
+TEST(Szyfr, Klucze) {
+    // Found by search, weak: the letter A makes it strong. 72 bytes leave no place for a letter.
+    const TSzyfrator slaby("klucz18981");
+    EXPECT_FALSE(slaby.SilnyKlucz());
+    EXPECT_TRUE(TSzyfrator("klucz18981A").SilnyKlucz());
+    EXPECT_EQ(Szyfr("abc", "klucz18981"), ZHex("0FA7827054B778AF"));
+    const std::string bezMiejsca = "10376" + std::string(67, 'x');
+    const auto blad = [](std::string_view klucz) { return testy::Blad<ZTException>([&] { TSzyfrator{klucz}; }); };
+    EXPECT_EQ(blad(bezMiejsca), u"Błędny klucz szyfrowania.");
+    EXPECT_EQ(blad(bezMiejsca + "y"), u"Błędny klucz szyfrowania.");
+    EXPECT_EQ(blad(""), u"Błędny klucz szyfrowania.");
+    const std::size_t przed = IleSzyfratorow();
+    EXPECT_THROW(static_cast<void>(Szyfr("abc", bezMiejsca)), ZTException);
+    EXPECT_EQ(IleSzyfratorow(), przed);
+    EXPECT_EQ(Szyfr("abc", std::string(72, 'k')), Szyfr("abc", std::string(90, 'k')));
+    // All of these are different keys, and the empty one has a cipher too.
+    const std::string_view rozne[] = {"", "k", "K", {"k\0", 2}, {"\0k", 2}, "k1"};
+    for (const std::string_view a : rozne)
+        for (const std::string_view b : rozne)
+            EXPECT_EQ(a == b, Szyfr("abcdefgh", a) == Szyfr("abcdefgh", b)) << a << ' ' << b;
+}
+
+// Enciphers with many other keys while it is read.
+class TGadatliwy : public TZTMemoryStream {
+  public:
+    std::int64_t Read(void* bufor, std::int64_t ile) override {
+        for (int i = 0; i < 100; ++i)
+            static_cast<void>(Szyfr("x", "inny" + std::to_string(i)));
+        ZwolnijSzyfratory();
+        return TZTMemoryStream::Read(bufor, ile);
+    }
+};
+
+TEST(Szyfr, PamiecKluczy) {
+    for (int i = 0; i < 300; ++i) {
+        const std::string klucz = "klucz" + std::to_string(i * 7919 % 300);
+        static_cast<void>(Szyfr("x", klucz));
+        ASSERT_LE(IleSzyfratorow(), 65U);
+        ASSERT_GE(IleSzyfratorow(), 1U);
+    }
+    TGadatliwy gadatliwy;
+    TZTMemoryStream cel;
+    SzyfrujStrumien(Napelnij(gadatliwy, "tajne"), cel, "uzywany");
+    EXPECT_EQ(IleSzyfratorow(), 1U);
+    EXPECT_EQ(Zawartosc(cel), Szyfr("tajne", "uzywany"));
+    ZwolnijSzyfratory();
+    EXPECT_EQ(IleSzyfratorow(), 0U);
+}
+
+TEST(SzyfrWatki, KluczeWspolneDlaWatkow) {
+    std::vector<std::thread> watki;
+    std::atomic<int> bledy{0};
+    for (unsigned w = 0; w < 8; ++w)
+        watki.emplace_back([w, &bledy] {
+            for (unsigned i = 0; i < 600; ++i) {
+                const std::string klucz = (i + w) % 5 == 0 ? "" : std::to_string((i * (w + 1)) % 90);
+                const std::u16string tekst(i % 30, u'a');
+                if (DeszyfrujTekst(SzyfrujTekst(tekst, klucz), klucz) != tekst)
+                    ++bledy;
+                if (i % 100 == w)
+                    ZwolnijSzyfratory();
+            }
+        });
+    for (std::thread& watek : watki)
+        watek.join();
+    EXPECT_EQ(bledy, 0);
+    EXPECT_LE(IleSzyfratorow(), 65U);
+    ZwolnijSzyfratory();
+}
+
+} // namespace

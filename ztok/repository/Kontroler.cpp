@@ -1,0 +1,236 @@
+#include "ztok/repository/Kontroler.h"
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "ztok/kernel/TObiektBazowy.h"
+#include "ztok/platform/TKomponent.h"
+#include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/repository/Wlasciciele.h"
+#include "ztok/repository/Zamykanie.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TKontroler, TObiektLiczony)
+
+// One broadcast that runs: whom it has still to call, and whom it calls. The lock of all broadcasts guards it.
+struct TRozgloszenie {
+    struct TPozycja {
+        TObiektOgolny* obiekt; // null: it died
+        IKontrolowany* interfejs;
+        bool policzony;
+    };
+    std::vector<TPozycja> pozycje;
+    TObiektOgolny* wolany = nullptr;
+    std::thread::id watek = std::this_thread::get_id();
+    TRozgloszenie* nastepne = nullptr;
+};
+
+namespace {
+
+// What all controllers share. The lock comes before the lock of a controller's list.
+struct TStanKontroli {
+    TSekcjaKrytyczna sekcja;
+    std::vector<TKontroler*> kontrolery;
+    TRozgloszenie* rozgloszenia = nullptr;
+    std::atomic<std::uint32_t> zakonczoneWywolania{0}; // changes whenever a call is over
+};
+
+// Made on first use and freed at unload, as it must outlive the static objects of all modules.
+constinit std::atomic<TStanKontroli*> stanKontroli{nullptr};
+
+TStanKontroli& Stan() {
+    if (TStanKontroli* jest = stanKontroli.load(std::memory_order_acquire); jest != nullptr)
+        return *jest;
+    auto nowy = std::make_unique<TStanKontroli>();
+    TStanKontroli* zastany = nullptr;
+    if (stanKontroli.compare_exchange_strong(zastany, nowy.get(), std::memory_order_acq_rel))
+        return *nowy.release();
+    return *zastany; // another thread was first
+}
+
+// The controller of the process; one reference is held.
+constinit std::atomic<TKontroler*> kontrolerProcesu{nullptr};
+
+} // namespace
+
+// --- death of a controlled object
+
+void ZapomnijKontrolowany(TObiektOgolny& obiekt) noexcept {
+    TStanKontroli* stan = stanKontroli.load(std::memory_order_acquire);
+    if (stan == nullptr)
+        return;
+    for (bool pierwszyRaz = true;; pierwszyRaz = false) {
+        // Taken before the look, so that a call that ends right after it is not waited for.
+        const std::uint32_t zakonczone = stan->zakonczoneWywolania.load(std::memory_order_acquire);
+        bool trwa = false;
+        {
+            const TBlokada blokada(stan->sekcja);
+            if (pierwszyRaz)
+                for (TKontroler* kontroler : stan->kontrolery)
+                    kontroler->FLista.Remove(&obiekt);
+            for (TRozgloszenie* r = stan->rozgloszenia; r != nullptr; r = r->nastepne) {
+                for (TRozgloszenie::TPozycja& pozycja : r->pozycje)
+                    if (pozycja.obiekt == &obiekt)
+                        pozycja.obiekt = nullptr;
+                trwa = trwa || (r->wolany == &obiekt && r->watek != std::this_thread::get_id());
+            }
+        }
+        if (!trwa)
+            return;
+        stan->zakonczoneWywolania.wait(zakonczone, std::memory_order_acquire);
+    }
+}
+
+// --- TKontroler
+
+TKontroler::TKontroler() {
+    TStanKontroli& stan = Stan();
+    const TBlokada blokada(stan.sekcja);
+    stan.kontrolery.push_back(this);
+}
+
+TKontroler::~TKontroler() {
+    TStanKontroli& stan = *stanKontroli.load(std::memory_order_acquire);
+    const TBlokada blokada(stan.sekcja);
+    std::erase(stan.kontrolery, this);
+}
+
+TZnakKontroli* TKontroler::ZnakKontroli(TObiektOgolny& obiekt) noexcept {
+    if (obiekt.Klasa()->Ma(ckObiektBazowy))
+        return &static_cast<TObiektBazowy&>(obiekt).kontrola_;
+    if (obiekt.JestKlasy(TObiektLiczony::KlasaStatyczna()))
+        return &static_cast<TObiektLiczony&>(obiekt).kontrola_;
+    if (obiekt.JestKlasy(TKomponent::KlasaStatyczna()))
+        return &static_cast<TKomponent&>(obiekt).kontrola_;
+    return nullptr;
+}
+
+void TKontroler::Rejestruj(TObiektOgolny* p_Kontrolowany) {
+    if (p_Kontrolowany == nullptr)
+        return;
+    TZnakKontroli* znak = ZnakKontroli(*p_Kontrolowany);
+    if (znak == nullptr)
+        NiedozwoloneUzycie(u"Rejestruj", *p_Kontrolowany);
+    const auto lista = FLista.LockList();
+    if (std::find(lista->begin(), lista->end(), p_Kontrolowany) != lista->end())
+        return;
+    lista->push_back(p_Kontrolowany);
+    znak->Ustaw();
+}
+
+void TKontroler::Wyrejestruj(TObiektOgolny* p_Kontrolowany) noexcept { FLista.Remove(p_Kontrolowany); }
+
+std::size_t TKontroler::IleZarejestrowanych() { return FLista.LockList()->size(); }
+
+// While the shared lock is held nobody that is registered dies: dying begins with taking it.
+void TKontroler::ZrobMigawke(TRozgloszenie& rozgloszenie) {
+    const auto lista = FLista.LockList();
+    rozgloszenie.pozycje.reserve(lista->size());
+    for (TObiektOgolny* obiekt : *lista) {
+        auto* interfejs = static_cast<IKontrolowany*>(ZnajdzInterfejs(obiekt, IKontrolowany::IID));
+        if (interfejs == nullptr)
+            continue;
+        bool policzony = false;
+        if (obiekt->JestKlasy(TObiektLiczony::KlasaStatyczna())) {
+            auto& liczony = static_cast<TObiektLiczony&>(*obiekt);
+            policzony = liczony.SprobujPoliczyc();
+            if (!policzony && liczony.Umiera())
+                continue;
+        }
+        rozgloszenie.pozycje.push_back({obiekt, interfejs, policzony});
+    }
+}
+
+void TKontroler::Operacja(std::u16string_view p_Identyfikator) {
+    const TIntf<IKontroler> ja(LiczbaReferencji() > 0 ? this : nullptr); // a call may give the last reference back
+    TStanKontroli& stan = Stan();
+    TRozgloszenie rozgloszenie;
+    {
+        const TBlokada blokada(stan.sekcja);
+        ZrobMigawke(rozgloszenie);
+        rozgloszenie.nastepne = stan.rozgloszenia;
+        stan.rozgloszenia = &rozgloszenie;
+    }
+    TPierwszyBlad blad;
+    for (TRozgloszenie::TPozycja& pozycja : rozgloszenie.pozycje) {
+        {
+            const TBlokada blokada(stan.sekcja);
+            rozgloszenie.wolany = std::exchange(pozycja.obiekt, nullptr);
+        }
+        if (rozgloszenie.wolany == nullptr)
+            continue;
+        IKontrolowany* const interfejs = pozycja.interfejs;
+        blad.Wykonaj([&] { interfejs->WykonajOperacje(p_Identyfikator); });
+        if (pozycja.policzony)
+            interfejs->_Release();
+        {
+            const TBlokada blokada(stan.sekcja);
+            rozgloszenie.wolany = nullptr;
+        }
+        stan.zakonczoneWywolania.fetch_add(1, std::memory_order_release);
+        stan.zakonczoneWywolania.notify_all();
+    }
+    {
+        const TBlokada blokada(stan.sekcja);
+        TRozgloszenie** r = &stan.rozgloszenia;
+        while (*r != &rozgloszenie)
+            r = &(*r)->nastepne;
+        *r = rozgloszenie.nastepne;
+    }
+    blad.Rzuc();
+}
+
+TIntf<IKontroler> Kontroler() {
+    if (TKontroler* jest = kontrolerProcesu.load(std::memory_order_acquire); jest != nullptr)
+        return TIntf<IKontroler>(jest);
+    TIntf<IKontroler> nowy(UtworzSurowy<TKontroler>());
+    TKontroler* zastany = nullptr;
+    if (!kontrolerProcesu.compare_exchange_strong(zastany, static_cast<TKontroler*>(nowy.get()),
+                                                  std::memory_order_acq_rel))
+        return TIntf<IKontroler>(zastany); // another thread was first
+    nowy->_AddRef();
+    return nowy;
+}
+
+void ZamknijKontroler() noexcept {
+    if (TKontroler* kontroler = kontrolerProcesu.exchange(nullptr, std::memory_order_acq_rel); kontroler != nullptr)
+        kontroler->_Release();
+}
+
+void ZwolnijStanKontroli() noexcept {
+    // A controller that somebody still holds needs it.
+    if (TStanKontroli* stan = stanKontroli.load(std::memory_order_acquire); stan != nullptr && stan->kontrolery.empty())
+        delete stanKontroli.exchange(nullptr, std::memory_order_acq_rel);
+}
+
+// --- owners
+
+bool DajInterfejsObiektu(TObiektOgolny* obiekt, const TGUID& iid, void** wynik) noexcept {
+    *wynik = nullptr;
+    auto* interfejs = static_cast<IInterfejs*>(ZnajdzInterfejs(obiekt, IInterfejs::IID));
+    return interfejs != nullptr && iid != IID_ObiektImplementujacy && interfejs->QueryInterface(iid, wynik) == kIntfOk;
+}
+
+bool DajInterfejsWlasciciela(TObiektOgolny* Obiekt, void** Interfejs, const TGUID& IID) {
+    *Interfejs = nullptr;
+    constexpr int kNajwyzej = 4096; // as far up as owners are followed
+    for (int krok = 0; Obiekt != nullptr && krok < kNajwyzej; ++krok) {
+        if (DajInterfejsObiektu(Obiekt, IID, Interfejs))
+            return true;
+        if (Obiekt->JestKlasy(TKomponent::KlasaStatyczna())) {
+            Obiekt = static_cast<TKomponent*>(Obiekt)->Wlasciciel();
+        } else {
+            auto* dostep = static_cast<IDostep*>(ZnajdzInterfejs(Obiekt, IDostep::IID));
+            Obiekt = dostep != nullptr ? dostep->DajWlasciciela() : nullptr;
+        }
+    }
+    return false;
+}
+
+} // namespace ztok

@@ -1,0 +1,384 @@
+#include "ztok/repository/Repozytorium.h"
+
+#include <atomic>
+
+#include "ztok/kernel/DeklaracjaObiektu.h"
+#include "ztok/kernel/TJadroKlas.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/TKomponent.h"
+#include "ztok/platform/TListaNapisow.h"
+#include "ztok/repository/Kontroler.h"
+#include "ztok/repository/Wlasciciele.h"
+#include "ztok/repository/Zamykanie.h"
+#include "ztok/util/ZTBledy.h"
+
+namespace ztok {
+
+ZTOK_KLASA_DEF(TDaneObiektu, TObiekt)
+ZTOK_KLASA_DEF(TLista, TListaTypu<TDaneObiektu>)
+ZTOK_KLASA_DEF(TRepozytoriumKlas, TObiektLiczony)
+
+// --- TUchwyt
+
+TUchwyt::TUchwyt(TUchwyt&& inny) noexcept
+    : obiekt_(std::exchange(inny.obiekt_, nullptr)), wlasny_(std::exchange(inny.wlasny_, false)),
+      interfejs_(std::move(inny.interfejs_)) {}
+
+TUchwyt& TUchwyt::operator=(TUchwyt&& inny) noexcept {
+    if (this != &inny) {
+        Zeruj();
+        obiekt_ = std::exchange(inny.obiekt_, nullptr);
+        wlasny_ = std::exchange(inny.wlasny_, false);
+        interfejs_ = std::move(inny.interfejs_);
+    }
+    return *this;
+}
+
+void TUchwyt::Zeruj() noexcept {
+    interfejs_ = nullptr;
+    TObiektOgolny* obiekt = std::exchange(obiekt_, nullptr);
+    if (!std::exchange(wlasny_, false))
+        return;
+    if (obiekt->JestKlasy(TObiektLiczony::KlasaStatyczna()))
+        static_cast<TObiektLiczony*>(obiekt)->_Release();
+    else
+        ZwolnijCicho(obiekt);
+}
+
+void TUchwyt::UstawObiekt(TObiektOgolny* obiekt) noexcept {
+    Zeruj();
+    obiekt_ = obiekt;
+    if (obiekt == nullptr)
+        return;
+    wlasny_ = true;
+    if (obiekt->JestKlasy(TObiektLiczony::KlasaStatyczna()))
+        static_cast<TObiektLiczony*>(obiekt)->_AddRef();
+    else if (obiekt->JestKlasy(TKomponent::KlasaStatyczna()))
+        wlasny_ = static_cast<TKomponent*>(obiekt)->Wlasciciel() == nullptr;
+}
+
+void TUchwyt::UstawInterfejs(TIntf<IInterfejs> interfejs) noexcept {
+    Zeruj();
+    interfejs_ = std::move(interfejs);
+}
+
+TObiektOgolny* TUchwyt::Obiekt() const noexcept {
+    return obiekt_ != nullptr ? obiekt_ : ObiektZaInterfejsem(interfejs_.get());
+}
+
+TWlasny<TObiektOgolny> TUchwyt::OddajObiekt() noexcept {
+    if (!wlasny_ || obiekt_->JestKlasy(TObiektLiczony::KlasaStatyczna()))
+        return nullptr;
+    wlasny_ = false;
+    return TWlasny<TObiektOgolny>(std::exchange(obiekt_, nullptr));
+}
+
+void* TUchwyt::DajInterfejs(const TGUID& iid) const noexcept {
+    void* wynik = nullptr;
+    if (obiekt_ != nullptr)
+        DajInterfejsObiektu(obiekt_, iid, &wynik);
+    else if (interfejs_ && iid != IID_ObiektImplementujacy && interfejs_->QueryInterface(iid, &wynik) != kIntfOk)
+        wynik = nullptr;
+    return wynik;
+}
+
+TObiektOgolny* KonstruktorDomyslny(const TKlasa* Klasa, TObiektOgolny* Wlasciciel, TObiektOgolny* Rodzic,
+                                   TArgumenty /*Argumenty*/) {
+    if (Klasa->utworz == nullptr)
+        ZTErrorFmt(kmKlasaAbstrakcyjna, {Klasa});
+    for (TObiektOgolny* obiekt : {Rodzic, Wlasciciel})
+        if (obiekt != nullptr && obiekt->Klasa()->Ma(ckObiektBazowy))
+            return Klasa->utworz(static_cast<TObiektBazowy*>(obiekt));
+    return Klasa->utworz(nullptr);
+}
+
+// --- TDaneObiektu and TLista
+
+std::span<const TWierszPola> TDaneObiektu::PolaKlasy(std::type_identity<TDaneObiektu> /*klasa*/) noexcept {
+    static constexpr TWierszPola wiersze[] = {rodzaj::String::Wiersz(0, u"GuidTekstowo"),
+                                              rodzaj::String::Wiersz(1, u"Identyfikator")};
+    return wiersze;
+}
+
+TDaneObiektu::~TDaneObiektu() { DokonczZycie(); }
+
+TGUID TDaneObiektu::GetGUID() const {
+    const std::u16string tekst = GetGuidTekstowo();
+    return tekst.empty() ? TGUID{} : GuidZTekstu(tekst);
+}
+
+void TDaneObiektu::KopiujSposob(const TDaneObiektu& zrodlo) {
+    FKonstruktor = zrodlo.FKonstruktor;
+    FInt = zrodlo.FInt;
+    FKlasa = zrodlo.FKlasa;
+    FTKonstruktorKlasy = zrodlo.FTKonstruktorKlasy;
+    FKonstruktorInt = zrodlo.FKonstruktorInt;
+}
+
+void TDaneObiektu::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    TObiekt::WykonajKopiowanie(zrodlo, kopier);
+    if (zrodlo.JestKlasy(KlasaStatyczna()))
+        KopiujSposob(static_cast<const TDaneObiektu&>(zrodlo));
+}
+
+TLista::~TLista() { DokonczZycie(); }
+
+// --- TRepozytoriumKlas
+
+namespace {
+
+bool TaSamaKlasa(const TKlasa* a, const TKlasa* b) noexcept {
+    return a == b || (a != nullptr && b != nullptr && a->nazwa == b->nazwa);
+}
+
+} // namespace
+
+std::span<const TWierszInterfejsu> TRepozytoriumKlas::InterfejsyKlasy() noexcept {
+    static constexpr TWierszInterfejsu wiersze[] = {WierszInterfejsu<TRepozytoriumKlas, IRepozytoriumKlas>(),
+                                                    WierszInterfejsu<TRepozytoriumKlas, IRepozytoriumBazowe>()};
+    return wiersze;
+}
+
+TRepozytoriumKlas::TRepozytoriumKlas(TObiektOgolny* Owner) : FOwner(Owner), FLista(Utworz<TLista>()) {}
+
+TRepozytoriumKlas::~TRepozytoriumKlas() = default;
+
+TLista& TRepozytoriumKlas::LockList() noexcept {
+    FLock.Wejdz();
+    return *FLista;
+}
+
+void TRepozytoriumKlas::UnlockList() noexcept { FLock.Wyjdz(); }
+
+TDaneObiektu* TRepozytoriumKlas::Znajdz(std::u16string_view guid, std::u16string_view identyfikator,
+                                        std::int32_t& gdzie) {
+    const TArgument pola[] = {0, 1};
+    const TArgument wartosci[] = {guid, identyfikator};
+    return FLista->WyszukajWgPol(pola, wartosci, gdzie, rlRozmLiterWazny, rsRosnaco, LocaleWin1250)
+               ? FLista->Element(gdzie)
+               : nullptr;
+}
+
+void TRepozytoriumKlas::Wpisz(TWlasny<TDaneObiektu> dane, const TGUID& guid, std::u16string_view identyfikator,
+                              bool jedyne) {
+    const std::u16string tekst = TekstGuid(guid);
+    dane->SetGuidTekstowo(tekst);
+    dane->SetIdentyfikator(identyfikator);
+    {
+        const TBlokada blokada(FLock);
+        std::int32_t gdzie = 0;
+        if (Znajdz(tekst, identyfikator, gdzie) == nullptr) {
+            FLista->Dodaj(std::move(dane), gdzie);
+            return;
+        }
+    }
+    if (jedyne)
+        throw EWyjatek(Formatuj(Komunikat(kmElementJuzIstnieje), {tekst, identyfikator}));
+}
+
+void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, const TKlasa* Klasa, TKonstruktorKlasy Konstruktor,
+                                        std::u16string_view Identyfikator) {
+    if (Klasa == nullptr)
+        NiedozwoloneUzycie(u"RejestrujObiekt", *this);
+    TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
+    dane->FKlasa = Klasa;
+    dane->FTKonstruktorKlasy = Konstruktor != nullptr ? Konstruktor : &KonstruktorDomyslny;
+    Wpisz(std::move(dane), GUID, Identyfikator, false);
+}
+
+void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator) {
+    void* wynik = nullptr;
+    if (Int == nullptr || GUID == IID_ObiektImplementujacy || Int->QueryInterface(GUID, &wynik) != kIntfOk)
+        BrakInterfejsu(GUID, {});
+    TIntf<IInterfejs> interfejs = TIntf<IInterfejs>::Przejmij(static_cast<IInterfejs*>(wynik));
+    TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
+    dane->FInt = std::move(interfejs);
+    Wpisz(std::move(dane), GUID, Identyfikator, false);
+}
+
+void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, TKonstruktorInt KonstruktorInt,
+                                        std::u16string_view Identyfikator) {
+    if (KonstruktorInt == nullptr)
+        NiedozwoloneUzycie(u"RejestrujObiekt", *this);
+    TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
+    dane->FKonstruktorInt = KonstruktorInt;
+    Wpisz(std::move(dane), GUID, Identyfikator, true);
+}
+
+void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor,
+                                        std::u16string_view Identyfikator) {
+    if (Konstruktor == nullptr)
+        NiedozwoloneUzycie(u"RejestrujObiekt", *this);
+    TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
+    dane->FKonstruktor = Konstruktor;
+    Wpisz(std::move(dane), GUID, Identyfikator, true);
+}
+
+void TRepozytoriumKlas::WyrejestrujObiekt(const TGUID& GUID, std::u16string_view Identyfikator) {
+    TWlasny<TDaneObiektu> usuniete; // freed outside the lock: with it may go the last reference to an object
+    const std::u16string tekst = TekstGuid(GUID);
+    const TBlokada blokada(FLock);
+    std::int32_t gdzie = 0;
+    if (Znajdz(tekst, Identyfikator, gdzie) == nullptr)
+        return;
+    usuniete = FLista->Wyjmij(gdzie);
+    if (FLista->ListaPusta())
+        FLista->UstawPojemnosc(0); // an idle repository holds no memory
+}
+
+bool TRepozytoriumKlas::JestZarejestrowany(const TGUID& GUID, std::u16string_view Identyfikator) {
+    const std::u16string tekst = TekstGuid(GUID);
+    const TBlokada blokada(FLock);
+    std::int32_t gdzie = 0;
+    return Znajdz(tekst, Identyfikator, gdzie) != nullptr;
+}
+
+bool TRepozytoriumKlas::DajKonstruktor(TKonstruktorKlasy& Konstruktor, const TGUID& GUID,
+                                       std::u16string_view Identyfikator) {
+    TIntf<IRepozytoriumKlas> zewnetrzne;
+    {
+        const std::u16string tekst = TekstGuid(GUID);
+        const TBlokada blokada(FLock);
+        std::int32_t gdzie = 0;
+        const TDaneObiektu* dane = Znajdz(tekst, Identyfikator, gdzie);
+        if (dane != nullptr && dane->FTKonstruktorKlasy != nullptr) {
+            Konstruktor = dane->FTKonstruktorKlasy;
+            return true;
+        }
+        zewnetrzne = Parent;
+    }
+    return zewnetrzne && zewnetrzne->DajKonstruktor(Konstruktor, GUID, Identyfikator);
+}
+
+bool TRepozytoriumKlas::DajUchwyt(TUchwyt& Uchwyt, const TGUID& GUID, bool Wymagany, std::u16string_view Identyfikator,
+                                  TObiektOgolny* Wlasciciel, TObiektOgolny* Rodzic, TArgumenty Argumenty) {
+    Uchwyt.Zeruj();
+    TDaneObiektu kopia;
+    TIntf<IRepozytoriumKlas> zewnetrzne;
+    TObiektOgolny* owner = nullptr;
+    {
+        const std::u16string tekst = TekstGuid(GUID);
+        const TBlokada blokada(FLock);
+        std::int32_t gdzie = 0;
+        if (const TDaneObiektu* dane = Znajdz(tekst, Identyfikator, gdzie); dane != nullptr)
+            kopia.KopiujSposob(*dane);
+        zewnetrzne = Parent;
+        owner = FOwner;
+    }
+    bool jest = false;
+    if (kopia.FKonstruktor != nullptr) {
+        Uchwyt.UstawObiekt(kopia.FKonstruktor(Wlasciciel, Rodzic, Argumenty));
+        jest = !Uchwyt.Pusty();
+    } else if (kopia.FInt) {
+        void* wynik = nullptr;
+        jest = kopia.FInt->QueryInterface(GUID, &wynik) == kIntfOk;
+        if (jest)
+            Uchwyt.UstawInterfejs(TIntf<IInterfejs>::Przejmij(static_cast<IInterfejs*>(wynik)));
+    } else if (kopia.FTKonstruktorKlasy != nullptr) {
+        Uchwyt.UstawObiekt(kopia.FTKonstruktorKlasy(kopia.FKlasa, Wlasciciel, Rodzic, Argumenty));
+        jest = !Uchwyt.Pusty();
+    } else if (kopia.FKonstruktorInt != nullptr) {
+        jest = kopia.FKonstruktorInt(Uchwyt, GUID, Wymagany, Wlasciciel, Rodzic, Identyfikator, owner);
+    }
+    if (jest)
+        return true;
+    Uchwyt.Zeruj();
+    return zewnetrzne && zewnetrzne->DajUchwyt(Uchwyt, GUID, Wymagany, Identyfikator, Wlasciciel, Rodzic, Argumenty);
+}
+
+bool TRepozytoriumKlas::DajIIDWgKlasy(const TKlasa* Klasa, TGUID& Iid, std::u16string_view Identyfikator) {
+    TIntf<IRepozytoriumKlas> zewnetrzne;
+    {
+        const TBlokada blokada(FLock);
+        for (const TDaneObiektu* dane : *FLista)
+            if (dane->FKlasa != nullptr && TaSamaKlasa(dane->FKlasa, Klasa) &&
+                dane->GetIdentyfikator() == Identyfikator) {
+                Iid = dane->GetGUID();
+                return true;
+            }
+        zewnetrzne = Parent;
+    }
+    return zewnetrzne && zewnetrzne->DajIIDWgKlasy(Klasa, Iid, Identyfikator);
+}
+
+void TRepozytoriumKlas::DajListeIdentyfikatorow(const TGUID& GUID, TListaNapisow& Lista) {
+    const TArgument pola[] = {0};
+    const TArgument wartosci[] = {TekstGuid(GUID)};
+    Lista.Zeruj();
+    const TBlokada blokada(FLock);
+    std::int32_t od = 0;
+    std::int32_t doKtorego = -1;
+    if (FLista->WyszukajZakres(pola, wartosci, od, doKtorego))
+        for (; od <= doKtorego; ++od)
+            Lista.Dodaj(FLista->Element(od)->GetIdentyfikator());
+}
+
+TIntf<IRepozytoriumKlas> TRepozytoriumKlas::DajParent() {
+    const TBlokada blokada(FLock);
+    return Parent;
+}
+
+void TRepozytoriumKlas::UstawParent(TIntf<IRepozytoriumKlas> Zewnetrzne) {
+    for (TIntf<IRepozytoriumKlas> r = Zewnetrzne; r; r = r->DajParent())
+        if (r.get() == this)
+            NiedozwoloneUzycie(u"UstawParent", *this);
+    const TBlokada blokada(FLock);
+    std::swap(Parent, Zewnetrzne); // the former one goes with the argument, outside the lock
+}
+
+// --- the repository of the process
+
+namespace {
+
+// One reference is held.
+constinit std::atomic<TRepozytoriumKlas*> repozytoriumProcesu{nullptr};
+
+} // namespace
+
+TIntf<IRepozytoriumKlas> RepozytoriumKlas() {
+    if (TRepozytoriumKlas* jest = repozytoriumProcesu.load(std::memory_order_acquire); jest != nullptr)
+        return TIntf<IRepozytoriumKlas>(jest);
+    const TIntf<IKontroler> kontroler = Kontroler();
+    TIntf<IRepozytoriumKlas> nowe(UtworzSurowy<TRepozytoriumKlas>(ObiektZaInterfejsem(kontroler.get())));
+    TRepozytoriumKlas* zastane = nullptr;
+    if (!repozytoriumProcesu.compare_exchange_strong(zastane, static_cast<TRepozytoriumKlas*>(nowe.get()),
+                                                     std::memory_order_acq_rel))
+        return TIntf<IRepozytoriumKlas>(zastane); // another thread was first
+    nowe->_AddRef();
+    return nowe;
+}
+
+bool RepozytoriumKlas(TObiektOgolny* Obiekt, TIntf<IRepozytoriumKlas>& Repozytorium) {
+    return DajInterfejsWlasciciela(Obiekt, Repozytorium);
+}
+
+TIntf<IRepozytoriumKlas> RepozytoriumKlas(TObiektOgolny* Obiekt, bool Wymagany) {
+    TIntf<IRepozytoriumKlas> repozytorium;
+    if (!RepozytoriumKlas(Obiekt, repozytorium)) {
+        if (Wymagany)
+            ZTError(kmBrakRepozytorium);
+        repozytorium = RepozytoriumKlas();
+    }
+    return repozytorium;
+}
+
+bool RKDajUchwyt(TObiektOgolny* Komponent, TUchwyt& Uchwyt, const TGUID& GUID, bool Wymagany,
+                 std::u16string_view Identyfikator, TObiektOgolny* Obiekt) {
+    return RepozytoriumKlas(Komponent, false)->DajUchwyt(Uchwyt, GUID, Wymagany, Identyfikator, Komponent, Obiekt, {});
+}
+
+void ZamknijRepozytorium(bool czekaj) noexcept {
+    TRepozytoriumKlas* repozytorium = repozytoriumProcesu.load(std::memory_order_acquire);
+    if (repozytorium == nullptr)
+        return;
+    if (czekaj)
+        repozytorium->FLock.Wejdz();
+    else if (!repozytorium->FLock.SprobujWejsc())
+        return; // a thread that was ended holds it for ever: the repository stays
+    repozytoriumProcesu.store(nullptr, std::memory_order_release);
+    repozytorium->FOwner = nullptr; // who still holds the repository may outlive the controller
+    repozytorium->FLock.Wyjdz();
+    repozytorium->_Release();
+}
+
+} // namespace ztok
