@@ -469,7 +469,7 @@ double TZTParser::StringToFloat(std::string_view S) {
         return liczba;
     if (S.size() > 1 ? CzyCyfra(S[S[0] == '-' ? 1 : 0]) : !S.empty() && CzyCyfra(S[0])) {
         double liczba = 0;
-        const auto [gdzie, blad] = std::from_chars(S.data(), S.data() + S.size(), liczba);
+        const auto [gdzie, blad] = FloatZCyfr(S.data(), S.data() + S.size(), liczba);
         if (blad == std::errc() && gdzie == S.data() + S.size())
             return liczba;
     }
