@@ -429,8 +429,10 @@ TEST_F(FormatTekstowy, GraniceIWrogieDane) {
                   }),
                   blad)
             << tekst;
-        ASSERT_EQ(Tekst(*druga), zapis) << tekst;
-        odczytane += blad == u"(no error)" ? 1 : 0;
+        if (blad == u"(no error)") { // else a value directly before the fault may be there or not
+            ASSERT_EQ(Tekst(*druga), zapis) << tekst;
+            ++odczytane;
+        }
         // What lost its targets is written shorter the next time; then nothing changes any more.
         for (std::size_t dlugosc = zapis.size() + 1; zapis.size() < dlugosc;) {
             dlugosc = zapis.size();
