@@ -329,6 +329,18 @@ TEST_F(FormatTekstowy, Bledy) {
     EXPECT_EQ(o->GetWskaznik(), nullptr);
     EXPECT_EQ(o->GetReferencja(), nullptr);
     EXPECT_EQ(o->GetPowiazane().IleObiektow(), 1);
+    // Fields given twice: what was read the first time has a number, but is gone; also when its owner dies later.
+    const std::string dwaRazy = "object Adres Numer=1 end object Adres Numer=2 end ";
+    ZTekstu(*o, "object TWszystko " + dwaRazy + "Referencja=3 end");
+    ASSERT_EQ(o->GetReferencja(), &o->GetAdres());
+    EXPECT_EQ(o->GetAdres().GetNumer(), 2);
+    for (const char numer : {'4', '5'}) {
+        ZTekstu(*o, "object TWszystko object Podrzedne object " + dwaRazy +
+                        "Wskaznik=1 Wskaznik=1 object Powiazane (4,5) end object Powiazane (4) end end end "
+                        "object Podrzedne end Referencja=" +
+                        numer + " end");
+        EXPECT_EQ(o->GetReferencja(), nullptr);
+    }
 }
 
 TEST_F(FormatTekstowy, NazwyINaglowki) {
