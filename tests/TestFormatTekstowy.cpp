@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <ctime>
 
 #include "Bledy.h"
 #include "LosoweDrzewo.h"
 #include "StrumienieTestowe.h"
+#include "platforma/SystemTestowy.h"
 #include "ztok/platform/Kodowania.h"
 
 using namespace ztok;
@@ -385,6 +387,15 @@ TEST_F(FormatTekstowy, GraniceIWrogieDane) {
     for (int i = 0; i < 2000; ++i)
         duzo += " object end";
     EXPECT_NE(Blad([&] { ZTekstu(*o, duzo + " end end", opcje); }), u"(no error)");
+
+    // A list that dies while it is read, since it comes twice: in time that grows with its length, not faster.
+    duzo = "object TWszystko object Podrzedne";
+    for (int i = 0; i < 60000; ++i)
+        duzo += " object Wskaznik=1 end";
+    const std::clock_t start = std::clock(); // of the processor, where the system tells it
+    ZTekstu(*o, duzo + " end object Podrzedne end end");
+    EXPECT_LT(std::clock() - start, (ZTOK_SANITIZER ? 10 : 1) * CLOCKS_PER_SEC);
+    EXPECT_EQ(o->GetPodrzedne().IleObiektow(), 0);
 
     // Random changes of a valid document: an error of the library, or a tree that can be written.
     TLosoweDrzewo los(3);
