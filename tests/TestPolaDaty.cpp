@@ -9,6 +9,7 @@
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/kernel/Typypolbazowe.h"
 #include "ztok/platform/DatyTekst.h"
+#include "ztok/platform/Kodowania.h"
 
 using namespace ztok;
 
@@ -178,4 +179,18 @@ TEST(PolaDaty, FormaXML) {
     EXPECT_EQ(ZTOKDateTimeToXML(42006.75), u"2015-01-02T18:00:00");
     for (const double wartosc : {42006.0, 42006.75, 0.25, -5.25, 0.0, 2958465.5})
         EXPECT_EQ(ZTOKXMLToDateTime(ZTOKDateTimeToXML(wartosc)), wartosc);
+}
+
+// The kernel's own formats read back, also when a format's separator is not the one that the settings name.
+TEST(PolaDaty, FormatJadraWraca) {
+    TUstawieniaFormatu& format = JadroKlas()->Format();
+    for (const char16_t* data : {u"yyyy-MM-dd", u"yyyy/MM/dd", u"dd.MM.yyyy", u"M/d/yyyy", u"d/M/yy"})
+        for (const char16_t separator : {u'-', u'.', u'/'}) {
+            format.krotkiFormatDaty = data;
+            format.separatorDaty = separator;
+            const std::u16string tekst = ZTOKDateTimeToStr(42006.75);
+            EXPECT_EQ(ZTOKStrToDateTime(tekst), 42006.75) << Utf8ZUtf16(tekst);
+            EXPECT_EQ(ZTOKXMLToDateTime(ZTOKDateTimeToXML(42006.75)), 42006.75) << Utf8ZUtf16(tekst);
+        }
+    JadroKlas()->UstawDefFormatDatyICzasu();
 }

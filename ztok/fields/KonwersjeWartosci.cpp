@@ -22,7 +22,7 @@ namespace {
 
 const TUstawieniaFormatu& FormatJadra() { return JadroKlas()->Format(); }
 
-// A date whose year stands last, put into the kernel's order; empty when the text is no such date.
+// A date whose year stands last, with the year first; empty when the text is no such date.
 std::u16string RokNaPoczatek(std::u16string_view tekst, char16_t separator) {
     const std::size_t pierwszy = tekst.find(separator);
     const std::size_t drugi = pierwszy == std::u16string_view::npos ? pierwszy : tekst.find(separator, pierwszy + 1);
@@ -71,9 +71,9 @@ double ZTOKStrToDate(std::u16string_view tekst) {
     for (char16_t& znak : kopia)
         if (znak == u'.' || znak == u'/' || znak == u'-')
             znak = format.separatorDaty;
-    if (const std::u16string odRoku = RokNaPoczatek(kopia, format.separatorDaty); !odRoku.empty())
-        kopia = odRoku;
-    if (!SprobujTekstNaDate(kopia, wartosc, format))
+    // A kernel format may have a separator that is not its own: then the text is in its order already.
+    if (!SprobujTekstNaDate(kopia, wartosc, format) &&
+        !SprobujTekstNaDate(RokNaPoczatek(kopia, format.separatorDaty), wartosc, format))
         throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaData), {tekst}));
     return wartosc;
 }
