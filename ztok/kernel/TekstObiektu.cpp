@@ -228,6 +228,9 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
         }
         odczytywacz.ZuzyjPamiec(48);
         odczytywacz.OdczytPole = nr;
+        // Given twice: what was read before goes, since a reader may know a field that can die only once.
+        if (Pole(nr) != nullptr && (obiekt || (Stany()[nr] >> 4U) == kpWskObiektu))
+            UstawPole(nr, nullptr, true);
         TPole& pole = *DajPole(nr);
         pole.WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
         if (obiekt) {
