@@ -198,7 +198,7 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
         if (spodziewane) {
             spodziewane = false;
             const TKlasa* typ = migawka.pola[nastepne].klasa;
-            if (!typ->Ma(ckObiektBazowy)) {
+            if (!typ->Ma(ckObiektBazowy | ckPoleWsk)) {
                 TPole* jest = Pole(nastepne);
                 TPole& pole = jest != nullptr ? *jest : UtworzPole(nastepne, typ);
                 const std::uint8_t stan = Stany()[nastepne];
