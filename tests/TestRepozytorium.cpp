@@ -257,6 +257,30 @@ TEST_F(Repozytorium, FabrykaUzywaRepozytorium) {
     r->WyrejestrujObiekt(IUsluga::IID, u"z fabryki");
 }
 
+// A parameter object that nobody else holds lives until the creation is over, and a handle counts one that it gets.
+TEST_F(Repozytorium, ObiektParametrowZyjePrzezWywolanie) {
+    const TRepozytorium r = NoweRepozytorium();
+    r->RejestrujObiekt(
+        IUsluga::IID, TUsluga::KlasaStatyczna(),
+        [](const TKlasa*, TObiektOgolny* wlasciciel, TObiektOgolny*, TArgumenty argumenty) -> TObiektOgolny* {
+            auto* parametr = static_cast<TZTParam*>(wlasciciel);
+            EXPECT_EQ(parametr->LiczbaReferencji(), 3); // the test's, and as owner and argument
+            EXPECT_EQ(argumenty[0].Obiekt(), parametr);
+            return parametr;
+        },
+        u"");
+    const TIntf<TZTParam> parametry = ZTParam({1, 2});
+    {
+        TUchwyt uchwyt;
+        const TArgument argumenty[] = {parametry.get()};
+        EXPECT_TRUE(r->DajUchwyt(uchwyt, IUsluga::IID, false, u"", parametry.get(), nullptr, argumenty));
+        EXPECT_EQ(uchwyt.Obiekt(), parametry.get());
+        EXPECT_EQ(parametry->LiczbaReferencji(), 2);
+        EXPECT_FALSE(uchwyt.OddajObiekt());
+    }
+    EXPECT_EQ(parametry->LiczbaReferencji(), 1);
+}
+
 TEST_F(Repozytorium, DrogaPrzezWlascicieli) {
     const TRepozytorium wlasne = NoweRepozytorium();
     wlasne->RejestrujObiekt(IUsluga::IID, &Fabryka, u"tu");

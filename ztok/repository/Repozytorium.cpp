@@ -1,6 +1,7 @@
 #include "ztok/repository/Repozytorium.h"
 
 #include <atomic>
+#include <vector>
 
 #include "ztok/kernel/DeklaracjaObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
@@ -17,6 +18,45 @@ namespace ztok {
 ZTOK_KLASA_DEF(TDaneObiektu, TObiekt)
 ZTOK_KLASA_DEF(TLista, TListaTypu<TDaneObiektu>)
 ZTOK_KLASA_DEF(TRepozytoriumKlas, TObiektLiczony)
+
+namespace {
+
+// Objects that live by their count.
+bool Liczony(const TObiektOgolny& obiekt) noexcept {
+    return obiekt.Klasa()->Ma(ckParametr) || obiekt.JestKlasy(TObiektLiczony::KlasaStatyczna());
+}
+
+void Policz(TObiektOgolny& obiekt, bool trzymaj) noexcept {
+    if (obiekt.Klasa()->Ma(ckParametr)) {
+        auto& parametr = static_cast<TObiektBazowy&>(obiekt);
+        static_cast<void>(trzymaj ? parametr._AddRef() : parametr._Release());
+    } else {
+        auto& liczony = static_cast<TObiektLiczony&>(obiekt);
+        static_cast<void>(trzymaj ? liczony._AddRef() : liczony._Release());
+    }
+}
+
+// Holds the parameter objects among the arguments of a creation while it runs.
+class TPrzytrzymane {
+  public:
+    TPrzytrzymane(TObiektOgolny* wlasciciel, TObiektOgolny* rodzic, TArgumenty argumenty) {
+        Dodaj(wlasciciel);
+        Dodaj(rodzic);
+        for (const TArgument& argument : argumenty)
+            if (argument.Tag() == TTag::Object)
+                Dodaj(argument.Obiekt());
+    }
+
+  private:
+    void Dodaj(TObiektOgolny* obiekt) {
+        if (obiekt != nullptr && obiekt->Klasa()->Ma(ckParametr))
+            parametry_.emplace_back(static_cast<TObiektBazowy*>(obiekt));
+    }
+
+    std::vector<TIntf<TObiektBazowy>> parametry_;
+};
+
+} // namespace
 
 // --- TUchwyt
 
@@ -39,8 +79,8 @@ void TUchwyt::Zeruj() noexcept {
     TObiektOgolny* obiekt = std::exchange(obiekt_, nullptr);
     if (!std::exchange(wlasny_, false))
         return;
-    if (obiekt->JestKlasy(TObiektLiczony::KlasaStatyczna()))
-        static_cast<TObiektLiczony*>(obiekt)->_Release();
+    if (Liczony(*obiekt))
+        Policz(*obiekt, false);
     else
         ZwolnijCicho(obiekt);
 }
@@ -51,8 +91,8 @@ void TUchwyt::UstawObiekt(TObiektOgolny* obiekt) noexcept {
     if (obiekt == nullptr)
         return;
     wlasny_ = true;
-    if (obiekt->JestKlasy(TObiektLiczony::KlasaStatyczna()))
-        static_cast<TObiektLiczony*>(obiekt)->_AddRef();
+    if (Liczony(*obiekt))
+        Policz(*obiekt, true);
     else if (obiekt->JestKlasy(TKomponent::KlasaStatyczna()))
         wlasny_ = static_cast<TKomponent*>(obiekt)->Wlasciciel() == nullptr;
 }
@@ -67,7 +107,7 @@ TObiektOgolny* TUchwyt::Obiekt() const noexcept {
 }
 
 TWlasny<TObiektOgolny> TUchwyt::OddajObiekt() noexcept {
-    if (!wlasny_ || obiekt_->JestKlasy(TObiektLiczony::KlasaStatyczna()))
+    if (!wlasny_ || Liczony(*obiekt_))
         return nullptr;
     wlasny_ = false;
     return TWlasny<TObiektOgolny>(std::exchange(obiekt_, nullptr));
@@ -252,6 +292,7 @@ bool TRepozytoriumKlas::DajKonstruktor(TKonstruktorKlasy& Konstruktor, const TGU
 
 bool TRepozytoriumKlas::DajUchwyt(TUchwyt& Uchwyt, const TGUID& GUID, bool Wymagany, std::u16string_view Identyfikator,
                                   TObiektOgolny* Wlasciciel, TObiektOgolny* Rodzic, TArgumenty Argumenty) {
+    const TPrzytrzymane przytrzymane(Wlasciciel, Rodzic, Argumenty);
     Uchwyt.Zeruj();
     TDaneObiektu kopia;
     TIntf<IRepozytoriumKlas> zewnetrzne;
