@@ -43,7 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dane, std::size_t ile)
     strumienie::TOporny bezOkna(bajty);
     fuzz::Wymagaj(przyjety == Czytaj(*inny, bezOkna), "the stream makes no difference");
     std::string zapis = Zapisz(*o);
-    fuzz::Wymagaj(zapis == Zapisz(*inny), "both reads give the same");
+    // The value before a fault may be there or not: that depends on how far the parser has read ahead.
+    fuzz::Wymagaj(!przyjety || zapis == Zapisz(*inny), "both reads give the same");
     // What lost its targets is written shorter the next time; then nothing changes any more.
     for (std::size_t dlugosc = zapis.size() + 1; zapis.size() < dlugosc;) {
         dlugosc = zapis.size();

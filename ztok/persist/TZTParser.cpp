@@ -137,7 +137,8 @@ bool TZTParser::ReadBuffer(bool koniecDozwolony) {
         if (std::cmp_greater(zachowane, maksTokenu_) && tekstOd_ != nullptr)
             BladLimitu();
         baza_ += od - bufor_;
-        std::memmove(bufor_, od, zachowane);
+        if (od != bufor_) // not every memmove looks at that: a long text read byte by byte would be copied each time
+            std::memmove(bufor_, od, zachowane);
 
         std::size_t rozmiar = rozmiar_;
         // Doubles when what is kept takes more than four fifths (4 * size < 5 * kept, which could overflow), and when
