@@ -85,10 +85,12 @@ TEST(LiczbyTekst, StoredFormReadsBackToTheSameBits) {
     for (const auto& p : przypadki)
         EXPECT_EQ(Utf8ZUtf16(FloatNaTekstDokladny(p.liczba, u)), Utf8ZUtf16(p.tekst));
     std::mt19937_64 losowe(5);
-    for (int i = 0; i < 60000; ++i) {
+    for (int i = 0; i < 120000; ++i) {
         const std::uint64_t bity = i % 3 == 0 ? losowe() & 0x800FFFFFFFFFFFFFU >> losowe() % 50 : losowe();
-        const double liczba =
-            i % 3 == 1 ? std::round(std::ldexp(double(bity), -44)) / 100 : std::bit_cast<double>(bity);
+        // Any bits; amounts; digits and powers of ten that are read the short way.
+        const double liczba = i % 6 == 1   ? std::round(std::ldexp(double(bity), -44)) / 100
+                              : i % 6 == 4 ? double(bity >> 11U) * std::pow(10, double(losowe() % 40) - 20)
+                                           : std::bit_cast<double>(bity);
         if (std::isnan(liczba))
             continue;
         const std::u16string tekst = FloatNaTekstDokladny(liczba, u);

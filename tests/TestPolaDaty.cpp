@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "Bledy.h"
+#include "ztok/fields/KonwersjeWartosci.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/kernel/Typypolbazowe.h"
 #include "ztok/platform/DatyTekst.h"
+#include "ztok/platform/Kodowania.h"
 
 using namespace ztok;
 
@@ -128,4 +131,66 @@ TEST(PolaDaty, PoleWObiekcie) {
     p->WczytajZeStrumienia(strumien);
     EXPECT_EQ(p->Porownaj(*o), 0);
     EXPECT_EQ(p->GetGodzina(), 0.75);
+}
+
+TEST(PolaDaty, FormaXML) {
+    constexpr double Czas = (10 * 3600 + 20 * 60 + 30) / 86400.0;
+    constexpr double Cwierc = 0.25 / 86400;
+    const double zle = std::nan("");
+    const struct {
+        std::u16string_view tekst;
+        double data, czas, oba; // a NaN: an error
+    } przypadki[] = {
+        {u"2015-01-02", 42006, zle, 42006},
+        {u"2015-01-02T", 42006, zle, 42006},
+        {u"2015-01-02 ", 42006, zle, 42006},
+        {u"2015-01-02T10:20:30", 42006, Czas, 42006 + Czas},
+        {u"2015-01-02 10:20:30", 42006, Czas, 42006 + Czas},
+        {u"02.01.2015 10:20:30.25", 42006, Czas + Cwierc, 42006 + Czas + Cwierc},
+        {u"1899-12-25T10:20:30.25", -5, Czas + Cwierc, -5 - Czas - Cwierc},
+        {u"2015-01-02T10:20:30.25+01:00", 42006, Czas + Cwierc, 42006 + Czas + Cwierc},
+        {u"2015-01-02T10:20:30+01:00", 42006, zle, 42006 + Czas},
+        {u"2015-01-02T10:20:30.25Z", 42006, zle, 42006 + Czas + Cwierc},
+        {u"2015-01-02T10:20:30Z", 42006, zle, 42006 + Czas},
+        {u"2015-01-02Z", zle, zle, 42006},
+        {u"2015-01-02T10:20:30.25-01:00", 42006, zle, zle}, // the "-" belongs to dates
+        {u"10:20:30", zle, Czas, zle},
+        {u"10:20", zle, Czas - 30 / 86400.0, zle},
+        {u"2015-01-02Tx", zle, zle, zle},
+        {u"T10:20:30", zle, Czas, zle},
+        {u"", zle, zle, zle},
+    };
+    const auto sprawdz = [](double (*funkcja)(std::u16string_view), std::u16string_view tekst, double wzor) {
+        if (std::isnan(wzor))
+            EXPECT_THROW((void)funkcja(tekst), EBladKonwersji);
+        else
+            EXPECT_NEAR(funkcja(tekst), wzor, 1e-10);
+    };
+    for (const auto& p : przypadki) {
+        SCOPED_TRACE(testing::Message() << "row " << &p - przypadki);
+        sprawdz(ZTOKXMLToDate, p.tekst, p.data);
+        sprawdz(ZTOKXMLToTime, p.tekst, p.czas);
+        sprawdz(ZTOKXMLToDateTime, p.tekst, p.oba);
+    }
+    EXPECT_EQ(testy::Blad<EBladKonwersji>([] { (void)ZTOKXMLToTime(u"10:20:30.x+1"); }),
+              u"'0.x' nie jest poprawną liczbą zmiennoprzecinkową");
+    EXPECT_EQ(ZTOKDateTimeToXML(42006), u"2015-01-02");
+    EXPECT_EQ(ZTOKDateTimeToXML(42006, true), u"2015-01-02T00:00:00");
+    EXPECT_EQ(ZTOKDateTimeToXML(42006.75), u"2015-01-02T18:00:00");
+    for (const double wartosc : {42006.0, 42006.75, 0.25, -5.25, 0.0, 2958465.5})
+        EXPECT_EQ(ZTOKXMLToDateTime(ZTOKDateTimeToXML(wartosc)), wartosc);
+}
+
+// The kernel's own formats read back, also when a format's separator is not the one that the settings name.
+TEST(PolaDaty, FormatJadraWraca) {
+    TUstawieniaFormatu& format = JadroKlas()->Format();
+    for (const char16_t* data : {u"yyyy-MM-dd", u"yyyy/MM/dd", u"dd.MM.yyyy", u"M/d/yyyy", u"d/M/yy"})
+        for (const char16_t separator : {u'-', u'.', u'/'}) {
+            format.krotkiFormatDaty = data;
+            format.separatorDaty = separator;
+            const std::u16string tekst = ZTOKDateTimeToStr(42006.75);
+            EXPECT_EQ(ZTOKStrToDateTime(tekst), 42006.75) << Utf8ZUtf16(tekst);
+            EXPECT_EQ(ZTOKXMLToDateTime(ZTOKDateTimeToXML(42006.75)), 42006.75) << Utf8ZUtf16(tekst);
+        }
+    JadroKlas()->UstawDefFormatDatyICzasu();
 }

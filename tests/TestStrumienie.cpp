@@ -21,8 +21,10 @@ namespace {
 
 constexpr std::size_t Porcje[] = {1, 2, 3, 5, 7, 13, 1024, 70000};
 
+// Runs of the tests beside each other have files of their own.
 std::u16string PlikProbny(const char* nazwa) {
-    return Utf16ZUtf8(testing::TempDir()) + u"ztok_próba_ł_" + Utf16ZUtf8(nazwa);
+    static const std::string przebieg = std::to_string(std::random_device()());
+    return Utf16ZUtf8(testing::TempDir()) + u"ztok_próba_ł_" + Utf16ZUtf8(przebieg + nazwa);
 }
 
 std::string Bajty(std::mt19937& los, std::size_t ile) {

@@ -47,4 +47,10 @@ POMIARY_FABRYKI(dane::TBaza)
 POMIARY_FABRYKI(dane::TZnaki)
 #undef POMIARY_FABRYKI
 
+// The same for the readable forms.
+std::unique_ptr<ISeria<dane::TBaza>> SeriaTekstuZtok(const dane::TBaza& dane, TUzycie uzycie);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaRapidJson(const dane::TBaza& dane, TUzycie uzycie);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaPugixmlAtrybuty(const dane::TBaza& dane, TUzycie uzycie);
+std::unique_ptr<ISeria<dane::TBaza>> SeriaPugixmlElementy(const dane::TBaza& dane, TUzycie uzycie);
+
 } // namespace pomiary

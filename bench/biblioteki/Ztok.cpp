@@ -86,7 +86,25 @@ dane::TZnaki JakoStruktury(const TZnaki& znaki) {
     return wynik;
 }
 
-template <class TKorzen, class TDane> class TSeriaZtok final : public ISeria<TDane> {
+// The two forms of our own.
+struct TBinarnie {
+    static void Zapisz(const ztok::TObiektBazowy& obiekt, ztok::TStrumien& strumien) {
+        obiekt.ZapiszWStrumieniu(strumien);
+    }
+    static void Wczytaj(ztok::TObiektBazowy& obiekt, ztok::TStrumien& strumien) {
+        obiekt.WczytajZeStrumienia(strumien);
+    }
+};
+struct TTekstowo {
+    static void Zapisz(const ztok::TObiektBazowy& obiekt, ztok::TStrumien& strumien) {
+        obiekt.ZapiszTekstowo(strumien, std::u16string_view());
+    }
+    static void Wczytaj(ztok::TObiektBazowy& obiekt, ztok::TStrumien& strumien) {
+        obiekt.WczytajTekstowo(strumien, std::u16string_view());
+    }
+};
+
+template <class TKorzen, class TDane, class TForma = TBinarnie> class TSeriaZtok final : public ISeria<TDane> {
   public:
     TSeriaZtok(const TDane& dane, TUzycie uzycie) : uzycie_(uzycie), drzewo_(ztok::Utworz<TKorzen>()) {
         Wypelnij(*drzewo_, dane);
@@ -96,13 +114,13 @@ template <class TKorzen, class TDane> class TSeriaZtok final : public ISeria<TDa
         if (uzycie_ == TUzycie::Zwykle)
             bajty_.SetSize(0); // gives the memory back
         bajty_.Seek(0, ztok::ESeek::Poczatek);
-        drzewo_->ZapiszWStrumieniu(bajty_);
+        TForma::Zapisz(*drzewo_, bajty_);
         return static_cast<std::size_t>(bajty_.GetPosition());
     }
     void Wczytaj() override {
         bajty_.Seek(0, ztok::ESeek::Poczatek);
         wczytane_ = ztok::Utworz<TKorzen>();
-        wczytane_->WczytajZeStrumienia(bajty_);
+        TForma::Wczytaj(*wczytane_, bajty_);
     }
     void Zniszcz() override { ztok::Zwolnij(wczytane_.Oddaj()); }
     [[nodiscard]] TDane Odtworz() const override { return JakoStruktury(static_cast<const TKorzen&>(*wczytane_)); }
@@ -121,6 +139,9 @@ std::unique_ptr<ISeria<dane::TBaza>> SeriaZtok(const dane::TBaza& dane, TUzycie 
 }
 std::unique_ptr<ISeria<dane::TZnaki>> SeriaZtok(const dane::TZnaki& dane, TUzycie uzycie) {
     return std::make_unique<TSeriaZtok<TZnaki, dane::TZnaki>>(dane, uzycie);
+}
+std::unique_ptr<ISeria<dane::TBaza>> SeriaTekstuZtok(const dane::TBaza& dane, TUzycie uzycie) {
+    return std::make_unique<TSeriaZtok<TBaza, dane::TBaza, TTekstowo>>(dane, uzycie);
 }
 
 } // namespace pomiary

@@ -35,6 +35,10 @@ void ZarejestrujModel(const dane::TBaza& baza);
 void DodajWzrostKopii(TTabela& tabela);
 // The cipher and the check sum.
 void ZarejestrujBajty();
+// Writing and reading the readable form: plainly, and tuned.
+inline constexpr const char* kOperacjeTekstu[] = {"invoices: write text", "invoices: read text and destroy",
+                                                  "invoices: write text, tuned",
+                                                  "invoices: read text and destroy, tuned"};
 // The tokenizer over the invoices in readable form; the second adds what follows from the times.
 void ZarejestrujTekst(const dane::TBaza& baza);
 void PodsumujTekst(TTabela& tabela);

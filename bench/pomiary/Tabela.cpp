@@ -9,8 +9,9 @@ namespace pomiary {
 namespace {
 
 constexpr char kRozdzielacz = '|';
-constexpr std::array kKolumny = {kZtok,  kCereal,  kFlatBuffers, kBoost, kProtobuf,   kProtobufArena, kIcu,
-                                 kIconv, kOpenSSL, kNettle,      kZlib,  kLibdeflate, kCpp,           kZtokSkalarnie};
+constexpr std::array kKolumny = {kZtok,      kCereal,       kFlatBuffers,  kBoost, kProtobuf,     kProtobufArena,
+                                 kRapidJson, kPugiAtrybuty, kPugiElementy, kIcu,   kIconv,        kOpenSSL,
+                                 kNettle,    kZlib,         kLibdeflate,   kCpp,   kZtokSkalarnie};
 constexpr bool Obca(std::string_view kolumna) {
     return kolumna != kZtok && kolumna != kCpp && kolumna != kZtokSkalarnie;
 }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 #include <string>
 
 #include <benchmark/benchmark.h>
@@ -27,6 +28,11 @@ template <class TDane>
 constexpr TBiblioteka<TDane> kBiblioteki[] = {
     {kZtok, &SeriaZtok},   {kCereal, &SeriaCereal},     {kFlatBuffers, &SeriaFlatBuffers},
     {kBoost, &SeriaBoost}, {kProtobuf, &SeriaProtobuf}, {kProtobufArena, &SeriaProtobufArena}};
+
+constexpr TBiblioteka<dane::TBaza> kFormyCzytelne[] = {{kZtok, &SeriaTekstuZtok},
+                                                       {kRapidJson, &SeriaRapidJson},
+                                                       {kPugiAtrybuty, &SeriaPugixmlAtrybuty},
+                                                       {kPugiElementy, &SeriaPugixmlElementy}};
 
 // Makes the series of a library, writes once, and checks that reading gives the data back. With a table the memory of a
 // tree goes there.
@@ -54,9 +60,10 @@ std::unique_ptr<ISeria<TDane>> UtworzSerie(const TBiblioteka<TDane>& biblioteka,
 template <class TDane> using TListaSerii = std::vector<TPozycjaListy<TDane>>;
 
 template <class TDane>
-TListaSerii<TDane> UtworzSerie(const TDane& dane, TUzycie uzycie, TTabela* tabela, std::string_view wierszPamieci) {
+TListaSerii<TDane> UtworzSerie(const TDane& dane, TUzycie uzycie, TTabela* tabela, std::string_view wierszPamieci,
+                               std::span<const TBiblioteka<TDane>> biblioteki = kBiblioteki<TDane>) {
     TListaSerii<TDane> serie;
-    for (const TBiblioteka<TDane>& biblioteka : kBiblioteki<TDane>)
+    for (const TBiblioteka<TDane>& biblioteka : biblioteki)
         serie.push_back({biblioteka.nazwa, UtworzSerie(biblioteka, dane, uzycie, tabela, wierszPamieci)});
     return serie;
 }
@@ -105,11 +112,16 @@ void Wszystko() {
     const auto serieZnakow = UtworzSerie(znaki, TUzycie::Zwykle, &tabela, "characters");
     const auto dostrojoneBazy = UtworzSerie(baza, TUzycie::Dostrojone, nullptr, {});
     const auto dostrojoneZnakow = UtworzSerie(znaki, TUzycie::Dostrojone, nullptr, {});
+    const std::span<const TBiblioteka<dane::TBaza>> czytelne(kFormyCzytelne);
+    const auto tekstyBazy = UtworzSerie(baza, TUzycie::Zwykle, &tabela, "invoices as text", czytelne);
+    const auto dostrojoneTeksty = UtworzSerie(baza, TUzycie::Dostrojone, nullptr, {}, czytelne);
     const std::size_t ileZnakow = dane::IleObiektow(znaki);
     ZarejestrujSerie("invoices: write", "invoices: read and destroy", serieBazy, obiekty);
     ZarejestrujSerie("characters: write", "characters: read and destroy", serieZnakow, ileZnakow);
     ZarejestrujSerie("invoices: write, tuned", "invoices: read and destroy, tuned", dostrojoneBazy, obiekty);
     ZarejestrujSerie("characters: write, tuned", "characters: read and destroy, tuned", dostrojoneZnakow, ileZnakow);
+    ZarejestrujSerie(kOperacjeTekstu[0], kOperacjeTekstu[1], tekstyBazy, obiekty);
+    ZarejestrujSerie(kOperacjeTekstu[2], kOperacjeTekstu[3], dostrojoneTeksty, obiekty);
     ZarejestrujFazy(baza);
     ZarejestrujOperacje(baza);
     ZarejestrujKodowania(baza);

@@ -1,11 +1,11 @@
 // The library's main job on real data: the Unicode character database becomes a tree of objects, which is saved to a
-// file, read back and proven equal; then sorted and searched. Characters refer to others: their upper case, their
-// parts.
+// file, read back and proven equal, in the binary form and as text; then sorted and searched. Characters refer to
+// others: their upper case, their parts.
 //
 //     znaki UnicodeData.txt Blocks.txt [FILE]
 //
-// The tree is saved to FILE, or to a temporary file. Ends with 0 when both trees are equal, 1 when they differ, 2 when
-// the data are not there or not as they should be.
+// The tree is saved to FILE and FILE.txt, or to temporary files. Ends with 0 when both trees are equal, 1 when they
+// differ, 2 when the data are not there or not as they should be.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -160,6 +160,33 @@ bool UsunZnak(ztok::TListaWskObiektow& wgNazw, std::u16string_view nazwa, const 
     return doNiego > 0 && IleOdniesien(wgNazw) == bylo - doNiego;
 }
 
+// Saves the tree as text and reads it back; the result is proven by its bytes. Says how large the text is and how fast.
+bool PrzezTekst(const TListaBlokow& bloki, std::uint32_t wyroznik, const std::u16string& plik) {
+    const auto sekundy = [](auto krok) {
+        const auto start = std::chrono::steady_clock::now();
+        krok();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    std::int64_t bajtow = 0;
+    const double zapis = sekundy([&] {
+        ztok::TStrumienPlikowy strumien(plik, ztok::ETrybPliku::Tworzenie);
+        bloki.ZapiszTekstowo(strumien);
+        strumien.Flush();
+        bajtow = strumien.GetSize();
+    });
+    TListaBlokow wczytane;
+    bool doKonca = false;
+    const double odczyt = sekundy([&] {
+        ztok::TStrumienPlikowy strumien(plik, ztok::ETrybPliku::Odczyt);
+        wczytane.WczytajTekstowo(strumien);
+        doKonca = strumien.Pozostalo() == 0;
+    });
+    const double megabajtow = static_cast<double>(bajtow) / 1e6;
+    std::printf("as text:    %lld bytes, written at %.0f MB/s and read at %.0f MB/s\n", static_cast<long long>(bajtow),
+                megabajtow / zapis, megabajtow / odczyt);
+    return doKonca && wczytane.DajWyroznikObiektu() == wyroznik && RowneOdniesienia(bloki, wczytane);
+}
+
 void WypiszPamiec(std::int64_t drzewa, std::int64_t obiektow) {
     std::printf("memory:     %lld allocations for two trees of %lld objects each", static_cast<long long>(drzewa),
                 static_cast<long long>(obiektow));
@@ -211,6 +238,7 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
     for (const ztok::TObiektBazowy* obiekt : wgNazw)
         zlozonych += static_cast<const TZnak*>(obiekt)->GetRozklad() != nullptr ? 1 : 0;
     WypiszPamiec(drzewa, 1 + 2 * std::int64_t{wczytane.IleObiektow()} + znakow + zlozonych);
+    const bool przezTekst = PrzezTekst(bloki, wyroznik, plik + u".txt");
     WypiszKategorie(wczytane);
     if (znak != nullptr)
         WypiszZnak(*znak);
@@ -228,6 +256,7 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
         {"the file is read to its end", doKonca},
         {"equal field by field, with letter case", rowne},
         {"equal by fingerprint", wyroznik == wyroznikWczytanych},
+        {"equal after the way through text", przezTekst},
         {"the same records are referred to", rowneOdniesienia && odniesien > 0},
         {"every name is found, and a path", znalezione && znak != nullptr && wgSciezki == znak->GetDuza()->GetNazwa()},
         {"one letter of another case is a difference", widac},
@@ -254,8 +283,10 @@ int main(int argc, char** argv) {
         const std::filesystem::path plik =
             argc == 4 ? std::filesystem::path(argv[3]) : std::filesystem::temp_directory_path() / "ztok-znaki.dat";
         const bool dobrze = Pokaz(argv[1], argv[2], plik.u16string());
-        if (argc != 4)
+        if (argc != 4) {
             std::filesystem::remove(plik);
+            std::filesystem::remove(std::filesystem::path(plik) += ".txt");
+        }
         return dobrze ? 0 : 1;
     } catch (const std::exception& blad) {
         std::fprintf(stderr, "znaki: %s\n", blad.what());

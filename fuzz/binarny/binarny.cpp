@@ -27,7 +27,7 @@ bool Czytaj(TWszystko& o, TStrumien& strumien, bool ansi) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dane, std::size_t ile) {
-    static const bool zarejestrowane = (probki::Rejestruj(), true);
+    static const bool zarejestrowane = (probki::Rejestruj(), RejestrujKlasy<TArrayOfConst>(), true);
     static_cast<void>(zarejestrowane);
     const std::string bajty(dane, dane + ile);
     for (const bool ansi : {false, true}) {

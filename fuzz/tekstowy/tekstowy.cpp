@@ -32,7 +32,7 @@ std::string Zapisz(const TWszystko& o) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dane, std::size_t ile) {
-    static const bool zarejestrowane = (probki::Rejestruj(), true);
+    static const bool zarejestrowane = (probki::Rejestruj(), RejestrujKlasy<TArrayOfConst>(), true);
     static_cast<void>(zarejestrowane);
     ParseBufSize = ile % 2 == 0 ? 131072 : 16;
     const std::string bajty(dane, dane + ile);

@@ -1,5 +1,6 @@
 #include "ztok/fields/KonwersjeWartosci.h"
 
+#include <cmath>
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
@@ -21,7 +22,7 @@ namespace {
 
 const TUstawieniaFormatu& FormatJadra() { return JadroKlas()->Format(); }
 
-// A date whose year stands last, put into the kernel's order; empty when the text is no such date.
+// A date whose year stands last, with the year first; empty when the text is no such date.
 std::u16string RokNaPoczatek(std::u16string_view tekst, char16_t separator) {
     const std::size_t pierwszy = tekst.find(separator);
     const std::size_t drugi = pierwszy == std::u16string_view::npos ? pierwszy : tekst.find(separator, pierwszy + 1);
@@ -70,9 +71,9 @@ double ZTOKStrToDate(std::u16string_view tekst) {
     for (char16_t& znak : kopia)
         if (znak == u'.' || znak == u'/' || znak == u'-')
             znak = format.separatorDaty;
-    if (const std::u16string odRoku = RokNaPoczatek(kopia, format.separatorDaty); !odRoku.empty())
-        kopia = odRoku;
-    if (!SprobujTekstNaDate(kopia, wartosc, format))
+    // A kernel format may have a separator that is not its own: then the text is in its order already.
+    if (!SprobujTekstNaDate(kopia, wartosc, format) &&
+        !SprobujTekstNaDate(RokNaPoczatek(kopia, format.separatorDaty), wartosc, format))
         throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaData), {tekst}));
     return wartosc;
 }
@@ -85,6 +86,56 @@ double ZTOKStrToDateTime(std::u16string_view tekst) {
     if (spacja == std::u16string_view::npos)
         return ZTOKStrToDate(tekst);
     return ZlaczDateICzas(ZTOKStrToDate(tekst.substr(0, spacja)), ZTOKStrToTime(tekst.substr(spacja + 1)));
+}
+
+namespace {
+
+// Where the date ends: the first "T", or else the first blank.
+std::size_t KoniecDatyXML(std::u16string_view tekst) noexcept {
+    const std::size_t t = tekst.find(u'T');
+    return t != std::u16string_view::npos ? t : tekst.find(u' ');
+}
+
+bool MaCzasXML(std::u16string_view tekst, std::size_t koniecDaty) noexcept {
+    return koniecDaty + 1 < tekst.size() && tekst[koniecDaty + 1] >= u'0' && tekst[koniecDaty + 1] <= u'9';
+}
+
+} // namespace
+
+std::u16string ZTOKDateTimeToXML(double wartosc, bool zawszeCzas) {
+    std::u16string tekst = ZTOKDateToStr(wartosc);
+    if (zawszeCzas || wartosc != std::trunc(wartosc)) {
+        tekst += u'T';
+        tekst += ZTOKTimeToStr(wartosc);
+    }
+    return tekst;
+}
+
+double ZTOKXMLToDate(std::u16string_view tekst) {
+    const std::size_t koniec = KoniecDatyXML(tekst);
+    if (koniec != std::u16string_view::npos && (koniec + 1 == tekst.size() || MaCzasXML(tekst, koniec)))
+        tekst = tekst.substr(0, koniec);
+    return ZTOKStrToDate(tekst);
+}
+
+double ZTOKXMLToTime(std::u16string_view tekst) {
+    if (const std::size_t koniec = KoniecDatyXML(tekst); koniec != std::u16string_view::npos)
+        tekst.remove_prefix(koniec + 1);
+    const std::size_t kropka = tekst.find(u'.');
+    const double czas = ZTOKStrToTime(tekst.substr(0, kropka));
+    if (kropka == std::u16string_view::npos)
+        return czas;
+    std::u16string ulamek = u"0";
+    ulamek += tekst.substr(kropka);
+    return czas + ZTOKStrToFloat(std::u16string_view(ulamek).substr(0, ulamek.find(u'+'))) / 86400;
+}
+
+double ZTOKXMLToDateTime(std::u16string_view tekst) {
+    tekst = tekst.substr(0, tekst.find_last_of(u"+Z"));
+    const std::size_t koniec = KoniecDatyXML(tekst);
+    const double data = ZTOKXMLToDate(tekst);
+    return koniec != std::u16string_view::npos && MaCzasXML(tekst, koniec) ? ZlaczDateICzas(data, ZTOKXMLToTime(tekst))
+                                                                           : data;
 }
 
 bool ZTOKVarEmptyOrNull(const TWariant& wariant) noexcept { return wariant.JestPustyLubNull(); }

@@ -25,6 +25,17 @@ class TWariant;
 // A date; or a date, a blank and a time, joined by the sign of the date.
 [[nodiscard]] ZTOK_API double ZTOKStrToDateTime(std::u16string_view tekst);
 
+// Dates in XML. A date or a time alone is written as above; both are parted by "T", and the time of a whole day is left
+// out unless `zawszeCzas`. What is read may have a blank for the "T".
+[[nodiscard]] ZTOK_API std::u16string ZTOKDateTimeToXML(double wartosc, bool zawszeCzas = false);
+// The date, with or without a time behind it.
+[[nodiscard]] ZTOK_API double ZTOKXMLToDate(std::u16string_view tekst);
+// The time, with or without a date before it. Behind a "." stands a fraction of a second, and behind that a zone that
+// begins with "+" is passed over. EBladKonwersji too for a zone without a fraction, or with another sign.
+[[nodiscard]] ZTOK_API double ZTOKXMLToTime(std::u16string_view tekst);
+// A date, or a date and a time; a zone that begins with "+", or is "Z", is passed over.
+[[nodiscard]] ZTOK_API double ZTOKXMLToDateTime(std::u16string_view tekst);
+
 [[nodiscard]] ZTOK_API bool ZTOKVarEmptyOrNull(const TWariant& wariant) noexcept;
 // The variant's text shaped by a mask: a number or date pattern, names of a boolean ("yes;no"), names of a 32-bit
 // integer

@@ -4,8 +4,10 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/KonwersjeWartosci.h"
+#include "ztok/kernel/TJadroKlas.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
+#include "ztok/persist/WartosciTekstowe.h"
 #include "ztok/platform/DatyTekst.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
@@ -16,6 +18,20 @@ ZTOK_KLASA_DEF(TPoleDateTimeBazowe, TPole)
 ZTOK_KLASA_DEF(TPoleDate, TPoleDateTimeBazowe)
 ZTOK_KLASA_DEF(TPoleTime, TPoleDateTimeBazowe)
 ZTOK_KLASA_DEF(TPoleDateTime, TPoleDateTimeBazowe)
+
+namespace {
+
+double DataZTekstu(std::string_view bajty) {
+    double wartosc = 0;
+    return CzytajDate(bajty, JadroKlas()->Format(), wartosc) ? wartosc : ZTOKStrToDate(PolskiWide(bajty));
+}
+
+double CzasZTekstu(std::string_view bajty) {
+    double wartosc = 0;
+    return CzytajCzas(bajty, JadroKlas()->Format(), wartosc) ? wartosc : ZTOKStrToTime(PolskiWide(bajty));
+}
+
+} // namespace
 
 double TPoleDate::CzescDaty(double wartosc) noexcept { return std::trunc(wartosc); }
 
@@ -77,32 +93,31 @@ void TPoleDateTimeBazowe::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu*
     const TZapisTekstu zapis(strumien, zapisywacz);
     switch (Klasa()->kodPola) {
     case kpDate:
-        return zapis->ZapiszTekst(ZTOKDateToStr(wartosc_));
+        return zapis->ZapiszDate(wartosc_);
     case kpTime:
-        return zapis->ZapiszTekst(ZTOKTimeToStr(wartosc_));
+        return zapis->ZapiszCzas(wartosc_);
     default:
-        return zapis->ZapiszTekst(ZTOKDateTimeToStr(wartosc_));
+        return zapis->ZapiszDateICzas(wartosc_);
     }
 }
 
 void TPoleDateTimeBazowe::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
     ZglosOdczyt(*this, odczytywacz);
     const TOdczytTekstu odczyt(strumien, odczytywacz);
-    const std::u16string tekst = PolskiWide(odczyt->WczytajTekstAnsi());
-    const std::size_t spacja = tekst.find(u' ');
-    const std::u16string_view data = std::u16string_view(tekst).substr(0, spacja);
-    const std::u16string_view czas =
-        spacja == std::u16string::npos ? std::u16string_view(tekst) : std::u16string_view(tekst).substr(spacja + 1);
+    const std::string_view bajty = odczyt->WczytajTekstAnsi();
+    const std::size_t spacja = bajty.find(' ');
+    const std::string_view data = bajty.substr(0, spacja);
+    const std::string_view czas = spacja == std::string_view::npos ? bajty : bajty.substr(spacja + 1);
     switch (Klasa()->kodPola) {
     case kpDate:
-        wartosc_ = Czesc(ZTOKStrToDate(data));
+        wartosc_ = Czesc(DataZTekstu(data));
         break;
     case kpTime:
-        wartosc_ = Czesc(ZTOKStrToTime(czas));
+        wartosc_ = Czesc(CzasZTekstu(czas));
         break;
     default:
-        wartosc_ = spacja == std::u16string::npos ? ZTOKStrToDate(data)
-                                                  : ZlaczDateICzas(ZTOKStrToDate(data), ZTOKStrToTime(czas));
+        wartosc_ =
+            spacja == std::string_view::npos ? DataZTekstu(data) : ZlaczDateICzas(DataZTekstu(data), CzasZTekstu(czas));
     }
 }
 

@@ -24,15 +24,8 @@ std::u16string WgMaskiTekstu(std::u16string_view maska, std::u16string tekst, co
     return maska.empty() ? tekst : Formatuj(maska, {std::move(tekst)}, ustawienia);
 }
 
-// Most texts are short and right: they need no memory but the field's.
 void UstawUtf8(TTekstPola& cel, std::string_view bajty) {
-    constexpr std::size_t krotki = 256;
-    if (bajty.size() > krotki || !PoprawneUtf8(bajty)) {
-        cel.Ustaw(TOdczytywaczTekstu::DekodujTrescUTF8(bajty));
-        return;
-    }
-    char16_t znaki[krotki];
-    cel.Ustaw({znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki)});
+    TOdczytywaczTekstu::ZTresciUTF8(bajty, [&](std::u16string_view tekst) { cel.Ustaw(tekst); });
 }
 
 } // namespace

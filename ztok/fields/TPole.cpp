@@ -2,6 +2,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/fields/TZTParam.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -136,23 +137,15 @@ bool TPole::EdytujDane(TObiektBazowy* wlasciciel, bool flaga) { return EdytujDan
 
 bool TPole::EdytujDane(bool flaga) { return EdytujDane(static_cast<TObiektBazowy*>(nullptr), flaga); }
 
-bool TPole::EdytujDane(TArgumenty /*argumenty*/, bool /*flaga*/) { BladAbstrakcyjny(u"EdytujDane"); }
+bool TPole::EdytujDane(TArgumenty argumenty, bool flaga) {
+    const TIntf<TZTParam> parametry = ZTParam(argumenty, nullptr, flaga);
+    return EdytujDane(parametry.get(), flaga);
+}
 
 bool TPole::EdytujDaneWgKlasy(TObiektBazowy* wlasciciel, bool flaga, const TKlasa* granica) {
-    // Only parameter objects count; for any other owner the two calls do nothing.
-    struct TPrzytrzymanie {
-        TObiektBazowy* obiekt;
-        explicit TPrzytrzymanie(TObiektBazowy* o) : obiekt(o) {
-            if (obiekt != nullptr)
-                obiekt->_AddRef();
-        }
-        TPrzytrzymanie(const TPrzytrzymanie&) = delete;
-        TPrzytrzymanie& operator=(const TPrzytrzymanie&) = delete;
-        ~TPrzytrzymanie() {
-            if (obiekt != nullptr)
-                obiekt->_Release();
-        }
-    } const przytrzymanie(wlasciciel);
+    // Only parameter objects: another owner that counts may have no reference yet, and must not die of this one.
+    const TIntf<TObiektBazowy> przytrzymanie(wlasciciel != nullptr && wlasciciel->Klasa()->Ma(ckParametr) ? wlasciciel
+                                                                                                          : nullptr);
     if (granica == nullptr)
         granica = Klasa();
     for (const TKlasa* klasa = Klasa(); klasa != nullptr && KlasaADziedziczyPoB(klasa, granica);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -68,7 +69,8 @@ class ZTOK_API TPole : public TTrwaly {
     // given (see TypyPol.h). ZTException for a feature of a kind that has no value.
     [[nodiscard]] virtual std::int32_t PorownajZCecha(const TArgument& cecha, TRozmiarLiter rozmLiter,
                                                       std::uint32_t localeID) const;
-    // Runs the edit function registered for the field's class or its nearest ancestor; false when there is none.
+    // Runs the edit function registered for the field's class, or else the default one; returns its answer, false when
+    // there is none.
     virtual bool EdytujDane(TObiektBazowy* wlasciciel, bool flaga);
     // Binary form. Reading tells the reader about the field first.
     virtual void ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const;
@@ -85,9 +87,15 @@ class ZTOK_API TPole : public TTrwaly {
     // "class: value out of range = value", for messages.
     [[nodiscard]] std::u16string InfoWartPozaZakresem(const TWariant& wartosc) const;
 
+    // Without an owner, and with the arguments as a parameter object (TZTParam) in its place.
     bool EdytujDane(bool flaga);
     bool EdytujDane(TArgumenty argumenty, bool flaga);
-    // As EdytujDane; the search for an edit function ends at the class limit (null: the field's own class).
+    bool EdytujDane(std::initializer_list<TArgument> argumenty, bool flaga) {
+        return EdytujDane(TArgumenty(argumenty.begin(), argumenty.size()), flaga);
+    }
+    // As EdytujDane; the search for an edit function goes up from the field's class to the class limit, which is asked
+    // too (null: the field's own class alone). Then the default edit function is asked. A parameter object given as the
+    // owner is held meanwhile; one that nobody else holds is freed at the end.
     bool EdytujDaneWgKlasy(TObiektBazowy* wlasciciel, bool flaga, const TKlasa* granica = nullptr);
 
     // Whether a plain value is at its default, and a pointer null; objects of the model answer false.

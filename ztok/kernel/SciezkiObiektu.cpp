@@ -1,5 +1,6 @@
 // Paths: fields of a tree by name. The rules stand in docs/sciezki.md.
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TObiekt.h"
@@ -343,6 +344,12 @@ void DopiszDrzewo(std::u16string& tekst, std::u16string_view nazwa, const TPole&
             else
                 DopiszDrzewo(tekst, numer, *element, poziom + 1, licznik);
         }
+    } else if ((cechy & ckTablica) != 0) {
+        const auto& tablica = static_cast<const TArrayOfConst&>(pole);
+        tekst.append(2 * (poziom + 1), u' ').append(tablica.GetJakoString()).append(u"\r\n");
+        for (std::int32_t i = 0; i < tablica.Ile(); ++i)
+            if (const TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
+                DopiszDrzewo(tekst, u"[" + TWariant(i).JakoTekst16() + u"]", *element, poziom + 1, licznik);
     }
 }
 

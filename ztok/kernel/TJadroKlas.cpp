@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/NumeryKlas.h"
@@ -369,11 +370,16 @@ void ZwolnijLinkiObiektu(TObiektBazowy& obiekt, std::vector<TObiektBazowy*>& kol
             TPole* pole = zPolami.Pole(nr);
             if (pole == nullptr)
                 continue;
-            if (pole->Klasa()->Ma(ckObiekt | ckListaZObiektami))
+            if (pole->Klasa()->Ma(ckObiekt | ckListaZObiektami | ckTablica))
                 kolejka.push_back(static_cast<TObiektBazowy*>(pole));
             else if (pole->Klasa()->Ma(ckPoleWsk | ckListaWsk))
                 zPolami.SetMaWartosc(nr, false);
         }
+    } else if ((cechy & ckTablica) != 0) {
+        const auto& tablica = static_cast<const TArrayOfConst&>(obiekt);
+        for (std::int32_t i = 0; i < tablica.Ile(); ++i)
+            if (TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
+                kolejka.push_back(element);
     } else if ((cechy & ckListaZObiektami) != 0) {
         for (TObiektBazowy* element : static_cast<const TListaBazowa&>(obiekt))
             if (element != nullptr)

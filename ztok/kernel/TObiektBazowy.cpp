@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TArrayOfConst.h"
 #include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -149,6 +150,14 @@ bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {
     const std::uint32_t cechy = FRodzic->Klasa()->cechy;
     if ((cechy & ckLista) != 0) {
         const std::int32_t indeks = static_cast<const TListaBazowa*>(FRodzic)->ZnajdzObiekt(this);
+        nazwa = Formatuj(u"[%d]", {indeks});
+        return indeks >= 0;
+    }
+    if ((cechy & ckTablica) != 0) {
+        const auto& tablica = static_cast<const TArrayOfConst&>(*FRodzic);
+        std::int32_t indeks = tablica.Ile() - 1;
+        while (indeks >= 0 && tablica.Obiekt(indeks) != this)
+            --indeks;
         nazwa = Formatuj(u"[%d]", {indeks});
         return indeks >= 0;
     }

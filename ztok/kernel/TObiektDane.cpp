@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
@@ -575,6 +576,11 @@ void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisy
     const std::uint32_t cechy = obiekt.Klasa()->cechy;
     if ((cechy & ckObiekt) != 0) {
         static_cast<const TObiekt&>(obiekt).SprawdzZagniezdzeniePol(zapisywacz);
+    } else if ((cechy & ckTablica) != 0) {
+        const auto& tablica = static_cast<const TArrayOfConst&>(obiekt);
+        for (std::int32_t i = 0; i < tablica.Ile(); ++i)
+            if (const TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
+                SprawdzZagniezdzenie(*element, zapisywacz);
     } else if ((cechy & ckListaZObiektami) != 0) {
         const auto& lista = static_cast<const TListaBazowa&>(obiekt);
         const TKlasa* klasa = (cechy & ckListaObiektow) != 0 && lista.Jednorodna()

@@ -3,6 +3,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/KonwersjeWartosci.h"
+#include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaListowe.h"
@@ -10,6 +11,7 @@
 #include "ztok/fields/TPole.h"
 #include "ztok/fields/TPoleBoolean.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/fields/TZTParam.h"
 #include "ztok/fields/TypyPol.h"
 #include "ztok/fields/WyjatkiModelu.h"
 #include "ztok/kernel/DeklaracjaObiektu.h"

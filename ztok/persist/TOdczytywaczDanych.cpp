@@ -26,6 +26,19 @@ ZTOK_TLS_BLISKI constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullp
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
 constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
 
+// The entry that the test accepts, or null. What dies during a read was read lately, or stands next to what died before
+// it, as the elements of a list do: the search goes from the end and both ways from the place of the last one found.
+template <class T, class F> T* ZnajdzWpis(std::vector<T>& wpisy, std::size_t& ostatni, F toTen) noexcept {
+    const std::size_t ile = wpisy.size();
+    for (std::size_t k = 0; k < ile; ++k)
+        for (const std::size_t i : {ile - 1 - k, ostatni - k, ostatni + k}) // below zero it is a large number
+            if (i < ile && toTen(wpisy[i])) {
+                ostatni = i;
+                return &wpisy[i];
+            }
+    return nullptr;
+}
+
 } // namespace
 
 void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica) {
@@ -52,17 +65,19 @@ bool TOdczytywaczDanych::CzyKtosCzyta() noexcept { return czynneOdczyty.load(std
 
 void TOdczytywaczDanych::ZapomnijWCzynnych(const TPole& pole) noexcept {
     // An object that no reader has numbered, such as a hook's temporary one, needs no search.
-    if (pole.Klasa()->Ma(ckObiektBazowy) && !static_cast<const TObiektBazowy&>(pole).odczytany_)
+    const std::uint32_t cechy = pole.Klasa()->cechy;
+    const bool obiekt = (cechy & ckObiektBazowy) != 0;
+    if (obiekt && !static_cast<const TObiektBazowy&>(pole).odczytany_)
         return;
     for (TOdczytywaczDanych* o = biezacyOdczyt; o != nullptr; o = o->poprzedni_) {
-        // What dies during a read was read lately, if at all: the search goes from the end.
-        const auto obiekt = std::find(o->OdczObiekty.rbegin(), o->OdczObiekty.rend(), &pole);
-        if (obiekt != o->OdczObiekty.rend())
-            *obiekt = nullptr;
-        const auto wpis = std::find_if(o->OdczRef.rbegin(), o->OdczRef.rend(),
-                                       [&pole](const TWpisRef& w) { return w.pole == &pole; });
-        if (wpis != o->OdczRef.rend())
-            wpis->pole = nullptr;
+        if (obiekt)
+            if (auto* wpis =
+                    ZnajdzWpis(o->OdczObiekty, o->ostatniObiekt_, [&pole](const TPole* p) { return p == &pole; }))
+                *wpis = nullptr;
+        if ((cechy & (ckPoleWsk | ckListaWsk)) != 0)
+            if (auto* wpis =
+                    ZnajdzWpis(o->OdczRef, o->ostatniRef_, [&pole](const TWpisRef& w) { return w.pole == &pole; }))
+                wpis->pole = nullptr;
     }
 }
 

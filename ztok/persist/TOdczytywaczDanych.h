@@ -113,6 +113,8 @@ class ZTOK_API TOdczytywaczDanych {
     TLimityOdczytu limity_;
     std::int64_t zuzyte_ = 0;
     bool kazdePole_ = true;
+    std::size_t ostatniObiekt_ = 0; // places of those that died last
+    std::size_t ostatniRef_ = 0;
     TOdczytywaczDanych* poprzedni_; // readers that run on this thread
 };
 

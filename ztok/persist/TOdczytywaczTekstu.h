@@ -1,11 +1,14 @@
 // Reader of the readable form.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 #include "ztok/persist/TOdczytywaczDanych.h"
 #include "ztok/persist/TZTParser.h"
+#include "ztok/platform/Kodowania.h"
 
 namespace ztok {
 
@@ -31,6 +34,20 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     [[nodiscard]] std::u16string WczytajTekst();
     // Bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
     [[nodiscard]] static std::u16string DekodujTrescUTF8(std::string_view bajty);
+    // The same, given to `ustaw` as a view that ends with the call: most texts are short and right, and need no memory.
+    template <class F> static void ZTresciUTF8(std::string_view bajty, const F& ustaw) {
+        constexpr std::size_t krotki = 256;
+        char16_t znaki[krotki];
+        if (bajty.size() <= krotki) {
+            // What is ill-formed shows as U+FFFD, which is rare in texts.
+            const std::u16string_view tekst(znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki));
+            if (!MozeMiecZamiennik(tekst) || PoprawneUtf8(bajty)) {
+                ustaw(tekst);
+                return;
+            }
+        }
+        ustaw(std::u16string_view(DekodujTrescUTF8(bajty)));
+    }
     // The class name that the current token gives, as a symbol or as a text.
     [[nodiscard]] std::u16string NazwaKlasyTokenu() const;
     // The text of any token as it stands, for values that are not in quotes.
@@ -71,6 +88,18 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     };
 
   private:
+    // Whether U+FFFD may stand in the text: four units at a time, and a unit that looks alike does no harm.
+    [[nodiscard]] static bool MozeMiecZamiennik(std::u16string_view tekst) noexcept {
+        std::size_t i = 0;
+        for (; i + 4 <= tekst.size(); i += 4) {
+            std::uint64_t cztery = 0;
+            std::memcpy(&cztery, tekst.data() + i, sizeof cztery);
+            const std::uint64_t rozne = cztery ^ 0xFFFDFFFDFFFDFFFDU;
+            if (((rozne - 0x0001000100010001U) & ~rozne & 0x8000800080008000U) != 0)
+                return true;
+        }
+        return tekst.substr(i).find(u'\uFFFD') != std::u16string_view::npos;
+    }
     void WczytajNaglowek(const TObiektBazowy& korzen, std::u16string_view naglowek);
     void DopiszTekst();
 

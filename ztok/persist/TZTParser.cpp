@@ -15,6 +15,7 @@
 #include "ztok/fields/TypyPol.h"
 #include "ztok/fields/WyjatkiModelu.h"
 #include "ztok/persist/BlokBajtow.h"
+#include "ztok/persist/WartosciTekstowe.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/LiczbyTekst.h"
@@ -209,6 +210,14 @@ template <class TStop> bool TZTParser::PrzejdzDo(TStop stop) {
 }
 
 void TZTParser::PominBlanki() {
+    // What mostly parts tokens: nothing, or a line end. A NUL stands behind the last byte, so three can be looked at.
+    if (static_cast<unsigned char>(poz_[0]) > 32)
+        return;
+    if (poz_[0] == '\r' && poz_[1] == '\n' && static_cast<unsigned char>(poz_[2]) > 32) {
+        NowaLinia(poz_ + 1);
+        poz_ += 2;
+        return;
+    }
     for (char* p = poz_;;) {
         if (static_cast<unsigned char>(*p) > 32) {
             poz_ = p;
@@ -221,7 +230,8 @@ void TZTParser::PominBlanki() {
         const unsigned stop = znaki | zera | (1U << TBlokBajtow::kIle);
         const int ile = std::countr_zero(stop);
         if (const unsigned lf = blok.Rowne('\n') & (stop - 1) & ~stop; lf != 0) {
-            linia_ += std::popcount(lf);
+            for (unsigned bity = lf; bity != 0; bity &= bity - 1)
+                ++linia_;
             ostatniLf_ = baza_ + (p - bufor_) + std::bit_width(lf) - 1;
         }
         p += ile;
@@ -295,6 +305,22 @@ std::uint8_t TZTParser::NextToken() {
     if (tekstDo_ - tekstOd_ > maksTokenu_) [[unlikely]]
         BladLimitu();
     return token_;
+}
+
+bool TZTParser::NextToken(std::string_view nazwa) {
+    ZapomnijTresc();
+    PominBlanki();
+    const auto ile = static_cast<std::ptrdiff_t>(nazwa.size());
+    if (nazwa.empty() || koniec_ - poz_ <= ile || poz_[ile] != '=' || ile > maksTokenu_ ||
+        !RowneKrotkie(poz_, nazwa.data(), nazwa.size())) {
+        NextToken();
+        return false;
+    }
+    ZapamietajMiejsce();
+    tekstOd_ = poz_;
+    tekstDo_ = poz_ += ile;
+    token_ = Symbol;
+    return true;
 }
 
 void TZTParser::CzytajNazwe() {
@@ -439,9 +465,11 @@ std::int64_t TZTParser::TokenInt() const {
 
 double TZTParser::StringToFloat(std::string_view S) {
     // The usual form at once; all that is rare or wrong the long way.
+    if (double liczba = 0; CzytajRzeczywista(S, liczba))
+        return liczba;
     if (S.size() > 1 ? CzyCyfra(S[S[0] == '-' ? 1 : 0]) : !S.empty() && CzyCyfra(S[0])) {
         double liczba = 0;
-        const auto [gdzie, blad] = std::from_chars(S.data(), S.data() + S.size(), liczba);
+        const auto [gdzie, blad] = FloatZCyfr(S.data(), S.data() + S.size(), liczba);
         if (blad == std::errc() && gdzie == S.data() + S.size())
             return liczba;
     }
@@ -477,9 +505,88 @@ void TZTParser::SprawdzInny(std::uint8_t T) const {
     }
 }
 
-void TZTParser::CheckTokenSymbol(std::string_view S) const {
-    if (!TokenSymbolIs(S))
-        ErrorFmt(kmSpodziewanySymbol, {DoKomunikatu(S)});
+void TZTParser::BrakSymbolu(std::string_view S) const { ErrorFmt(kmSpodziewanySymbol, {DoKomunikatu(S)}); }
+
+// Whether a value from `od` is over at `p`: a blank parts it from the next token, and that token is neither
+// "+", which would go on with a text, nor ",", which could be a decimal comma. False where the buffer does not show it.
+bool TZTParser::JestKoniecWartosci(const char* od, const char* p) const noexcept {
+    if (static_cast<unsigned char>(*p) > 32 || p - od > maksTokenu_ || trybXML_)
+        return false;
+    while (p != koniec_ && static_cast<unsigned char>(*p) <= 32)
+        ++p;
+    return p != koniec_ && *p != '+' && *p != ',';
+}
+
+bool TZTParser::WezTekst(char cudzyslow, std::string_view& tekst) noexcept {
+    if (poz_[0] != '=' || poz_[1] != cudzyslow)
+        return false;
+    const char* const od = poz_ + 2;
+    for (const char* p = od;;) {
+        const TBlokBajtow blok(p);
+        const unsigned stop = blok.Rowne(cudzyslow) | blok.Rowne('\n') | blok.Rowne('\r') | blok.Rowne('\0');
+        if (stop == 0) {
+            p += TBlokBajtow::kIle;
+            continue;
+        }
+        p += std::countr_zero(stop);
+        if (*p != cudzyslow || !JestKoniecWartosci(od, p + 1))
+            return false;
+        tekst = {od, static_cast<std::size_t>(p - od)};
+        poz_ += p + 1 - poz_;
+        return true;
+    }
+}
+
+bool TZTParser::WezCalkowita(std::int64_t& liczba) noexcept {
+    if (*poz_ != '=')
+        return false;
+    const char* p = poz_ + 1;
+    const bool ujemna = *p == '-';
+    p += ujemna ? 1 : 0;
+    const char* const od = p;
+    std::int64_t cyfry = 0;
+    for (; CzyCyfra(*p) && p - od < std::numeric_limits<std::int64_t>::digits10; ++p)
+        cyfry = cyfry * 10 + (*p - '0');
+    if (p == od || !JestKoniecWartosci(poz_ + 1, p))
+        return false;
+    liczba = ujemna ? -cyfry : cyfry;
+    poz_ += p - poz_;
+    return true;
+}
+
+bool TZTParser::WezRzeczywista(double& liczba) noexcept {
+    if (*poz_ != '=')
+        return false;
+    const char* const od = poz_ + 1;
+    const char* p = od;
+    while (CzyCyfra(*p) || *p == '.' || *p == '-')
+        ++p;
+    if (!JestKoniecWartosci(od, p) || !CzytajRzeczywista({od, static_cast<std::size_t>(p - od)}, liczba))
+        return false;
+    poz_ += p - poz_;
+    return true;
+}
+
+bool TZTParser::WezDate(const TUstawieniaFormatu& format, double& wartosc) noexcept {
+    constexpr std::ptrdiff_t dlugosc = 10;
+    const char* const od = poz_ + 2;
+    if (koniec_ - od <= dlugosc || poz_[0] != '=' || poz_[1] != '"' || od[dlugosc] != '"' ||
+        !JestKoniecWartosci(od, od + dlugosc + 1) ||
+        !CzytajDate({od, static_cast<std::size_t>(dlugosc)}, format, wartosc))
+        return false;
+    poz_ += dlugosc + 3;
+    return true;
+}
+
+bool TZTParser::WezLogiczna(bool& wartosc) noexcept {
+    if (poz_[0] != '=')
+        return false;
+    const int ktora = LiteraLogiczna({poz_ + 1, 1});
+    if (ktora < 0 || !JestKoniecWartosci(poz_ + 1, poz_ + 2))
+        return false;
+    wartosc = ktora != 0;
+    poz_ += 2;
+    return true;
 }
 
 void TZTParser::HexToBinary(TStrumien& Strumien) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 namespace ztok {
 
 class TStrumien;
+struct TUstawieniaFormatu;
 
 // The longest token, unless a caller wants another bound: one unclosed quote must not take all memory.
 inline constexpr std::int64_t MaksTokenuDomyslny = 256LL * 1024 * 1024;
@@ -69,6 +71,10 @@ class ZTOK_API TZTParser {
     // or has a "#" without digits, and for a token longer than the bound.
     std::uint8_t NextToken();
 
+    // NextToken, told what name is expected. Whether that name is the token now, with "=" directly behind it; the token
+    // may be another one.
+    bool NextToken(std::string_view nazwa);
+
     // Kind of the current token.
     [[nodiscard]] std::uint8_t Token() const noexcept { return token_; }
     // Its text: of kinds 2 and 5 the decoded one, else the bytes as they stand. A view into the buffer, valid until the
@@ -85,7 +91,8 @@ class ZTOK_API TZTParser {
 
     // Whether the token is a symbol that equals S, ASCII letters in any case.
     [[nodiscard]] bool TokenSymbolIs(std::string_view S) const noexcept {
-        return token_ == Symbol && TrescTokenu().size() == S.size() && RownyBezWielkosci(S);
+        return token_ == Symbol && TrescTokenu().size() == S.size() &&
+               (std::memcmp(tekstOd_, S.data(), S.size()) == 0 || RownyBezWielkosci(S));
     }
     // The token as an integer: decimal or "$" and hexadecimal; the letters for false and true (N, T) are 0 and 1.
     // EZTParserError when it is none.
@@ -101,7 +108,27 @@ class ZTOK_API TZTParser {
             SprawdzInny(T);
     }
     // EZTParserError unless TokenSymbolIs(S).
-    void CheckTokenSymbol(std::string_view S) const;
+    void CheckTokenSymbol(std::string_view S) const {
+        if (!TokenSymbolIs(S)) [[unlikely]]
+            BrakSymbolu(S);
+    }
+
+    // Short cuts for "=" and a value, when both stand in the buffer directly behind the current token and what follows
+    // shows that the value ends there. The token stays the current one, and NextToken goes on behind the value. False,
+    // and nothing changes, for anything else: NextToken is the way to read it then.
+    //
+    // Whether "=" stands directly behind the current token.
+    [[nodiscard]] bool PrzedRowna() const noexcept { return *poz_ == '='; }
+    // A text of one part in these quotes, without any of them inside. The view is valid until NextToken.
+    [[nodiscard]] bool WezTekst(char cudzyslow, std::string_view& tekst) noexcept;
+    // Decimal digits, with an optional "-", that fit the type.
+    [[nodiscard]] bool WezCalkowita(std::int64_t& liczba) noexcept;
+    // An integer or a number with a point, up to 15 digits.
+    [[nodiscard]] bool WezRzeczywista(double& liczba) noexcept;
+    // A date in double quotes, when the format is the usual one.
+    [[nodiscard]] bool WezDate(const TUstawieniaFormatu& format, double& wartosc) noexcept;
+    // The letter for false or true.
+    [[nodiscard]] bool WezLogiczna(bool& wartosc) noexcept;
 
     // Decodes hexadecimal pairs, with blanks between them, up to a "}" into the stream. The current token is what
     // stands before the pairs; afterwards it is the "}". EZTParserError for anything that is no pair, and when the "}"
@@ -148,6 +175,8 @@ class ZTOK_API TZTParser {
     void CzytajTekstXML(bool tresc);
     [[nodiscard]] bool RownyBezWielkosci(std::string_view tekst) const noexcept;
     void SprawdzInny(std::uint8_t T) const;
+    [[noreturn]] void BrakSymbolu(std::string_view S) const;
+    [[nodiscard]] bool JestKoniecWartosci(const char* od, const char* p) const noexcept;
     [[noreturn]] void BladLimitu() const;
 
     TStrumien& strumien_;

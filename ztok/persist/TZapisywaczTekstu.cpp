@@ -1,14 +1,22 @@
 #include "ztok/persist/TZapisywaczTekstu.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/fields/KonwersjeWartosci.h"
+#include "ztok/fields/TPolaDaty.h"
+#include "ztok/fields/TPolaLiczbowe.h"
+#include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/fields/TPoleBoolean.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/persist/BlokBajtow.h"
+#include "ztok/persist/WartosciTekstowe.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
@@ -29,20 +37,13 @@ bool JestZnakiemSpecjalnym(char bajt, char cudzyslow) noexcept {
     return static_cast<unsigned char>(bajt) < 32 || bajt == cudzyslow;
 }
 
-// Bytes from the beginning that stand in quotes as they are. Eight at a time: a byte has its high bit set in `bity`
-// when it is below 32 or is the quotation mark (the bits below the first such byte are exact).
+// Bytes from the beginning that stand in quotes as they are.
 std::size_t DlugoscOdcinka(const char* bajty, std::size_t ile, char cudzyslow) noexcept {
-    constexpr std::uint64_t jedynki = 0x0101010101010101U;
-    constexpr std::uint64_t wysokie = 0x8080808080808080U;
-    const std::uint64_t wzor = jedynki * static_cast<unsigned char>(cudzyslow);
     std::size_t i = 0;
-    for (; i + 8 <= ile; i += 8) {
-        std::uint64_t slowo = 0;
-        std::memcpy(&slowo, bajty + i, 8);
-        const std::uint64_t rozne = slowo ^ wzor;
-        const std::uint64_t bity = (((slowo - jedynki * 32) & ~slowo) | ((rozne - jedynki) & ~rozne)) & wysokie;
-        if (bity != 0)
-            break;
+    for (; i + TBlokBajtow::kIle <= ile; i += TBlokBajtow::kIle) {
+        const TBlokBajtow blok(bajty + i);
+        if (const unsigned maska = blok.Miedzy(0, 31) | blok.Rowne(cudzyslow); maska != 0)
+            return i + static_cast<std::size_t>(std::countr_zero(maska));
     }
     while (i < ile && !JestZnakiemSpecjalnym(bajty[i], cudzyslow))
         ++i;
@@ -83,7 +84,29 @@ void TZapisywaczTekstu::ZapiszDokument(const TObiektBazowy& korzen, std::u16stri
         BuforZapisu->Flush();
 }
 
+// Begins a line with the text, as ZapiszLinie; null when the stream shows no room for it and `zapas` bytes more. What
+// stands there is written when ZatwierdzDo is told where it ends.
+char* TZapisywaczTekstu::MiejsceLinii(std::string_view tekst, std::size_t zapas) {
+    const std::size_t akapit = PominAkapity || PominKonceLinii || Akapit <= 0 ? 0 : static_cast<std::size_t>(Akapit);
+    char* cel = reinterpret_cast<char*>(Strumien->MiejsceZapisu(2 + akapit + tekst.size() + zapas));
+    if (cel == nullptr)
+        return nullptr;
+    if (PominKonceLinii) {
+        *cel++ = ' ';
+    } else {
+        *cel++ = '\r';
+        *cel++ = '\n';
+        for (std::size_t i = 0; i < akapit; ++i)
+            *cel++ = ZnakAkapitu;
+    }
+    return KopiujKrotki(cel, tekst);
+}
+
 void TZapisywaczTekstu::ZapiszLinie(std::string_view tekst) {
+    if (const char* koniec = MiejsceLinii(tekst, 0); koniec != nullptr) {
+        ZatwierdzDo(koniec);
+        return;
+    }
     if (PominKonceLinii)
         ZapiszTxt(" "); // what stands before must not run together with the text
     else
@@ -163,18 +186,128 @@ void TZapisywaczTekstu::ZapiszRef(const TPoleWskObiektu& pole) {
 }
 
 void TZapisywaczTekstu::ZapiszLiczbe(std::int64_t liczba) {
-    char znaki[24];
-    const auto wynik = std::to_chars(znaki, znaki + sizeof znaki, liczba);
-    ZapiszTxt({znaki, static_cast<std::size_t>(wynik.ptr - znaki)});
+    char znaki[kMiejsceWartosci];
+    ZapiszTxt({znaki, static_cast<std::size_t>(PiszCalkowita(liczba, znaki) - znaki)});
 }
 
 void TZapisywaczTekstu::ZapiszLiczbe(double liczba) {
     const TUstawieniaFormatu& format = JadroKlas()->Format();
+    char znaki[kMiejsceWartosci];
+    if (const char* koniec = PiszRzeczywista(liczba, format, znaki); koniec != nullptr) {
+        ZapiszTxt({znaki, static_cast<std::size_t>(koniec - znaki)});
+        return;
+    }
     const std::string tekst = PolskiAnsi(FloatNaTekstDokladny(liczba, format));
     if (std::isfinite(liczba) && (format.separatorDziesietny == u'.' || format.separatorDziesietny == u','))
         ZapiszTxt(tekst);
     else
         ZapiszTekst(tekst, Cudzyslow8Bit);
+}
+
+void TZapisywaczTekstu::ZapiszDate(double wartosc) {
+    char znaki[kMiejsceWartosci];
+    if (const char* koniec = PiszDate(wartosc, JadroKlas()->Format(), znaki); koniec != nullptr)
+        ZapiszTekst({znaki, static_cast<std::size_t>(koniec - znaki)}, CudzyslowSzeroki);
+    else
+        ZapiszTekst(ZTOKDateToStr(wartosc));
+}
+
+void TZapisywaczTekstu::ZapiszCzas(double wartosc) {
+    char znaki[kMiejsceWartosci];
+    if (const char* koniec = PiszCzas(wartosc, JadroKlas()->Format(), znaki); koniec != nullptr)
+        ZapiszTekst({znaki, static_cast<std::size_t>(koniec - znaki)}, CudzyslowSzeroki);
+    else
+        ZapiszTekst(ZTOKTimeToStr(wartosc));
+}
+
+void TZapisywaczTekstu::ZapiszDateICzas(double wartosc) {
+    char znaki[kMiejsceWartosci];
+    const TUstawieniaFormatu& format = JadroKlas()->Format();
+    char* data = PiszDate(wartosc, format, znaki);
+    if (data != nullptr)
+        *data++ = ' ';
+    if (const char* koniec = data == nullptr ? nullptr : PiszCzas(wartosc, format, data); koniec != nullptr)
+        ZapiszTekst({znaki, static_cast<std::size_t>(koniec - znaki)}, CudzyslowSzeroki);
+    else
+        ZapiszTekst(ZTOKDateTimeToStr(wartosc));
+}
+
+namespace {
+
+// A text that needs no codes, in its quotes; null for another. There is room for three bytes a unit and the quotes.
+char* PiszTekst(std::u16string_view tekst, char* cel) noexcept {
+    const std::size_t ile = tekst.empty() ? 0 : KodujUtf8(tekst.data(), tekst.size(), cel + 1);
+    if (DlugoscOdcinka(cel + 1, ile, CudzyslowSzeroki) < ile)
+        return nullptr;
+    cel[0] = cel[ile + 1] = CudzyslowSzeroki;
+    return cel + ile + 2;
+}
+
+// The same for 8-bit text, which takes its own size.
+char* PiszTekst(std::string_view bajty, char* cel) noexcept {
+    if (DlugoscOdcinka(bajty.data(), bajty.size(), Cudzyslow8Bit) < bajty.size())
+        return nullptr;
+    *cel++ = Cudzyslow8Bit;
+    cel = KopiujKrotki(cel, bajty);
+    *cel++ = Cudzyslow8Bit;
+    return cel;
+}
+
+} // namespace
+
+bool TZapisywaczTekstu::ZapiszLiniePola(std::string_view nazwa, const TPole& pole, unsigned kod) {
+    const auto linia = [&](std::size_t zapas, auto pisz) {
+        char* cel = MiejsceLinii(nazwa, zapas + 1);
+        if (cel == nullptr)
+            return false;
+        *cel++ = '=';
+        const char* koniec = pisz(cel);
+        if (koniec == nullptr)
+            return false;
+        ZatwierdzDo(koniec);
+        return true;
+    };
+    const auto calkowita = [&](std::int64_t liczba) {
+        return linia(kMiejsceWartosci, [&](char* cel) { return PiszCalkowita(liczba, cel); });
+    };
+    const auto tekst = [&](std::u16string_view znaki) {
+        return 3 * znaki.size() <= kWiersz &&
+               linia(3 * znaki.size() + 2, [&](char* cel) { return PiszTekst(znaki, cel); });
+    };
+    switch (kod) {
+    case kpBoolean:
+        return linia(1, [&](char* cel) {
+            return KopiujKrotki(cel, NieTak[static_cast<const TPoleBoolean&>(pole).Wartosc() ? 1 : 0].substr(0, 1));
+        });
+    case kpByte:
+        return calkowita(static_cast<const TPoleByte&>(pole).Wartosc());
+    case kpInteger:
+        return calkowita(static_cast<const TPoleInteger&>(pole).Wartosc());
+    case kpInt64:
+        return calkowita(static_cast<const TPoleInt64&>(pole).Wartosc());
+    case kpDouble:
+        return linia(kMiejsceWartosci, [&](char* cel) {
+            return PiszRzeczywista(static_cast<const TPoleDouble&>(pole).Wartosc(), JadroKlas()->Format(), cel);
+        });
+    case kpDate:
+        return linia(kMiejsceWartosci, [&](char* cel) {
+            *cel = CudzyslowSzeroki;
+            cel = PiszDate(static_cast<const TPoleDate&>(pole).Wartosc(), JadroKlas()->Format(), cel + 1);
+            if (cel != nullptr)
+                *cel++ = CudzyslowSzeroki;
+            return cel;
+        });
+    case kpString:
+        return tekst(static_cast<const TPoleString&>(pole).Wartosc());
+    case kpWideString:
+        return tekst(static_cast<const TPoleWideString&>(pole).Wartosc());
+    case kpRawByteString: {
+        const std::string& bajty = static_cast<const TPoleRawByteString&>(pole).Wartosc();
+        return bajty.size() <= kWiersz && linia(bajty.size() + 2, [&](char* cel) { return PiszTekst(bajty, cel); });
+    }
+    default:
+        return false;
+    }
 }
 
 void TZapisywaczTekstu::ZapiszTekst(std::u16string_view tekst) { ZapiszTekstWide(tekst, true); }

@@ -40,10 +40,12 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     // format cannot hold, EBladZapisu when the stream takes too few bytes.
     void ZapiszDokument(const TObiektBazowy& korzen, std::u16string_view naglowek = {});
 
+    // NOLINTBEGIN(readability-make-member-function-const): a writer that writes is no constant
     // Text as it stands; the same on a new line.
     void ZapiszTxt(std::string_view tekst) { Strumien->WriteBuffer(tekst.data(), tekst.size()); }
     void ZapiszLinie(std::string_view tekst);
     void ZapiszBufor(const void* bufor, std::size_t ile) { Strumien->WriteBuffer(bufor, ile); }
+    // NOLINTEND(readability-make-member-function-const)
     // Line end and indentation; nothing with PominKonceLinii.
     void NowaLinia();
     void ZapiszAkapit();
@@ -63,6 +65,16 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     // A real number in the form that reads back to the same bits, with the kernel's format settings. What the
     // tokenizer could not read as a number stands in quotes: NaN, infinities, unusual decimal separators.
     void ZapiszLiczbe(double liczba);
+
+    // A date, a time, or both with a blank between them, with the kernel's format settings.
+    void ZapiszDate(double wartosc);
+    void ZapiszCzas(double wartosc);
+    void ZapiszDateICzas(double wartosc);
+
+    // Writes a whole line, "name=value", at once. False, and nothing is written, when the stream shows no room for it
+    // or the value is not of the usual form: then ZacznijPole and the value's own operation write it. `nazwa` is a name
+    // that can stand in the text form; the field is exactly of the library's class of that code.
+    [[nodiscard]] bool ZapiszLiniePola(std::string_view nazwa, const TPole& pole, unsigned kod);
 
     // Begins a field: new line, name, "=". ZTException for a name that readers could not tell from the rest: one that
     // is no identifier, or is `object` or `end`.
@@ -86,6 +98,11 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     void ZapiszTekstWewn(std::string_view bajty, char cudzyslow);
 
   private:
+    [[nodiscard]] char* MiejsceLinii(std::string_view tekst, std::size_t zapas);
+    // NOLINTNEXTLINE(readability-make-member-function-const): as above
+    void ZatwierdzDo(const char* koniec) noexcept {
+        Strumien->Zapisano(static_cast<std::size_t>(koniec - reinterpret_cast<char*>(Strumien->MiejsceZapisu(1))));
+    }
     void ZapiszNazweKlasy(std::u16string_view nazwa);
     [[nodiscard]] std::string_view NazwaPola(const TObiekt& obiekt, int nrPola);
 

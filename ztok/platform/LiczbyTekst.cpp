@@ -319,6 +319,54 @@ std::u16string FloatNaTekstDokladny(double liczba, const TUstawieniaFormatu& ust
     return UlozOgolnie(NajkrotszeCyfry(liczba), ustawienia.separatorDziesietny);
 }
 
+std::from_chars_result FloatZCyfr(const char* od, const char* koniec, double& liczba) noexcept {
+    // W. D. Clinger, "How to read floating point numbers accurately", 1990: digits and a power of ten that doubles hold
+    // exactly give the right number in one operation, which rounds once.
+    static constexpr double potegi[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                        1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    constexpr int maksPotega = 22;
+    constexpr std::uint64_t maksCyfry = std::uint64_t{1} << 53U;
+    const auto ogolnie = [&] { return std::from_chars(od, koniec, liczba); };
+    const char* p = od;
+    const bool ujemna = p != koniec && *p == '-';
+    p += ujemna ? 1 : 0;
+    std::uint64_t cyfry = 0;
+    int ile = 0;    // significant digits
+    int miejsc = 0; // behind the point
+    bool kropka = false;
+    bool sa = false;
+    for (; p != koniec && ((*p >= '0' && *p <= '9') || (*p == '.' && !kropka)); ++p) {
+        if (*p == '.') {
+            kropka = true;
+            continue;
+        }
+        sa = true;
+        miejsc += kropka ? 1 : 0;
+        ile += ile != 0 || *p != '0' ? 1 : 0;
+        if (ile > 18) // more than 64 bits may hold
+            return ogolnie();
+        cyfry = cyfry * 10 + static_cast<unsigned>(*p - '0');
+    }
+    int wykladnik = 0;
+    if (p != koniec && (*p == 'e' || *p == 'E')) {
+        const bool minus = p + 1 != koniec && p[1] == '-';
+        p += minus || (p + 1 != koniec && p[1] == '+') ? 2 : 1;
+        const char* const cyfryWykladnika = p;
+        for (; p != koniec && *p >= '0' && *p <= '9' && p - cyfryWykladnika < 6; ++p)
+            wykladnik = wykladnik * 10 + (*p - '0');
+        if (p == cyfryWykladnika)
+            return ogolnie();
+        wykladnik = minus ? -wykladnik : wykladnik;
+    }
+    wykladnik -= miejsc;
+    if (!sa || p != koniec || cyfry > maksCyfry || wykladnik < -maksPotega || wykladnik > maksPotega)
+        return ogolnie();
+    const auto modul = static_cast<double>(static_cast<std::int64_t>(cyfry));
+    const double wynik = wykladnik < 0 ? modul / potegi[-wykladnik] : modul * potegi[wykladnik];
+    liczba = ujemna ? -wynik : wynik;
+    return {p, std::errc()};
+}
+
 bool SprobujTekstNaFloat(std::u16string_view tekst, double& liczba, const TUstawieniaFormatu& ustawienia) {
     while (!tekst.empty() && tekst.front() == u' ')
         tekst.remove_prefix(1);
@@ -335,7 +383,7 @@ bool SprobujTekstNaFloat(std::u16string_view tekst, double& liczba, const TUstaw
     if (koniec == nullptr)
         return WezSlowo(tekst, liczba);
     double wynik = 0;
-    const auto odczyt = std::from_chars(cel, koniec, wynik);
+    const auto odczyt = FloatZCyfr(cel, koniec, wynik);
     if (odczyt.ec == std::errc::result_out_of_range) {
         if (!JestZaMala(cel, koniec))
             return false;

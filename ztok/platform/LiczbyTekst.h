@@ -2,6 +2,7 @@
 // system's locale.
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -67,6 +68,10 @@ struct TLiczbaDziesietna {
                                                 const TUstawieniaFormatu& ustawienia);
 // The same; raises EBladKonwersji when the text is no number.
 [[nodiscard]] ZTOK_API double TekstNaFloat(std::u16string_view tekst, const TUstawieniaFormatu& ustawienia);
+
+// As std::from_chars for a real number, and right to the last bit on every target: where the C++ runtime was built with
+// x87 arithmetic, its short way for numbers of few digits rounds twice. That way is taken here instead.
+[[nodiscard]] std::from_chars_result FloatZCyfr(const char* od, const char* koniec, double& liczba) noexcept;
 
 // ---- decimal digits of a real number, from which all text forms are made
 

@@ -34,6 +34,7 @@ enum ECechyKlasy : std::uint32_t {
     ckPoleRef = 1U << 10U,        // TPoleRefObiektu
     ckParametr = 1U << 11U,       // parameter object: counted
     ckPoleTekstowe = 1U << 12U,   // a field whose value is text
+    ckTablica = 1U << 13U,        // TArrayOfConst
 
     // Which hooks a class of its own replaces; found by the compiler for each class (DeklaracjaKlasy.h), so that
     // classes that replace none pay for none.

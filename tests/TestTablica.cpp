@@ -1,0 +1,480 @@
+#include "ztok/fields/TArrayOfConst.h"
+
+#include <cmath>
+#include <cstring>
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "Bledy.h"
+#include "LosoweDrzewo.h"
+#include "StrumienieTestowe.h"
+#include "platforma/SystemTestowy.h"
+#include "ztok/kernel/Typypolbazowe.h"
+#include "ztok/platform/TObiektLiczony.h"
+#include "ztok/util/Zttypybazowe.h"
+
+using namespace ztok;
+using namespace probki;
+using strumienie::Bajty;
+using strumienie::Szesnastkowo;
+using strumienie::Wczytaj;
+using strumienie::Zapisz;
+using testy::Blad;
+
+namespace {
+
+struct ILiczony : IInterfejs {
+    static constexpr TGUID IID = Guid("{5A1C2D3E-4F50-4162-8394-A5B6C7D8E9F1}");
+};
+class TLiczony : public TImplementacja<TObiektLiczony, ILiczony> {
+  public:
+    using Bazowa = TImplementacja<TObiektLiczony, ILiczony>;
+    static const TKlasa* KlasaStatyczna() noexcept { ZTOK_DANE_KLASY(TLiczony, Bazowa, u"TLiczony"); }
+    [[nodiscard]] const TKlasa* Klasa() const noexcept override { return KlasaStatyczna(); }
+};
+
+// An object with an array among its fields, and a pointer that can lead into one.
+class TZTablica : public TObiekt {
+    ZTOK_OBIEKT(TZTablica, TObiekt, (0, Nazwa, String), (1, Dane, Obiekt<TArrayOfConst>), (2, Cel, Wsk<TZTablica>),
+                (3, Powiazany, Ref<TZTablica>))
+};
+
+std::string Tekst(const TObiektBazowy& obiekt) {
+    TZTMemoryStream strumien;
+    obiekt.ZapiszTekstowo(strumien);
+    const auto bajty = strumien.Zawartosc();
+    return {bajty.begin(), bajty.end()};
+}
+
+void ZTekstu(TObiektBazowy& obiekt, const std::string& tekst) {
+    TZTReadOnlyRawByteStream strumien(tekst);
+    obiekt.WczytajTekstowo(strumien);
+}
+
+// A stream of one element that a case of the tables holds, and the document of the same.
+std::string Dokument(const std::string& wiersz) { return "object TArrayOfConst\r\n" + wiersz + "\r\nend"; }
+
+class TablicaWartosci : public testing::Test {
+  protected:
+    void SetUp() override {
+        Rejestruj();
+        RejestrujKlasy<TZTablica, TArrayOfConst>();
+    }
+};
+
+TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
+    TAdres adres, dalszy;
+    adres.SetNumer(5);
+    dalszy.SetNumer(6);
+    const TZTMemoryStream obcy;
+    const TIntf<ILiczony> liczony(UtworzSurowy<TLiczony>());
+    const TKlasa* bezKlasy = nullptr;
+    static const int miejsca[2] = {};
+    const long double dziesiata = 0.1L;
+    struct TPrzypadek {
+        TArgument wartosc;
+        const char* bajty;      // behind the count
+        std::string tekst;      // the line, or the frame
+        TArgument wiekszy;      // a greater one of the kind; the value itself when there is none
+        bool wraca = true;      // reads back as it was; else as null of the kind
+        const char* d2007 = ""; // the bytes for a reader without Unicode, where they differ
+    };
+    const TPrzypadek przypadki[] = {
+        {-2, "00 FE FF FF FF", "Integer=-2", -1},
+        {true, "01 01", "Boolean=T", true},
+        {false, "01 00", "Boolean=N", true},
+        {'\'', "02 27", "Char=#39", 'a'},
+        {'\xB3', "02 B3", "Char='\xB3'", '\xBF'},
+        {1.5, "03 00 00 00 00 00 00 00 C0 FF 3F", "Extended=1.5", dziesiata * 100},
+        {-0.0, "03 00 00 00 00 00 00 00 00 00 80", "Extended=-0", dziesiata},
+        {dziesiata, "03 CD CC CC CC CC CC CC CC FB 3F", "Extended='CDCCCCCCCCCCCCCCFB3F'", 0.2},
+        {TArgument::ShortString("a'\x01"), "04 03 61 27 01", "ShortString='a'#39#1", TArgument::ShortString("b")},
+        {TArgument::Pointer(&miejsca[0]), "05 00 00 00 00", "Pointer=0", TArgument::Pointer(&miejsca[1]), false},
+        {TArgument::PChar("\xBF"), "06 01 BF", "PChar='\xBF'", TArgument::PChar("\xBF\xBF")},
+        {TArgument(&obcy), "07 0F 'TZTMemoryStream' 00 00 00 00", "Object=0", TArgument(&adres), false},
+        {TArgument(&adres), "07 06 'TAdres' 01 02 05 00 00 00", "object TAdres\r\nNumer=5\r\nend", &dalszy},
+        {adres.Klasa(), "08 06 'TAdres'", "Class=TAdres", TZTablica::KlasaStatyczna()},
+        {bezKlasy, "08 00", "Class=0", adres.Klasa()},
+        {u'ł', "09 42 01", "WideChar=\"\xC5\x82\"", u'ń'},
+        {u'\xD800', "09 00 D8", "WideChar=\"\xED\xA0\x80\"", u'\xD801'},
+        {TArgument::PWideChar(u"ż"), "0A 02 C5 BC", "PWideChar=\"\xC5\xBC\"", TArgument::PWideChar(u"żż")},
+        {std::string("\0\xFF", 2), "0B 02 00 FF", "AnsiString=#0'\xFF'", std::string("x")},
+        {TWaluta{-12345}, "0C C7 CF FF FF FF FF FF FF", "Currency=-12345", TWaluta{0}},
+        {liczony.get(), "0E 00 00 00 00", "Interface=0", liczony.get(), false},
+        {TArgument::WideString(u"\"ą"), "0F 03 22 C4 85", "WideString=#34\"\xC4\x85\"", TArgument::WideString(u"b")},
+        {INT64_MIN, "10 00 00 00 00 00 00 00 80", "Int64=-9223372036854775808", INT64_MAX},
+        {u"Łódź", "11 07 C5 81 C3 B3 64 C5 BA", "UnicodeString=\"\xC5\x81\xC3\xB3\x64\xC5\xBA\"", u"łódźX", true,
+         "0B 04 A3 F3 64 9F"},
+        {u"", "11 00", "UnicodeString=\"\"", u"a", true, "0B 00"},
+    };
+    TArrayOfConst wszystkie;
+    std::string bajtyWszystkich;
+    for (const TPrzypadek& p : przypadki) {
+        SCOPED_TRACE(p.tekst);
+        TArrayOfConst tablica, wieksza, czytana;
+        tablica.Dodaj(p.wartosc);
+        wieksza.Dodaj(p.wiekszy);
+        wszystkie.Dodaj(p.wartosc);
+        bajtyWszystkich += Bajty(p.bajty);
+        const std::string bajty = Zapisz(tablica);
+        EXPECT_EQ(Szesnastkowo(bajty), Szesnastkowo(Bajty("01") + Bajty(p.bajty)));
+        EXPECT_EQ(Tekst(tablica), Dokument(p.tekst));
+        TZapisywaczDanych d2007;
+        d2007.DaneDlaD2007 = true;
+        EXPECT_EQ(Szesnastkowo(Zapisz(tablica, &d2007)),
+                  Szesnastkowo(Bajty("01") + Bajty(*p.d2007 != 0 ? p.d2007 : p.bajty)));
+        for (const bool tekstem : {false, true}) {
+            if (tekstem)
+                ZTekstu(czytana, Dokument(p.tekst));
+            else
+                EXPECT_EQ(Wczytaj(czytana, bajty), static_cast<std::int64_t>(bajty.size()));
+            ASSERT_EQ(czytana.Ile(), 1);
+            EXPECT_EQ(czytana.Element(0).Tag(), p.wartosc.Tag());
+            EXPECT_EQ(czytana.Znajdz(p.wartosc) == 0, p.wraca);
+            EXPECT_EQ(czytana.Porownaj(tablica), p.wraca ? 0 : -1);
+            // To the bit: a real number that equals may still be another one. A class of a raw object is not kept.
+            if (p.wraca)
+                EXPECT_EQ(Szesnastkowo(Zapisz(czytana)), Szesnastkowo(bajty));
+            else
+                EXPECT_EQ(czytana.Znajdz(czytana.Element(0)), 0);
+        }
+        TArrayOfConst kopia;
+        kopia.Dodaj(u"before"); // gives way
+        kopia.Dodaj(1);
+        kopia.KopiujDane(tablica);
+        EXPECT_EQ(kopia.PorownajZObiektem(tablica, rlRozmLiterWazny), 0);
+        EXPECT_EQ(kopia.Ile(), 1);
+        const bool rosnie = wieksza.Znajdz(p.wartosc) < 0;
+        EXPECT_EQ(tablica.Porownaj(wieksza), rosnie ? -1 : 0);
+        EXPECT_EQ(wieksza.Porownaj(tablica), rosnie ? 1 : 0);
+        wieksza.Dodaj(0);
+        EXPECT_EQ(tablica.Porownaj(wieksza), -1); // the count first
+    }
+    EXPECT_EQ(Szesnastkowo(Zapisz(wszystkie)),
+              Szesnastkowo(std::string(1, static_cast<char>(std::size(przypadki))) + bajtyWszystkich));
+    EXPECT_EQ(wszystkie.IleKlas(), 2);
+
+    TArrayOfConst wariant;
+    wariant.Dodaj(TWariant(1));
+    EXPECT_EQ(Blad<ZTException>([&] { Zapisz(wariant); }), u"Brak implementacji ZapiszVariantWStrumieniu");
+    EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(wariant, Bajty("01 0D 00")); }),
+              u"Brak implementacji WczytajVariantZeStrumienia");
+    EXPECT_EQ(Blad<ZTException>([&] { ZTekstu(wariant, Dokument("Variant=1")); }),
+              u"Brak implementacji WczytajVariantTekstowo");
+}
+
+// Fills an array with anything that comes back, objects that hold arrays among it.
+class TLosowaTablica {
+  public:
+    explicit TLosowaTablica(std::uint32_t ziarno) : los_(ziarno), drzewo_(ziarno) {}
+
+    void Wypelnij(TZTablica& obiekt, int glebokosc) {
+        obiekty_.push_back(&obiekt);
+        if (drzewo_.Z(3) != 0)
+            obiekt.SetNazwa(drzewo_.Tekst());
+        TArrayOfConst& tablica = obiekt.GetDane();
+        for (std::uint32_t ile = drzewo_.Z(12); ile > 0; --ile)
+            Dodaj(tablica, glebokosc);
+        tablica.UstawNiepuste(CalyObiekt, true);
+    }
+    // Points the objects at one another once they are all there.
+    void Powiaz() {
+        for (TZTablica* obiekt : obiekty_) {
+            obiekt->SetCel(obiekty_[drzewo_.Z(obiekty_.size())]);
+            obiekt->SetPowiazany(obiekty_[drzewo_.Z(obiekty_.size())]);
+        }
+    }
+
+  private:
+    void Dodaj(TArrayOfConst& tablica, int glebokosc) {
+        std::string bajty(drzewo_.Z(300), '\0');
+        for (char& bajt : bajty)
+            bajt = static_cast<char>(los_());
+        const auto liczba = static_cast<std::int64_t>(std::uint64_t{los_()} << 32U | los_());
+        long double rzeczywista = 0;
+        std::memcpy(&rzeczywista, &liczba, sizeof liczba);
+        const auto wykladnik = static_cast<std::uint16_t>(los_());
+        std::memcpy(reinterpret_cast<char*>(&rzeczywista) + sizeof liczba, &wykladnik, sizeof wykladnik);
+        const double krotka = std::ldexp(static_cast<double>(liczba), static_cast<int>(drzewo_.Z(200)) - 150);
+        switch (static_cast<TTag>(drzewo_.Z(21))) {
+        case TTag::Integer:
+            return tablica.Dodaj(static_cast<std::int32_t>(liczba));
+        case TTag::Boolean:
+            return tablica.Dodaj(liczba % 2 == 0);
+        case TTag::Char:
+            return tablica.Dodaj(static_cast<char>(liczba));
+        case TTag::Extended:
+            return tablica.Dodaj(liczba % 2 == 0 ? TArgument(rzeczywista) : TArgument(krotka));
+        case TTag::ShortString:
+            return tablica.Dodaj(TArgument::ShortString(bajty));
+        case TTag::Pointer:
+            return tablica.Dodaj(nullptr);
+        case TTag::PChar:
+            return tablica.Dodaj(TArgument::PChar(bajty));
+        case TTag::Class:
+            return tablica.Dodaj(TAdres::KlasaStatyczna());
+        case TTag::WideChar:
+            return tablica.Dodaj(static_cast<char16_t>(liczba));
+        case TTag::PWideChar:
+            return tablica.Dodaj(TArgument::PWideChar(drzewo_.Tekst()));
+        case TTag::AnsiString:
+            return tablica.Dodaj(bajty);
+        case TTag::Currency:
+            return tablica.Dodaj(TWaluta{liczba});
+        case TTag::Interface:
+            return tablica.Dodaj(static_cast<IInterfejs*>(nullptr));
+        case TTag::WideString:
+            return tablica.Dodaj(TArgument::WideString(drzewo_.Tekst()));
+        case TTag::Int64:
+            return tablica.Dodaj(liczba);
+        case TTag::UnicodeString:
+            return tablica.Dodaj(drzewo_.Tekst());
+        default:
+            break;
+        }
+        if (glebokosc == 0)
+            tablica.DodajObiekt(nullptr);
+        else
+            Wypelnij(static_cast<TZTablica&>(*tablica.DodajObiekt(Utworz<TZTablica>())), glebokosc - 1);
+    }
+
+    std::mt19937 los_;
+    TLosoweDrzewo drzewo_;
+    std::vector<TZTablica*> obiekty_;
+};
+
+TEST_F(TablicaWartosci, LosoweWracajaZObuFormIZKopii) {
+    for (std::uint32_t ziarno = 0; ziarno < 150; ++ziarno) {
+        SCOPED_TRACE(ziarno);
+        const auto wzor = Utworz<TZTablica>();
+        TLosowaTablica losowa(ziarno);
+        losowa.Wypelnij(*wzor, 4);
+        losowa.Powiaz();
+        const std::string bajty = Zapisz(*wzor); // pointers are numbers there, so equal bytes are equal trees
+        const std::string tekst = Tekst(*wzor);
+        const auto zBajtow = Utworz<TZTablica>();
+        Wczytaj(*zBajtow, bajty);
+        const auto zTekstu = Utworz<TZTablica>();
+        ZTekstu(*zTekstu, tekst);
+        const auto kopia = wzor->KlonujObiekt(false);
+        zBajtow->KopiujDane(*zTekstu);
+        for (const TObiektBazowy* inny :
+             {static_cast<TObiektBazowy*>(zBajtow.get()), static_cast<TObiektBazowy*>(zTekstu.get()), kopia.get()}) {
+            ASSERT_EQ(Zapisz(*inny), bajty);
+            ASSERT_EQ(Tekst(*inny), tekst);
+        }
+        ASSERT_EQ(kopia->PorownajZObiektem(*wzor, rlRozmLiterWazny), 0);
+        static_cast<void>(wzor->DrzewoObiektu());
+        static_cast<void>(wzor->GetDane().GetJakoString());
+    }
+}
+
+TEST_F(TablicaWartosci, ObiektyIInterfejsyMajaJednegoWlasciciela) {
+    TZTablica wlasciciel;
+    TArrayOfConst& tablica = wlasciciel.GetDane();
+    EXPECT_FALSE(wlasciciel.PoleNiepuste(TZTablica::nrDane));
+    TAdres adres;
+    adres.SetUlica(u"Prosta");
+    TWlasny<TZTMemoryStream> obcy = Utworz<TZTMemoryStream>();
+    const TIntf<ILiczony> liczony(UtworzSurowy<TLiczony>());
+    const auto* licznik = static_cast<TObiektLiczony*>(ObiektZaInterfejsem(liczony.get()));
+    tablica.DodajWszystkie({1, &adres, TArgument(obcy.get()), liczony.get()});
+    EXPECT_NE(tablica.Obiekt(1), &adres);
+    EXPECT_EQ(tablica.Znajdz(&adres), 1);
+    EXPECT_EQ(tablica.Znajdz(&adres, 2), -1);
+    EXPECT_EQ(tablica.Obiekt(1)->Rodzic(), &tablica);
+    EXPECT_EQ(tablica.Obiekt(1)->DajSciezkeDoSiebie(), u"Dane[1]");
+    EXPECT_EQ(wlasciciel.GetTekstowoWgSciezki(u"Dane[1].Ulica"), u"Prosta");
+    EXPECT_FALSE(wlasciciel.SciezkaIstnieje(u"Dane[0].Ulica"));
+    EXPECT_EQ(licznik->LiczbaReferencji(), 2);
+    const TWlasny<TObiektBazowy> kopia = wlasciciel.KlonujObiekt(false);
+    EXPECT_EQ(licznik->LiczbaReferencji(), 3);
+
+    obcy.Ustaw(); // never looked at again
+    EXPECT_EQ(tablica.GetJakoString(), u"1; Adres: Ulica=Prosta; TZTMemoryStream; ");
+    EXPECT_EQ(kopia->Porownaj(wlasciciel), 0);
+    EXPECT_EQ(Zapisz(*kopia), Zapisz(wlasciciel));
+
+    TObiektBazowy* oddany = tablica.DodajObiekt(Utworz<TAdres>(), 0);
+    EXPECT_EQ(tablica.Obiekt(0), oddany);
+    tablica.DodajWszystkie(tablica.Elementy()); // of its own, while it grows
+    EXPECT_EQ(tablica.Ile(), 10);
+    EXPECT_EQ(licznik->LiczbaReferencji(), 4);
+    tablica.Ustaw(4, tablica.Element(0));
+    EXPECT_EQ(licznik->LiczbaReferencji(), 3);
+    EXPECT_NE(tablica.Obiekt(4), oddany);
+    {
+        TWlasny<TObiektBazowy> wyjety = tablica.WyjmijObiekt(0);
+        EXPECT_EQ(wyjety.get(), oddany);
+        EXPECT_EQ(wyjety->Rodzic(), nullptr);
+        EXPECT_FALSE(tablica.WyjmijObiekt(0));
+        EXPECT_EQ(tablica.Ile(), 9);
+    }
+    tablica.UstawWszystkie(tablica.Elementy().subspan(1, 2)); // the copied address, and what it stood beside
+    EXPECT_EQ(tablica.Ile(), 2);
+    EXPECT_EQ(tablica.Obiekt(0)->Rodzic(), &tablica);
+    EXPECT_EQ(licznik->LiczbaReferencji(), 2);
+    EXPECT_FALSE(tablica.Usun(2));
+    EXPECT_TRUE(tablica.Usun(0) && tablica.Usun(0));
+    EXPECT_TRUE(wlasciciel.PoleNiepuste(TZTablica::nrDane)); // set to nothing is not unset
+    EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "01 02 00");
+    EXPECT_TRUE(Tekst(wlasciciel).find("object Dane\r\nend") != std::string::npos);
+    wlasciciel.UstawNiepuste(TZTablica::nrDane, false);
+    EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "00");
+
+    // A part of the array's own tree is copied, but cannot be handed over.
+    tablica.Dodaj(&wlasciciel);
+    TObiektBazowy* wnuk = static_cast<TZTablica*>(tablica.Obiekt(0))->GetDane().DodajObiekt(Utworz<TArrayOfConst>());
+    EXPECT_NE(Blad<ZTException>(
+                  [&] { static_cast<TArrayOfConst*>(wnuk)->DodajObiekt(TWlasny<TObiektBazowy>(tablica.Obiekt(0))); }),
+              u"(no error)");
+    EXPECT_EQ(wnuk->DajSciezkeDoSiebie(), u"Dane[0].Dane[0]");
+    EXPECT_NE(Blad<ZTException>([&] { tablica.Ustaw(1, 1); }), u"(no error)");
+    EXPECT_NE(Blad<ZTException>([&] { static_cast<void>(tablica.Element(-1)); }), u"(no error)");
+    TArrayOfConst pelna;
+    for (int i = 0; i < TArrayOfConst::MaksElementow; ++i)
+        pelna.Dodaj(i);
+    EXPECT_NE(Blad<ZTException>([&] { pelna.DodajObiekt(Utworz<TAdres>()); }), u"(no error)");
+    EXPECT_EQ(Zapisz(pelna).substr(0, 2), "\xFF\xFF");
+}
+
+TEST_F(TablicaWartosci, WariantyITekst) {
+    TArrayOfConst tablica;
+    tablica.DodajWszystkie({1, true, 'x', 2.5, std::string("\xB3"), u"ż", TWaluta{15000}, INT64_MAX, u'W',
+                            TArgument::WideString(u"w"), nullptr, TWariant::Tablica({TWariant(1)})});
+    EXPECT_EQ(tablica.GetJakoString(), u"1; Tak; x; 2,5; ł; ż; 1,5; 9223372036854775807; W; w; ; 1 elem.");
+    const TWariant wariant = tablica.GetJakoVariant();
+    TArrayOfConst druga;
+    druga.SetJakoVariant(wariant);
+    EXPECT_TRUE(druga.GetJakoVariant() == wariant);
+    EXPECT_EQ(druga.Element(2).Tag(), TTag::AnsiString); // a variant has no characters
+    EXPECT_EQ(druga.PorownajZCecha(tablica.GetJakoString(), rlRozmLiterWazny, LocaleNiezmienny), 0);
+    EXPECT_EQ(druga.PorownajZCecha(&druga, rlRozmLiterWazny, LocaleNiezmienny), 0);
+    EXPECT_EQ(druga.PorownajZCecha(&tablica, rlRozmLiterWazny, LocaleNiezmienny), -1); // Char before AnsiString
+    EXPECT_TRUE(tablica.SaDaneUnicode(CalyObiekt) == false);
+    tablica.Dodaj(u"\u4E00");
+    EXPECT_TRUE(tablica.SaDaneUnicode(CalyObiekt) && !tablica.SaDaneUnicode(5));
+    EXPECT_NE(Blad<EBladAbstrakcyjny>([&] { tablica.SetJakoString(u"1; 2"); }), u"(no error)");
+    tablica.SetJakoString(u"");
+    EXPECT_FALSE(tablica.PoleNiepuste(CalyObiekt));
+    tablica.SetJakoVariant(7);
+    EXPECT_EQ(tablica.Znajdz(7), 0);
+    tablica.SetJakoVariant(TWariant::Null());
+    EXPECT_FALSE(tablica.PoleNiepuste(CalyObiekt));
+}
+
+TEST_F(TablicaWartosci, ZleDane) {
+    TArrayOfConst tablica;
+    const struct {
+        const char* bajty;
+        const char16_t* blad;
+    } zle[] = {
+        {"01 12 00", u"nieznany znacznik elementu 18"},
+        {"01 FF 00", u"nieznany znacznik elementu 255"},
+        {"01 07 04 'TNic' 00 00 00 00", u"TArrayOfConst: nieznana klasa TNic"},
+        {"01 08 04 'TNic'", u"TArrayOfConst: nieznana klasa TNic"},
+        {"01 07 0D 'TObiektBazowy' 00 00 00 00", u"TArrayOfConst: nieznana klasa TObiektBazowy"},
+        {"FF FF 05 00 00 00 00", u"licznik 32767 większy niż pozostałe dane"},
+        {"01 11 FF FF FF FF 41", u"licznik 1073741823 większy niż pozostałe dane"},
+    };
+    for (const auto& p : zle)
+        EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(tablica, Bajty(p.bajty)); }), p.blad) << p.bajty;
+
+    std::string duzo = "\xFF\xFF";
+    for (int i = 0; i < TArrayOfConst::MaksElementow; ++i)
+        duzo += Bajty("01 01");
+    TOpcjeOdczytu opcje;
+    opcje.limity.pamiec = 1'000'000;
+    EXPECT_EQ(Blad<ZTException>([&] {
+                  TZTReadOnlyRawByteStream strumien(duzo);
+                  tablica.WczytajZeStrumienia(strumien, opcje);
+              }),
+              u"przekroczono limit odczytu: pamięć w bajtach (1000000)");
+
+    const struct {
+        const char* wiersz;
+        const char16_t* blad;
+    } zlyTekst[] = {
+        {"Nic=1", u"Spodziewany identyfikator w linii 2 na pozycji 1"},
+        {"Integer 1", u"Spodziewany znak 3D w linii 2 na pozycji 9"},
+        {"Integer=2147483648", u"za duża wartość: 2147483648 w linii 2 na pozycji 9"},
+        {"Integer=x", u"Spodziewana liczba całkowita w linii 2 na pozycji 9"},
+        {"Pointer=1", u"za duża wartość: 1 w linii 2 na pozycji 9"},
+        {"Object=5", u"za duża wartość: 5 w linii 2 na pozycji 8"},
+        {"Char='ab'", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 6"},
+        {"WideChar=\"\"", u"Nieprawidłowa stała tekstowa w linii 2 na pozycji 10"},
+        {"AnsiString=7", u"Spodziewany tekst w linii 2 na pozycji 12"},
+        {"Extended='12x'", u"Spodziewana liczba ułamkowa w linii 2 na pozycji 10"},
+        {"Class=TNic", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 7"},
+        {"object TNic end", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 8"},
+        {"object TAdres Numer=1", u"Spodziewany identyfikator w linii 3 na pozycji 4"},
+    };
+    for (const auto& p : zlyTekst)
+        EXPECT_EQ(Blad<EZTParserError>([&] { ZTekstu(tablica, Dokument(p.wiersz)); }), p.blad) << p.wiersz;
+    ZTekstu(tablica, Dokument("extended=12,5 EXTENDED='0.5' Extended=7 boolean=1 unicodestring='a'#66+'c'"));
+    EXPECT_EQ(tablica.GetJakoString(), u"12,5; 0,5; 7; Tak; aBc");
+
+    // Cut short or changed at any byte: an error or an array, and the next read is as good as any.
+    const auto wzor = Utworz<TZTablica>();
+    TLosowaTablica losowa(11);
+    for (int i = 0; i < 5; ++i)
+        losowa.Wypelnij(*wzor, 2);
+    losowa.Powiaz();
+    const std::string calosc[] = {Zapisz(*wzor), Tekst(*wzor)};
+    std::mt19937 los(5);
+    for (int proba = 0; proba < 6000; ++proba) {
+        const bool tekstem = proba % 3 == 0;
+        std::string zepsute = calosc[tekstem ? 1 : 0];
+        if (proba % 2 == 0)
+            zepsute.resize(los() % zepsute.size());
+        for (std::uint64_t i = los() % 3 + static_cast<unsigned>(proba % 2); i > 0 && !zepsute.empty(); --i)
+            zepsute[los() % zepsute.size()] = static_cast<char>(los());
+        const auto czytany = Utworz<TZTablica>();
+        try {
+            if (tekstem)
+                ZTekstu(*czytany, zepsute);
+            else
+                Wczytaj(*czytany, zepsute);
+        } catch (const EWyjatek&) { // what was read before the fault stays
+        }
+        const std::string odczytane = Zapisz(*czytany);
+        const auto drugi = Utworz<TZTablica>();
+        Wczytaj(*drugi, odczytane);
+        ASSERT_EQ(Zapisz(*drugi), odczytane) << proba;
+    }
+}
+
+// Arrays in arrays are levels like lists in lists, and 256 of them fit a small stack.
+TEST_F(TablicaWartosci, ZagniezdzenieMaGranice) {
+    const auto zagniezdzona = [](int poziomow) {
+        TWlasny<TArrayOfConst> tablica = Utworz<TArrayOfConst>();
+        for (int i = 1; i < poziomow; ++i) {
+            TWlasny<TArrayOfConst> nadrzedna = Utworz<TArrayOfConst>();
+            nadrzedna->DodajObiekt(std::move(tablica));
+            tablica = std::move(nadrzedna);
+        }
+        return tablica;
+    };
+    const auto zaGleboko = [](const std::function<void()>& dzialanie) {
+        return Blad<ZTException>(dzialanie).find(u"zagnieżdżenie obiektów głębsze niż 256") != std::u16string::npos;
+    };
+    systemTestowy::WMalymWatku([&] {
+        const auto dobra = zagniezdzona(256);
+        const auto druga = Utworz<TArrayOfConst>();
+        Wczytaj(*druga, Zapisz(*dobra));
+        ZTekstu(*druga, Tekst(*dobra));
+        EXPECT_EQ(druga->Porownaj(*dobra), 0);
+        EXPECT_EQ(Zapisz(*dobra->KlonujObiekt(false)), Zapisz(*dobra));
+        const auto zla = zagniezdzona(257);
+        EXPECT_TRUE(zaGleboko([&] { Zapisz(*zla); }));
+        EXPECT_TRUE(zaGleboko([&] { Tekst(*zla); }));
+        EXPECT_TRUE(zaGleboko([&] { druga->KopiujDane(*zla); }));
+        std::string bajty;
+        for (int i = 0; i < 300; ++i)
+            bajty += Bajty("01 07 0D 'TArrayOfConst'");
+        EXPECT_TRUE(zaGleboko([&] { Wczytaj(*druga, bajty + '\0'); }));
+    });
+}
+
+} // namespace
