@@ -236,6 +236,7 @@ TEST_F(FormatBinarny, BajtLogicznyZostajeJakByl) {
     Wczytaj(*o, Bajty("01 80 7B"));
     EXPECT_TRUE(o->GetTak());
     EXPECT_EQ(Szesnastkowo(Zapisz(*o)), "01 80 7B");
+    EXPECT_EQ(Szesnastkowo(Zapisz(*o->KlonujObiekt(false))), "01 80 7B");
 }
 
 TEST_F(FormatBinarny, DatyICzasy) {

@@ -11,30 +11,20 @@ namespace ztok {
 
 static_assert(std::endian::native == std::endian::little, "the lowest byte of a pointer is its first");
 
-namespace {
-
-// What the text takes, in the steps in which the pool gives memory: a text that takes as much fits the old one's place.
-constexpr std::size_t Rozmiar(std::size_t ile) noexcept {
-    const std::size_t rozmiar = sizeof(std::uint32_t) + ile * sizeof(char16_t);
-    return rozmiar > NajwiekszyBlokPuli ? rozmiar : (rozmiar + 15) / 16 * 16;
-}
-
-} // namespace
-
 void TTekstPola::Ustaw(std::u16string_view tekst) {
     const std::size_t bajtow = tekst.size() * sizeof(char16_t);
-    if (tekst.size() <= kNajdluzszyWMiejscu) {
+    if (tekst.size() <= kNajdluzszyWPolu) {
         unsigned char nowe[sizeof bajty_] = {static_cast<unsigned char>(tekst.size() << 1U | kKrotki)};
         if (!tekst.empty())
             std::memcpy(nowe + sizeof(char16_t), tekst.data(), bajtow);
-        if (MaBlok())
+        if (MaWlasnyBlok())
             ZwolnijBlok();
         std::memcpy(bajty_, nowe, sizeof bajty_);
         return;
     }
     if (MaBlok()) {
         TBlok* blok = Blok();
-        if (Rozmiar(blok->ile) == Rozmiar(tekst.size())) {
+        if (RozmiarBloku(blok->ile) == RozmiarBloku(tekst.size())) {
             std::memmove(static_cast<void*>(blok + 1), tekst.data(), bajtow);
             blok->ile = static_cast<std::uint32_t>(tekst.size());
             return;
@@ -42,36 +32,38 @@ void TTekstPola::Ustaw(std::u16string_view tekst) {
     }
     TTekstPola nowy;
     std::memcpy(nowy.Przygotuj(tekst.size()), tekst.data(), bajtow);
-    if (MaBlok())
+    if (MaWlasnyBlok())
         ZwolnijBlok();
     UstawBlok(nowy.Blok());
     nowy.bajty_[0] = kKrotki;
 }
 
-void TTekstPola::UstawUtf8(const char* bajty, std::size_t ile) {
-    if (ile <= kNajdluzszyWMiejscu) {
-        unsigned char nowe[sizeof bajty_] = {static_cast<unsigned char>(ile << 1U | kKrotki)};
-        unsigned wszystkie = 0;
-        for (std::size_t i = 0; i < ile; ++i) {
-            const auto bajt = static_cast<unsigned char>(bajty[i]);
-            nowe[sizeof(char16_t) * (i + 1)] = bajt;
-            wszystkie |= bajt;
-        }
-        if (wszystkie >= 0x80) {
-            char16_t znaki[kNajdluzszyWMiejscu];
-            return Ustaw({znaki, DekodujUtf8(bajty, ile, znaki)});
-        }
-        if (MaBlok())
-            ZwolnijBlok();
-        std::memcpy(bajty_, nowe, sizeof bajty_);
-        return;
+void TTekstPola::UstawKrotkiUtf8(const char* bajty, std::size_t ile) {
+    unsigned char nowe[sizeof bajty_] = {static_cast<unsigned char>(ile << 1U | kKrotki)};
+    unsigned wszystkie = 0;
+    for (std::size_t i = 0; i < ile; ++i) {
+        const auto bajt = static_cast<unsigned char>(bajty[i]);
+        nowe[sizeof(char16_t) * (i + 1)] = bajt;
+        wszystkie |= bajt;
     }
-    auto* nowy = static_cast<TBlok*>(pula::Przydziel(Rozmiar(ile)));
+    if (wszystkie >= 0x80) {
+        char16_t znaki[kNajdluzszyWPolu];
+        return Ustaw({znaki, DekodujUtf8(bajty, ile, znaki)});
+    }
+    if (MaWlasnyBlok())
+        ZwolnijBlok();
+    std::memcpy(bajty_, nowe, sizeof bajty_);
+}
+
+void TTekstPola::UstawUtf8(const char* bajty, std::size_t ile) {
+    if (ile <= kNajdluzszyWPolu)
+        return UstawKrotkiUtf8(bajty, ile);
+    auto* nowy = static_cast<TBlok*>(pula::Przydziel(RozmiarBloku(ile)));
     auto* miejsce = reinterpret_cast<char16_t*>(nowy + 1);
     const std::size_t znakow = DekodujUtf8(bajty, ile, miejsce);
-    if (znakow > kNajdluzszyWMiejscu && Rozmiar(znakow) == Rozmiar(ile)) [[likely]] {
+    if (znakow > kNajdluzszyWPolu && RozmiarBloku(znakow) == RozmiarBloku(ile)) [[likely]] {
         nowy->ile = static_cast<std::uint32_t>(znakow);
-        if (MaBlok())
+        if (MaWlasnyBlok())
             ZwolnijBlok();
         UstawBlok(nowy);
         return;
@@ -79,26 +71,57 @@ void TTekstPola::UstawUtf8(const char* bajty, std::size_t ile) {
     // Letters of two bytes made the block larger than the text needs.
     char16_t znaki[kNajdluzszyOdRazu];
     std::memcpy(znaki, miejsce, znakow * sizeof(char16_t));
-    pula::Zwolnij(nowy, Rozmiar(ile));
+    pula::Zwolnij(nowy, RozmiarBloku(ile));
     Ustaw({znaki, znakow});
+}
+
+std::size_t TTekstPola::UstawWMiejscu(std::u16string_view tekst, void* miejsce) noexcept {
+    if (tekst.size() <= kNajdluzszyWPolu) {
+        Ustaw(tekst);
+        return 0;
+    }
+    auto* blok = static_cast<TBlok*>(miejsce);
+    blok->ile = static_cast<std::uint32_t>(tekst.size());
+    std::memcpy(static_cast<void*>(blok + 1), tekst.data(), tekst.size() * sizeof(char16_t));
+    UstawBlok(blok);
+    bajty_[0] |= kCzesc;
+    return RozmiarBloku(tekst.size());
+}
+
+std::size_t TTekstPola::UstawUtf8WMiejscu(const char* bajty, std::size_t ile, void* miejsce) noexcept {
+    if (ile <= kNajdluzszyWPolu) {
+        UstawKrotkiUtf8(bajty, ile);
+        return 0;
+    }
+    auto* blok = static_cast<TBlok*>(miejsce);
+    auto* znaki = reinterpret_cast<char16_t*>(blok + 1);
+    const std::size_t znakow = DekodujUtf8(bajty, ile, znaki);
+    if (znakow <= kNajdluzszyWPolu) {
+        Ustaw({znaki, znakow});
+        return 0;
+    }
+    blok->ile = static_cast<std::uint32_t>(znakow);
+    UstawBlok(blok);
+    bajty_[0] |= kCzesc;
+    return RozmiarBloku(znakow);
 }
 
 char16_t* TTekstPola::Przygotuj(std::size_t ile) {
     if (ile > std::numeric_limits<std::uint32_t>::max())
         throw std::length_error("TTekstPola");
-    if (ile <= kNajdluzszyWMiejscu) {
+    if (ile <= kNajdluzszyWPolu) {
         Wyczysc();
         bajty_[0] = static_cast<unsigned char>(ile << 1U | kKrotki);
         return reinterpret_cast<char16_t*>(bajty_ + sizeof(char16_t));
     }
-    auto* nowy = static_cast<TBlok*>(pula::Przydziel(Rozmiar(ile)));
+    auto* nowy = static_cast<TBlok*>(pula::Przydziel(RozmiarBloku(ile)));
     nowy->ile = static_cast<std::uint32_t>(ile);
-    if (MaBlok())
+    if (MaWlasnyBlok())
         ZwolnijBlok();
     UstawBlok(nowy);
     return reinterpret_cast<char16_t*>(nowy + 1);
 }
 
-void TTekstPola::ZwolnijBlok() noexcept { pula::Zwolnij(Blok(), Rozmiar(Blok()->ile)); }
+void TTekstPola::ZwolnijBlok() noexcept { pula::Zwolnij(Blok(), RozmiarBloku(Blok()->ile)); }
 
 } // namespace ztok

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "ztok/platform/Eksport.h"
+#include "ztok/platform/Pula.h"
 
 namespace ztok {
 
@@ -18,7 +19,7 @@ class ZTOK_API TTekstPola {
     TTekstPola(const TTekstPola&) = delete;
     TTekstPola& operator=(const TTekstPola&) = delete;
     ~TTekstPola() {
-        if (MaBlok())
+        if (MaWlasnyBlok())
             ZwolnijBlok();
     }
 
@@ -34,10 +35,22 @@ class ZTOK_API TTekstPola {
     // The text of that many bytes of UTF-8, at most kNajdluzszyOdRazu, straight to its place. Raises as Ustaw does.
     void UstawUtf8(const char* bajty, std::size_t ile);
     static constexpr std::size_t kNajdluzszyOdRazu = 256;
+    // The same two for a text that was never set, whose units may stand at `miejsce`: room for RozmiarBloku(ile) bytes,
+    // aligned as the pool's blocks, that stays as long as the text does. Returns how many of them it took, 0 for a
+    // short text. A later change leaves the place for good, unless the new text fits it.
+    std::size_t UstawWMiejscu(std::u16string_view tekst, void* miejsce) noexcept;
+    std::size_t UstawUtf8WMiejscu(const char* bajty, std::size_t ile, void* miejsce) noexcept;
+    // What a text of that many units takes outside its field, in the steps in which the pool gives memory.
+    [[nodiscard]] static constexpr std::size_t RozmiarBloku(std::size_t ile) noexcept {
+        const std::size_t rozmiar = sizeof(TBlok) + ile * sizeof(char16_t);
+        return rozmiar > NajwiekszyBlokPuli ? rozmiar : (rozmiar + 15) / 16 * 16;
+    }
+    // A text of so many units stands in its field.
+    static constexpr std::size_t kNajdluzszyWPolu = sizeof(void*) / sizeof(char16_t) - 1;
     // Makes the text of that many units (1 or more), to be filled by the caller. Raises as Ustaw does.
     [[nodiscard]] char16_t* Przygotuj(std::size_t ile);
     void Wyczysc() noexcept {
-        if (MaBlok())
+        if (MaWlasnyBlok())
             ZwolnijBlok();
         bajty_[0] = kKrotki;
     }
@@ -48,18 +61,22 @@ class ZTOK_API TTekstPola {
     };
 
     // Blocks are aligned, so the lowest bit of the lowest byte tells a text in place: that byte then holds its length
-    // above the bit, and the units follow at the second one's place.
+    // above the bit, and the units follow at the second one's place. The next bit tells a block that is a part of
+    // another one and goes with it.
     static constexpr unsigned char kKrotki = 1;
-    static constexpr std::size_t kNajdluzszyWMiejscu = sizeof(void*) / sizeof(char16_t) - 1;
+    static constexpr unsigned char kCzesc = 2;
 
     [[nodiscard]] bool MaBlok() const noexcept { return (bajty_[0] & kKrotki) == 0; }
+    [[nodiscard]] bool MaWlasnyBlok() const noexcept { return (bajty_[0] & (kKrotki | kCzesc)) == 0; }
     [[nodiscard]] TBlok* Blok() const noexcept {
-        TBlok* blok;
-        std::memcpy(&blok, bajty_, sizeof blok);
-        return blok;
+        std::uintptr_t adres;
+        std::memcpy(&adres, bajty_, sizeof adres);
+        return reinterpret_cast<TBlok*>(adres & ~std::uintptr_t{kCzesc});
     }
     void UstawBlok(TBlok* blok) noexcept { std::memcpy(bajty_, &blok, sizeof blok); }
     void ZwolnijBlok() noexcept;
+    // Takes a text of up to kNajdluzszyWPolu bytes of UTF-8.
+    void UstawKrotkiUtf8(const char* bajty, std::size_t ile);
 
     alignas(void*) unsigned char bajty_[sizeof(void*)] = {kKrotki};
 };

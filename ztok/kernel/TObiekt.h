@@ -181,6 +181,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
 
   private:
     friend class TJadroKlas;
+    friend class TObiektBazowy; // ends its life
 
     // State of one field number: whether it holds a value, and what is known of the field object.
     enum TStanPola : std::uint8_t {
@@ -204,6 +205,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void UsunPole(TPole* pole, std::uint8_t stan) noexcept;
     void SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const;
     friend void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
+    void ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczDanych& zapisywacz) const;
     void WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TStrumien& strumien,
                        TOdczytywaczDanych& odczytywacz);
     void WczytajPoleNr(int nr, const TMigawkaOpisu& migawka, TStrumien& strumien, TOdczytywaczDanych& odczytywacz);
@@ -223,6 +225,9 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    [[nodiscard]] int ZarezerwujNaKopie(int ile, const TObiekt& zrodlo, const TMigawkaOpisu& migawka);
+    // Makes a copy of a plain field in the block; false when it has no place there.
+    bool KopiujDoMiejsca(int nr, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka, int& naTeksty);
     // Copies a field that is exactly of the library's class that its state names; false when this object's field is
     // not.
     bool KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka);

@@ -33,12 +33,15 @@ TObiektBazowy::TObiektBazowy(TObiektBazowy* wlasciciel) noexcept : FRodzic(wlasc
 
 TObiektBazowy::~TObiektBazowy() {
     DokonczZycie();
-    std::free(odwolania_);
+    if (odwolania_ != nullptr) [[unlikely]]
+        std::free(odwolania_);
 }
 
 void TObiektBazowy::PoUtworzeniu(std::uint32_t cechy) {
     bezBlokady_ = (cechy & ckWlasnaBlokada) == 0;
-    TworzSekcjeKrytyczna();
+    zwyklyKoniec_ = (cechy & (ckObiekt | ckWlasnaBlokada | ckWlasneZycie | ckWlasneZerowanie)) == ckObiekt;
+    if ((cechy & ckWlasneZycie) != 0)
+        TworzSekcjeKrytyczna();
 }
 
 // --- end of life
@@ -49,12 +52,18 @@ void TObiektBazowy::WykonajDestrukcje() {
     zakonczony_ = true;
     kontrola_.Zakoncz(*this);
     TOdczytywaczDanych::Zapomnij(*this);
-    TPierwszyBlad blad;
     const auto kontekst = [this](EKomunikat numer) {
         return [this, numer](std::u16string_view komunikat) {
             return FormatujBezWyjatku(Komunikat(numer), {NazwaKlasy(), DajSciezkeDoSiebie(), komunikat});
         };
     };
+    if (zwyklyKoniec_ && !MaJakiesRef()) [[likely]] { // only the fields are there to be cleared
+        auto& obiekt = static_cast<TObiekt&>(*this);
+        if (obiekt.FPola != nullptr)
+            ZKontekstem([&obiekt] { obiekt.ZwolnijPola(false); }, kontekst(kmWyjatekZerujDane));
+        return;
+    }
+    TPierwszyBlad blad;
     if (MaJakiesRef())
         blad.Wykonaj([&] { ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje)); });
     blad.Wykonaj([&] { ZKontekstem([this] { ZerujDane(); }, kontekst(kmWyjatekZerujDane)); });

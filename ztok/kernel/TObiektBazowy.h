@@ -249,10 +249,11 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
 
     TOdwolania* odwolania_ = nullptr;
-    bool bezBlokady_ = false; // known to lock nothing: no virtual call
-    bool zakonczony_ = false; // the end of life has run
-    bool trzymany_ = false;   // its parent holds it; asked before it is given away
-    bool odczytany_ = false;  // a reader has numbered it
+    bool bezBlokady_ : 1 = false;   // known to lock nothing: no virtual call
+    bool zwyklyKoniec_ : 1 = false; // an object with fields whose class adds nothing to its making, clearing and end
+    bool zakonczony_ = false;       // the end of life has run
+    bool trzymany_ = false;         // its parent holds it; asked before it is given away
+    bool odczytany_ = false;        // a reader has numbered it
     TZnakKontroli kontrola_;
 };
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <new>
 #include <type_traits>
 #include <vector>
@@ -22,6 +23,7 @@
 #include "ztok/persist/TZapisywaczDanych.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/Pula.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
 #include "ztok/util/ZTBledy.h"
@@ -334,6 +336,17 @@ std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumen
 
 // --- copy
 
+namespace {
+
+// More places for plain fields than this would only make the block too large for the pool.
+constexpr int kNajwiecejMiejsc = 24;
+// Places of a block, of 16 bytes each, for a text of so many units.
+int MiejscaTekstu(std::size_t ile) noexcept {
+    return ile <= TTekstPola::kNajdluzszyWPolu ? 0 : static_cast<int>(TTekstPola::RozmiarBloku(ile) / 16);
+}
+
+} // namespace
+
 void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     SprawdzKlase(zrodlo, TObiekt::KlasaStatyczna());
     const auto& obiekt = static_cast<const TObiekt&>(zrodlo);
@@ -343,12 +356,19 @@ void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     // A plain field of the library's goes straight over, unless the class has a say about it.
     const bool wprost = !Klasa()->Ma(ckWlasneTypyPol | ckWlasneUstawNiepuste);
     const TMigawkaOpisu& migawka = Migawka();
+    const bool doMiejsc = wprost && FPola == nullptr && obiekt.FPola != nullptr && !Klasa()->Ma(ckWlasneUtworzono);
+    int naTeksty = doMiejsc ? ZarezerwujNaKopie(std::min(ile, obiekt.ilePol_), obiekt, migawka) : 0;
     for (int nr = 0; nr < ile; ++nr) {
-        if (wprost && obiekt.Pole(nr) != nullptr) {
-            const std::uint8_t stan = obiekt.Stany()[nr];
-            if ((stan & (spWartosc | spObiekt | spDokladna)) == (spWartosc | spDokladna) &&
-                KopiujWprost(nr, *obiekt.FPola[nr], stan, migawka))
-                continue;
+        if (wprost) {
+            const TPole* skad = obiekt.Pole(nr);
+            const std::uint8_t stan = skad == nullptr ? 0 : obiekt.Stany()[nr];
+            if ((stan & (spWartosc | spObiekt | spDokladna)) == (spWartosc | spDokladna)) {
+                if ((doMiejsc && KopiujDoMiejsca(nr, *skad, stan, migawka, naTeksty)) ||
+                    KopiujWprost(nr, *skad, stan, migawka))
+                    continue;
+            } else if ((stan & (spWartosc | spObiekt)) == 0 && nr >= ilePol_) {
+                continue; // nothing there, nothing here
+            }
         }
         KopiujPole(nr, obiekt, kopier);
     }
@@ -384,6 +404,86 @@ bool PrzepiszWgKodu(unsigned kod, TPole& cel, const TPole& zrodlo) {
 }
 
 } // namespace
+
+// Makes a block for the copies of the plain fields that hold a value, and of their texts. Returns the places for texts.
+int TObiekt::ZarezerwujNaKopie(int ile, const TObiekt& zrodlo, const TMigawkaOpisu& migawka) {
+    const std::uint8_t* stany = zrodlo.Stany();
+    int pol = 0;
+    std::size_t naTeksty = 0;
+    int doPola = 0;
+    for (int nr = 0; nr < std::min(ile, migawka.ilePol); ++nr) {
+        const std::uint8_t stan = stany[nr];
+        if (zrodlo.FPola[nr] == nullptr || (stan & (spWartosc | spObiekt)) == 0)
+            continue;
+        doPola = nr + 1;
+        if ((stan & (spObiekt | spDokladna)) != spDokladna || migawka.pola[nr].kodProsty == kpInne)
+            continue;
+        ++pol;
+        if (stan >> 4U == kpString) {
+            const std::size_t znakow = static_cast<const TPoleString*>(zrodlo.FPola[nr])->Wartosc().size();
+            naTeksty += znakow <= NajwiekszyBlokPuli ? static_cast<std::size_t>(MiejscaTekstu(znakow)) : 0;
+        }
+    }
+    if (doPola == 0)
+        return 0;
+    pol = std::min(pol, kNajwiecejMiejsc);
+    const int pojemnosc = std::min((doPola + 7) / 8 * 8, migawka.ilePol);
+    if (BajtyBloku(pojemnosc, pol) + naTeksty * kMiejsce > NajwiekszyBlokPuli)
+        naTeksty = 0;
+    Zarezerwuj(pojemnosc, pol + static_cast<int>(naTeksty));
+    return static_cast<int>(naTeksty);
+}
+
+bool TObiekt::KopiujDoMiejsca(int nr, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka,
+                              int& naTeksty) {
+    // A copied object may have written to its parent, or cleared it.
+    if (nr >= std::min(pojPol_, migawka.ilePol) || zajete_ >= miejsca_ || Pole(nr) != nullptr)
+        return false;
+    const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
+    void* const miejsce = WolneMiejsce();
+    const auto wstaw = [&](TPole* pole, unsigned nowyStan) {
+        FPola[nr] = pole;
+        Stany()[nr] = static_cast<std::uint8_t>(nowyStan);
+        ilePol_ = std::max(ilePol_, nr + 1);
+        ++zajete_;
+    };
+    const auto liczba = [&]<class P>(std::type_identity<P>) {
+        P* pole = ::new (miejsce) P;
+        pole->UstawWartosc(static_cast<const P&>(zrodlo).Wartosc());
+        wstaw(pole, unsigned{pozycja.stan} | spWartosc);
+    };
+    switch (pozycja.kodProsty == stan >> 4U ? pozycja.kodProsty : std::uint8_t{kpInne}) {
+    case kpString: {
+        auto* pole = ::new (miejsce) TPoleString;
+        wstaw(pole, pozycja.stan);
+        const auto tekst = static_cast<const TPoleString&>(zrodlo).Wartosc();
+        const int naTekst = tekst.size() <= NajwiekszyBlokPuli ? MiejscaTekstu(tekst.size()) : miejsca_ + 1;
+        if (naTekst <= naTeksty && zajete_ + naTekst <= miejsca_) {
+            naTeksty -= naTekst;
+            pole->tekst_.UstawWMiejscu(tekst, WolneMiejsce());
+            zajete_ = static_cast<std::uint8_t>(zajete_ + naTekst);
+        } else {
+            pole->tekst_.Ustaw(tekst);
+        }
+        Stany()[nr] |= spWartosc;
+        return true;
+    }
+    case kpInteger:
+        liczba(std::type_identity<TPoleInteger>{});
+        return true;
+    case kpDouble:
+        liczba(std::type_identity<TPoleDouble>{});
+        return true;
+    case kpByte:
+        liczba(std::type_identity<TPoleByte>{});
+        return true;
+    case kpDate:
+        liczba(std::type_identity<TPoleDate>{});
+        return true;
+    default:
+        return false;
+    }
+}
 
 bool TObiekt::KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka) {
     const unsigned kod = stan >> 4U;
@@ -548,8 +648,6 @@ void ZapiszPole(const TPole& pole, unsigned kod, TStrumien& strumien, TZapisywac
     }
 }
 
-// More places for plain fields than this would only make the block too large for the pool.
-constexpr int kNajwiecejMiejsc = 24;
 // What a field counts for the reader's limit of memory.
 constexpr std::int64_t kPamiecPola = 48;
 
@@ -560,7 +658,6 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
         TZapisywaczDanych::ZapiszLicznik15(strumien, 0);
         return;
     }
-    TMapaPol mapa((static_cast<std::size_t>(ilePol_) + 7) / 8);
     const std::uint32_t cechy = Klasa()->cechy;
     const bool pytajKlase =
         !zapisywacz.ZapisWszystkichPol && ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
@@ -572,6 +669,14 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
         return (poStanie && (stan & (spWartosc | spObiekt)) == spWartosc && (stan >> 4U) != kpWskObiektu) ||
                PoleWZapisie(nr, pytajKlase, cechy, zapisywacz);
     };
+    if (ilePol_ <= TMigawkaOpisu::kPolaMaski) {
+        std::uint64_t pola = 0;
+        for (int nr = 0, ile = ilePol_; nr < ile; ++nr)
+            pola |= std::uint64_t{FPola[nr] != nullptr && bierze(nr)} << static_cast<unsigned>(nr);
+        ZapiszWprost(pola, strumien, zapisywacz);
+        return;
+    }
+    TMapaPol mapa((static_cast<std::size_t>(ilePol_) + 7) / 8);
     int ostatnie = -1;
     for (int nr = 0; nr < ilePol_; ++nr)
         if (FPola[nr] != nullptr && bierze(nr)) {
@@ -588,8 +693,76 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
         }
 }
 
+// The fields of the bits. Their bytes are bounded first: then plain ones go into the stream's window without more ado.
+void TObiekt::ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    const std::uint8_t* stany = Stany();
+    const bool utf8 = (zapisywacz.OpcjeZapisu & ozWin1250) == 0;
+    const auto kodPola = [stany](int nr) { return (stany[nr] & spDokladna) != 0 ? stany[nr] >> 4U : unsigned{kpInne}; };
+    std::size_t granica = 1 + sizeof bity;
+    for (std::uint64_t b = bity; b != 0; b &= b - 1) {
+        const int nr = std::countr_zero(b);
+        const std::size_t znakow =
+            kodPola(nr) == kpString ? static_cast<const TPoleString*>(FPola[nr])->Wartosc().size() : 2;
+        granica += znakow < TZapisywaczDanych::kKrotszyTekst ? 3 * znakow + 4 : 0;
+    }
+    const auto bajtow = (static_cast<std::size_t>(std::bit_width(bity)) + 7) / 8;
+    std::uint8_t* cel = strumien.MiejsceZapisu(granica);
+    std::uint8_t* p = cel;
+    if (cel != nullptr) {
+        *p++ = static_cast<std::uint8_t>(bajtow);
+        std::memcpy(p, &bity, sizeof bity);
+        p += bajtow;
+    } else {
+        TZapisywaczDanych::ZapiszLicznik15(strumien, static_cast<std::uint32_t>(bajtow));
+        strumien.WriteBuffer(&bity, bajtow);
+    }
+    const auto liczba = [&p]<class P>(std::type_identity<P>, const TPole& pole) {
+        const auto wartosc = static_cast<const P&>(pole).Wartosc();
+        std::memcpy(p, &wartosc, sizeof wartosc);
+        p += sizeof wartosc;
+    };
+    for (; bity != 0; bity &= bity - 1) {
+        const int nr = std::countr_zero(bity);
+        const TPole& pole = *FPola[nr];
+        const unsigned kod = kodPola(nr);
+        if (cel != nullptr) {
+            switch (kod) {
+            case kpString:
+                if (const auto tekst = static_cast<const TPoleString&>(pole).Wartosc();
+                    utf8 && tekst.size() < TZapisywaczDanych::kKrotszyTekst) {
+                    p = TZapisywaczDanych::UlozTekst(p, tekst);
+                    continue;
+                }
+                break;
+            case kpInteger:
+                liczba(std::type_identity<TPoleInteger>{}, pole);
+                continue;
+            case kpDouble:
+                liczba(std::type_identity<TPoleDouble>{}, pole);
+                continue;
+            case kpByte:
+                liczba(std::type_identity<TPoleByte>{}, pole);
+                continue;
+            case kpDate:
+                liczba(std::type_identity<TPoleDate>{}, pole);
+                continue;
+            default:
+                break;
+            }
+            strumien.Zapisano(static_cast<std::size_t>(p - cel));
+        }
+        ZapiszPole(pole, kod, strumien, zapisywacz);
+        // What an object does while it is written may change the bound.
+        if (cel != nullptr)
+            p = cel = kod == kpInne || kod == kpWskObiektu ? nullptr : strumien.MiejsceZapisu(granica);
+    }
+    if (cel != nullptr)
+        strumien.Zapisano(static_cast<std::size_t>(p - cel));
+}
+
 void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
-    ZerujDane();
+    if (FPola != nullptr || !zwyklyKoniec_)
+        ZerujDane();
     const std::uint32_t bajtow = TOdczytywaczDanych::WczytajLicznik15(strumien);
     if (bajtow == 0)
         return;
@@ -648,22 +821,96 @@ int IleBitow(std::uint64_t bity) noexcept {
 
 } // namespace
 
-// Nobody else has a say in the object's fields: they are made in its one block, in the order of the stream.
+namespace {
+
+// Reads in the stream's window through a pointer of its own, and moves the stream when it gives way.
+class TKursor {
+  public:
+    explicit TKursor(TStrumien& strumien) noexcept : strumien_(strumien) { Wez(); }
+    TKursor(const TKursor&) = delete;
+    TKursor& operator=(const TKursor&) = delete;
+    ~TKursor() { Oddaj(); }
+
+    void Wez() noexcept {
+        const auto okno = strumien_.Okno();
+        poczatek_ = poz_ = okno.data();
+        koniec_ = poz_ + okno.size();
+    }
+    void Oddaj() noexcept {
+        if (poz_ != poczatek_)
+            strumien_.Pomin(poz_ - poczatek_);
+        poczatek_ = poz_;
+    }
+    [[nodiscard]] const std::uint8_t* Poz() const noexcept { return poz_; }
+    [[nodiscard]] const std::uint8_t* Koniec() const noexcept { return koniec_; }
+    void Pomin(std::size_t ile) noexcept { poz_ += ile; }
+    void Czytaj(void* bufor, std::size_t ile) {
+        if (static_cast<std::size_t>(koniec_ - poz_) >= ile) [[likely]] {
+            std::memcpy(bufor, poz_, ile);
+            poz_ += ile;
+            return;
+        }
+        Oddaj();
+        strumien_.ReadBuffer(bufor, ile);
+        Wez();
+    }
+
+  private:
+    TStrumien& strumien_;
+    const std::uint8_t* poczatek_ = nullptr;
+    const std::uint8_t* poz_ = nullptr;
+    const std::uint8_t* koniec_ = nullptr;
+};
+
+// Bytes of a plain field in the stream by its code; 0 for a text and for what is not plain.
+constexpr std::uint8_t kBajtyLiczby[] = {0, 1, 1, 2, 2, 4, 4, 8, 8, 8, 8, 8, 0, 0, 0, 0};
+
+// A bound of what the texts of the record take that starts at the bytes given, as far as a look ahead tells.
+int MiejscaTekstow(std::uint64_t bity, const TMigawkaOpisu& migawka, const std::uint8_t* p,
+                   const std::uint8_t* koniec) noexcept {
+    int miejsca = 0;
+    for (; bity != 0; bity &= bity - 1) {
+        const unsigned kod = migawka.pola[std::countr_zero(bity)].kodProsty;
+        std::ptrdiff_t bajtow = kBajtyLiczby[kod];
+        if (kod == kpString) {
+            if (p == koniec || *p >= 0x80)
+                break;
+            bajtow = *p + 1;
+            miejsca += MiejscaTekstu(*p);
+        }
+        if (bajtow == 0 || koniec - p < bajtow)
+            break;
+        p += bajtow;
+    }
+    return miejsca;
+}
+
+} // namespace
+
+// Nobody else has a say in the object's fields: they are made in its one block, in the order of the stream, and so are
+// their texts.
 void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TStrumien& strumien,
                             TOdczytywaczDanych& odczytywacz) {
     if (bity == 0)
         return;
     odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1) +
                             kPamiecPola * IleBitow(bity));
-    const auto doPola = static_cast<int>(std::bit_width(bity));
-    Zarezerwuj(std::min((doPola + 7) / 8 * 8, migawka.ilePol),
-               std::min(IleBitow(bity & migawka.maskaProstych), kNajwiecejMiejsc));
+    TKursor kursor(strumien);
+    const int ile = std::min((static_cast<int>(std::bit_width(bity)) + 7) / 8 * 8, migawka.ilePol);
+    const int miejsca = std::min(IleBitow(bity & migawka.maskaProstych), kNajwiecejMiejsc);
+    int naTeksty =
+        odczytywacz.FOdczytANSI ? 0 : MiejscaTekstow(bity & migawka.maskaPol, migawka, kursor.Poz(), kursor.Koniec());
+    if (BajtyBloku(ile, miejsca + naTeksty) > NajwiekszyBlokPuli)
+        naTeksty = 0;
+    Zarezerwuj(ile, miejsca + naTeksty);
     for (; bity != 0; bity &= bity - 1) {
         const int nr = std::countr_zero(bity);
         const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
         // An object read before may have written to its parent, or cleared it.
         if (nr < ilePol_ && FPola[nr] != nullptr) [[unlikely]] {
+            kursor.Oddaj();
             WczytajPoleNr(nr, migawka, strumien, odczytywacz);
+            kursor.Wez();
             continue;
         }
         void* const miejsce = zajete_ < miejsca_ && nr < pojPol_ ? WolneMiejsce() : nullptr;
@@ -674,7 +921,7 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
             ++zajete_;
         };
         const auto liczba = [&]<class P, class W>(std::type_identity<P>, W wartosc) {
-            strumien.ReadBuffer(&wartosc, sizeof wartosc);
+            kursor.Czytaj(&wartosc, sizeof wartosc);
             P* pole = ::new (miejsce) P;
             pole->UstawWartosc(wartosc);
             wstaw(pole, unsigned{pozycja.stan} | spWartosc);
@@ -683,7 +930,25 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
         case kpString: {
             auto* pole = ::new (miejsce) TPoleString;
             wstaw(pole, pozycja.stan);
-            TOdczytywaczDanych::WczytajWideString(strumien, pole->tekst_, &odczytywacz);
+            const std::uint8_t* p = kursor.Poz();
+            // Most texts have a count of one byte and lie in the stream's window.
+            if (p != kursor.Koniec() && *p < 0x80 && *p < kursor.Koniec() - p && !odczytywacz.FOdczytANSI) [[likely]] {
+                odczytywacz.SprawdzTekst(*p);
+                const char* bajty = reinterpret_cast<const char*>(p) + 1;
+                const int naTekst = MiejscaTekstu(*p);
+                if (naTekst <= naTeksty && zajete_ + naTekst <= miejsca_) {
+                    naTeksty -= naTekst;
+                    const std::size_t zajal = pole->tekst_.UstawUtf8WMiejscu(bajty, *p, WolneMiejsce());
+                    zajete_ = static_cast<std::uint8_t>(zajete_ + zajal / kMiejsce);
+                } else {
+                    pole->tekst_.UstawUtf8(bajty, *p);
+                }
+                kursor.Pomin(std::size_t{*p} + 1);
+            } else {
+                kursor.Oddaj();
+                TOdczytywaczDanych::WczytajWideString(strumien, pole->tekst_, &odczytywacz);
+                kursor.Wez();
+            }
             Stany()[nr] |= spWartosc;
             break;
         }
@@ -703,10 +968,12 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
             liczba(std::type_identity<TPoleDate>{}, double{});
             break;
         default:
+            kursor.Oddaj();
             UtworzPole(nr, pozycja.klasa).WczytajZeStrumienia(strumien, &odczytywacz);
             if (pozycja.stan >> 4U == kpWskObiektu && pozycja.wiersz != nullptr && pozycja.wiersz->klasa != nullptr)
                 odczytywacz.OgraniczOstatni(pozycja.wiersz->klasa());
             UstawNiepuste(nr, true);
+            kursor.Wez();
         }
     }
 }

@@ -158,22 +158,26 @@ void TZapisywaczDanych::ZapiszWideString(TStrumien& strumien, std::u16string_vie
     }
     // Most texts fit the stream's window whole: encode in place behind the room for the shortest count, and move up in
     // the rare case that the bytes need a longer one.
-    std::uint8_t* cel = tekst.size() < 0x1000 ? strumien.MiejsceZapisu(3 * tekst.size() + 4) : nullptr;
+    std::uint8_t* cel = tekst.size() < kKrotszyTekst ? strumien.MiejsceZapisu(3 * tekst.size() + 4) : nullptr;
     if (cel == nullptr) {
         if (tekst.size() > 0x3FFFFFFF)
             ZTErrorFmt(Komunikat(kmPrzekroczonoPojemnosc), {static_cast<std::int64_t>(tekst.size())});
         ZapiszAnsiString(strumien, Utf8ZUtf16(tekst));
         return;
     }
+    strumien.Zapisano(static_cast<std::size_t>(UlozTekst(cel, tekst) - cel));
+}
+
+std::uint8_t* TZapisywaczDanych::UlozTekst(std::uint8_t* cel, std::u16string_view tekst) noexcept {
     std::size_t licznik = tekst.size() < 0x80 ? 1 : 2;
     const std::size_t ile = KodujUtf8(tekst.data(), tekst.size(), reinterpret_cast<char*>(cel) + licznik);
     if (const std::size_t potrzebny = ile < 0x80 ? 1 : 2; potrzebny != licznik) {
         std::memmove(cel + potrzebny, cel + licznik, ile);
         licznik = potrzebny;
     }
-    static_assert(3 * 0x1000 < 0x4000, "the longest text encoded in place has a count of two bytes");
+    static_assert(3 * kKrotszyTekst < 0x4000, "the longest text encoded in place has a count of two bytes");
     UlozLicznik15(cel, static_cast<std::uint32_t>(ile));
-    strumien.Zapisano(licznik + ile);
+    return cel + licznik + ile;
 }
 
 } // namespace ztok

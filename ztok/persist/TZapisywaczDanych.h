@@ -53,6 +53,10 @@ class ZTOK_API TZapisywaczDanych {
     static void ZapiszAnsiString(TStrumien& strumien, std::string_view bajty);
     // Text as UTF-8, or as the writer's options say (null: UTF-8).
     static void ZapiszWideString(TStrumien& strumien, std::u16string_view tekst, const TZapisywaczDanych* zapisywacz);
+    // Puts a text of fewer than kKrotszyTekst units as UTF-8, behind its length, where 3 bytes a unit and 4 more have
+    // room; returns where it ends.
+    static std::uint8_t* UlozTekst(std::uint8_t* cel, std::u16string_view tekst) noexcept;
+    static constexpr std::size_t kKrotszyTekst = 0x1000;
 
     TListaWskObiektow ZapObiekty;    // in collection order
     bool ZapisWszystkichPol = false; // every field that holds a value, whatever the class says

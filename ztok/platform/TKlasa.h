@@ -46,6 +46,8 @@ enum ECechyKlasy : std::uint32_t {
     ckWlasneNiepuste = 1U << 21U,      // PoleNiepuste of an object with fields
     ckWlasneUstawNiepuste = 1U << 22U, // UstawNiepuste of an object with fields
     ckWlasneNazwyPol = 1U << 23U,      // NazwaPolaNr
+    ckWlasneZycie = 1U << 24U,         // making and ending: WykonajDestrukcje, Tworz- and UsunSekcjeKrytyczna
+    ckWlasneZerowanie = 1U << 25U,     // ZerujDane of an object with fields
 };
 
 // Codes of the field classes whose value the typed accessors reach without a virtual call. A class derived from one of

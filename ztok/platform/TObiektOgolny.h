@@ -77,6 +77,12 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
                           requires std::is_same_v<decltype(&T::OdblokujObiekt), void (TObiektBazowy::*)() const>;
                       })
             cechy |= ckWlasnaBlokada;
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::WykonajDestrukcje), void (TObiektBazowy::*)()>;
+                          requires std::is_same_v<decltype(&T::TworzSekcjeKrytyczna), void (TObiektBazowy::*)()>;
+                          requires std::is_same_v<decltype(&T::UsunSekcjeKrytyczna), void (TObiektBazowy::*)()>;
+                      })
+            cechy |= ckWlasneZycie;
     }
     if constexpr ((T::CechyKlasy & ckObiekt) != 0) {
         if constexpr (!requires {
@@ -97,6 +103,8 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
                           requires std::is_same_v<decltype(&T::NazwaPolaNr), std::u16string (TObiekt::*)(int) const>;
                       })
             cechy |= ckWlasneNazwyPol;
+        if constexpr (!requires { requires std::is_same_v<decltype(&T::ZerujDane), void (TObiekt::*)()>; })
+            cechy |= ckWlasneZerowanie;
     }
     return cechy;
 }
