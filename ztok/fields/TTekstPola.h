@@ -69,7 +69,7 @@ class ZTOK_API TTekstPola {
     [[nodiscard]] bool MaBlok() const noexcept { return (bajty_[0] & kKrotki) == 0; }
     [[nodiscard]] bool MaWlasnyBlok() const noexcept { return (bajty_[0] & (kKrotki | kCzesc)) == 0; }
     [[nodiscard]] TBlok* Blok() const noexcept {
-        std::uintptr_t adres;
+        std::uintptr_t adres = 0;
         std::memcpy(&adres, bajty_, sizeof adres);
         return reinterpret_cast<TBlok*>(adres & ~std::uintptr_t{kCzesc});
     }

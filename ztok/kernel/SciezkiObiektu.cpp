@@ -231,7 +231,7 @@ void TObiektBazowy::ZerujPole(std::u16string_view sciezka) {
     }
     TObiektBazowy* obiekt = nullptr;
     int nrPola = CalyObiekt;
-    if (CelSciezki(u"ZerujPole", sciezka, obiekt, nrPola))
+    if (CelSciezki(u"ZerujPole", sciezka, obiekt, nrPola) && obiekt != nullptr)
         obiekt->SetMaWartosc(nrPola, false);
 }
 

@@ -178,14 +178,15 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
                 pozycja.kodProsty = prosta ? stan >> 4U : kpInne;
                 if (nr < TMigawkaOpisu::kPolaMaski) {
                     migawka->maskaPol |= std::uint64_t{1} << nr;
-                    migawka->maskaProstych |= std::uint64_t{prosta} << nr;
+                    migawka->maskaProstych |= std::uint64_t{prosta ? 1U : 0U} << nr;
                 }
                 migawka->saObiekty = migawka->saObiekty || typ->Ma(ckObiektBazowy);
             }
     std::string nazwy8;
     std::vector<std::size_t> konce(static_cast<std::size_t>(migawka->ilePol));
     for (std::size_t nr = 0; nr < konce.size(); ++nr) {
-        if (const TWlasciwosc* w = lista->GetWlasciwosc(static_cast<int>(nr)); w != nullptr)
+        if (const TWlasciwosc* w = lista == nullptr ? nullptr : lista->GetWlasciwosc(static_cast<int>(nr));
+            w != nullptr)
             if (const std::string nazwa = PolskiAnsi(w->GetNazwa()); JestNazwaTekstowa(nazwa))
                 nazwy8 += nazwa;
         konce[nr] = nazwy8.size();

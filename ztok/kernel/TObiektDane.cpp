@@ -428,6 +428,7 @@ int TObiekt::ZarezerwujNaKopie(int ile, const TObiekt& zrodlo, const TMigawkaOpi
         return 0;
     pol = std::min(pol, kNajwiecejMiejsc);
     const int pojemnosc = std::min((doPola + 7) / 8 * 8, migawka.ilePol);
+    // NOLINTNEXTLINE(readability-suspicious-call-argument): places of numbers, then places of fields
     if (BajtyBloku(pojemnosc, pol) + naTeksty * kMiejsce > NajwiekszyBlokPuli)
         naTeksty = 0;
     Zarezerwuj(pojemnosc, pol + static_cast<int>(naTeksty));
@@ -672,7 +673,7 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
     if (ilePol_ <= TMigawkaOpisu::kPolaMaski) {
         std::uint64_t pola = 0;
         for (int nr = 0, ile = ilePol_; nr < ile; ++nr)
-            pola |= std::uint64_t{FPola[nr] != nullptr && bierze(nr)} << static_cast<unsigned>(nr);
+            pola |= std::uint64_t{FPola[nr] != nullptr && bierze(nr) ? 1U : 0U} << static_cast<unsigned>(nr);
         ZapiszWprost(pola, strumien, zapisywacz);
         return;
     }

@@ -115,10 +115,12 @@ TObiektBazowy* TListaBazowa::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t
         gdzie = 0;
     if (gdzie > FIleObiektow)
         gdzie = FIleObiektow;
+    // NOLINTBEGIN(clang-analyzer-core.NonNullParamChecker,clang-analyzer-core.NullDereference): room was made above
     if (gdzie < FIleObiektow)
         std::memmove(static_cast<void*>(FObiekty + gdzie + 1), static_cast<const void*>(FObiekty + gdzie),
                      static_cast<std::size_t>(FIleObiektow - gdzie) * sizeof(TObiektBazowy*));
     FObiekty[gdzie] = nowyObiekt;
+    // NOLINTEND(clang-analyzer-core.NonNullParamChecker,clang-analyzer-core.NullDereference)
     ++FIleObiektow;
     return nowyObiekt;
 }

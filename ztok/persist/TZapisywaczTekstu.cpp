@@ -86,6 +86,7 @@ void TZapisywaczTekstu::ZapiszDokument(const TObiektBazowy& korzen, std::u16stri
 
 // Begins a line with the text, as ZapiszLinie; null when the stream shows no room for it and `zapas` bytes more. What
 // stands there is written when ZatwierdzDo is told where it ends.
+// NOLINTNEXTLINE(readability-make-member-function-const): as in the header
 char* TZapisywaczTekstu::MiejsceLinii(std::string_view tekst, std::size_t zapas) {
     const std::size_t akapit = PominAkapity || PominKonceLinii || Akapit <= 0 ? 0 : static_cast<std::size_t>(Akapit);
     char* cel = reinterpret_cast<char*>(Strumien->MiejsceZapisu(2 + akapit + tekst.size() + zapas));

@@ -5,9 +5,7 @@
 
 #include "ztok/platform/PulaWnetrze.h"
 
-namespace ztok {
-
-namespace pula {
+namespace ztok::pula {
 
 // The variable is for speed and has no destructor, which would keep the library loaded until the thread ends; the key
 // is for its callback at the end of the thread, and is deleted when the library goes.
@@ -73,6 +71,4 @@ void* PrzydzielPlyte() noexcept {
 
 void ZwolnijPlyte(void* plyta) noexcept { munmap(plyta, RozmiarPlyty); }
 
-} // namespace pula
-
-} // namespace ztok
+} // namespace ztok::pula
