@@ -246,6 +246,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     std::int32_t pojPol_ = 0;
 };
 
+static_assert(sizeof(void*) == 4 || sizeof(TObiekt) <= 48, "one step more of the pool for every object");
+
 inline void* TObiekt::WolneMiejsce() const noexcept {
     return reinterpret_cast<char*>(FPola) + BajtyBloku(pojPol_, zajete_);
 }

@@ -251,9 +251,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     TOdwolania* odwolania_ = nullptr;
     bool bezBlokady_ : 1 = false;   // known to lock nothing: no virtual call
     bool zwyklyKoniec_ : 1 = false; // an object with fields whose class adds nothing to its making, clearing and end
+    bool trzymany_ : 1 = false;     // its parent holds it; asked before it is given away
+    bool odczytany_ : 1 = false;    // a reader has numbered it
     bool zakonczony_ = false;       // the end of life has run
-    bool trzymany_ = false;         // its parent holds it; asked before it is given away
-    bool odczytany_ = false;        // a reader has numbered it
     TZnakKontroli kontrola_;
 };
 
