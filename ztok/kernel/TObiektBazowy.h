@@ -249,11 +249,13 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
 
     TOdwolania* odwolania_ = nullptr;
+    // Threads that are about to lock the object read the first two bits, which nobody changes once it is made; so the
+    // bits that change have a byte of their own, behind the one between.
     bool bezBlokady_ : 1 = false;   // known to lock nothing: no virtual call
     bool zwyklyKoniec_ : 1 = false; // an object with fields whose class adds nothing to its making, clearing and end
+    bool zakonczony_ = false;       // the end of life has run
     bool trzymany_ : 1 = false;     // its parent holds it; asked before it is given away
     bool odczytany_ : 1 = false;    // a reader has numbered it
-    bool zakonczony_ = false;       // the end of life has run
     TZnakKontroli kontrola_;
 };
 
