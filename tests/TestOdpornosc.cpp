@@ -421,6 +421,73 @@ TEST_F(Odpornosc, ObiektNieMozeZawieracSiebie) {
     EXPECT_EQ(PulaZajete(), zajete);
 }
 
+// A copy of some fields between an object and a part of it gives what a copy from a clone gives, in both directions.
+TEST_F(Odpornosc, KopieCzesciMiedzyObiektemAJegoCzescia) {
+    static const TArgument pola[] = {TWszystko::nrPodrzedne, u"Adres.Ulica"};
+    static const TKlasa* const klasy[] = {TListaWszystkich::KlasaStatyczna(), TPoleInteger::KlasaStatyczna()};
+    void (*const kopie[])(TWszystko&, const TWszystko&) = {
+        [](TWszystko& cel, const TWszystko& z) { cel.KopiujDanePol(z, pola, true); },
+        [](TWszystko& cel, const TWszystko& z) { cel.KopiujDaneOprocz(z, {}); },
+        [](TWszystko& cel, const TWszystko& z) { cel.KopiujDaneKlas(z, klasy); },
+        [](TWszystko& cel, const TWszystko& z) { cel.GetPodrzedne().KopiujDanePol(*z.GetPodrzedne(), pola, false); },
+        [](TWszystko& cel, const TWszystko& z) { cel.GetPodrzedne().KopiujDaneOprocz(*z.GetPodrzedne(), {}); },
+        [](TWszystko& cel, const TWszystko& z) { cel.GetPodrzedne().KopiujDaneKlas(*z.GetPodrzedne(), klasy); },
+        [](TWszystko& cel, const TWszystko& z) {
+            cel.GetPodrzedne().KopiujObiektyOCechach(z.GetPodrzedne(), {}, {}, rlRozmLiterWazny);
+        },
+    };
+    const auto czesc = [](TWszystko& korzen) -> TWszystko& { return *korzen.GetPodrzedne()[0]; };
+    const TWlasny<TWszystko> wzor = Utworz<TWszystko>();
+    TWszystko* o = wzor.get();
+    for (int i = 0; i < 4; ++i, o = &o->GetPodrzedne().Dopisz()) {
+        o->SetI(i);
+        o->GetAdres().SetUlica(std::u16string(3, static_cast<char16_t>(u'a' + i)));
+        o->GetAdresy().Dopisz().SetNumer(i);
+    }
+    for (std::size_t nr = 0; nr < std::size(kopie); ++nr)
+        for (const bool zCzesci : {true, false}) {
+            SCOPED_TRACE(testing::Message() << nr << ' ' << zCzesci);
+            TWszystko razem;
+            TWszystko osobno;
+            razem.KopiujDane(*wzor);
+            osobno.KopiujDane(*wzor);
+            kopie[nr](zCzesci ? razem : czesc(razem), zCzesci ? czesc(razem) : razem);
+            kopie[nr](zCzesci ? osobno : czesc(osobno), zCzesci ? czesc(*wzor) : *wzor);
+            EXPECT_EQ(razem.PorownajZObiektem(osobno, rlRozmLiterWazny), 0);
+            EXPECT_NE(razem.PorownajZObiektem(*wzor, rlRozmLiterWazny), 0);
+            SprawdzDrzewo(razem);
+        }
+}
+
+// What leads back: pointer lists that hold their owners, a list of what is to die inside what dies, conditions of a
+// path that name a pointer.
+TEST_F(Odpornosc, CoWracaDoSiebie) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    TWszystko& element = o->GetPodrzedne().Dopisz();
+    o->SetNazwa(u" x ");
+    element.SetNazwa(u" y ");
+    for (TListaWskObiektow* lista : {&o->GetWskazywane(), static_cast<TListaWskObiektow*>(&element.GetPowiazane())})
+        for (TObiektBazowy* cel : {static_cast<TObiektBazowy*>(o.get()), static_cast<TObiektBazowy*>(&element),
+                                   static_cast<TObiektBazowy*>(lista)})
+            lista->DodajObiekt(cel, MaxInt);
+    EXPECT_FALSE(o->SaDaneUnicode(CalyObiekt));
+    o->TrymujPolaTekstowe(true);
+    o->GetWskazywane().PrzytnijPolaWgRozm(true);
+    EXPECT_EQ(o->GetNazwa() + element.GetNazwa(), u"xy");
+
+    EXPECT_FALSE(o->SciezkaIstnieje(u"Podrzedne[Referencja=77].I"));
+    EXPECT_THROW(o->SetTekstowoWgSciezki(u"Podrzedne[Referencja=77].I", u"1"), ZTException);
+    EXPECT_THROW(o->WpiszDane({u"Wskaznik"}, {77}), ZTException);
+    o->WpiszDane({u"Wskaznik", u"Podrzedne[0].Wskaznik"}, {o.get(), &element});
+    EXPECT_EQ(element.GetWskaznik(), &element);
+    EXPECT_EQ(o->GetPodrzedne().IleObiektow(), 1);
+
+    o->GetPodrzedne().Dopisz();
+    element.GetPowiazane().DodajObiekt(o->GetPodrzedne()[1], 0);
+    EXPECT_TRUE(o->GetPodrzedne().UsunTeObiekty(element.GetPowiazane(), false));
+    EXPECT_TRUE(o->GetPodrzedne().ListaPusta());
+}
+
 // Parents that go round, set through the kernel: walks up end.
 TEST_F(Odpornosc, RodziceWKolo) {
     TOgniwo a;
