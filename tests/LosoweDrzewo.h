@@ -56,10 +56,6 @@ class TLosoweDrzewo {
     }
 
     bool Tak() { return Z(2) == 0; }
-    template <class F> void Moze(const F& f) {
-        if (Tak())
-            f();
-    }
 
     // Sometimes nothing, sometimes an empty list that counts as a value.
     template <class L, class F> void Wypelnij(L& lista, const F& wartosc) {
@@ -76,31 +72,45 @@ class TLosoweDrzewo {
     void Buduj(TAdres& adres) {
         wszystkie_.push_back(&adres);
         adresy_.push_back(&adres);
-        Moze([&] { adres.SetUlica(Tekst()); });
-        Moze([&] { adres.SetNumer(Liczba<std::int32_t>()); });
-        Moze([&] { adres.SetMiasto(Tekst()); });
+        if (Tak())
+            adres.SetUlica(Tekst());
+        if (Tak())
+            adres.SetNumer(Liczba<std::int32_t>());
+        if (Tak())
+            adres.SetMiasto(Tekst());
     }
 
     void Buduj(TWszystko& o, int glebokosc) {
         wszystkie_.push_back(&o);
         budowane_.push_back(&o);
-        Moze([&] { o.SetB(Liczba<std::uint8_t>()); });
-        Moze([&] { o.SetS(Liczba<std::int16_t>()); });
-        Moze([&] { o.SetW(Liczba<std::uint16_t>()); });
-        Moze([&] { o.SetI(Liczba<std::int32_t>()); });
-        Moze([&] { o.SetC(Liczba<std::uint32_t>()); });
-        Moze([&] { o.SetL(Liczba<std::int64_t>()); });
-        Moze([&] { o.SetD(Liczba<double>()); });
-        Moze([&] { o.SetTak(Tak()); });
-        Moze([&] { o.SetNazwa(Tekst()); });
+        if (Tak())
+            o.SetB(Liczba<std::uint8_t>());
+        if (Tak())
+            o.SetS(Liczba<std::int16_t>());
+        if (Tak())
+            o.SetW(Liczba<std::uint16_t>());
+        if (Tak())
+            o.SetI(Liczba<std::int32_t>());
+        if (Tak())
+            o.SetC(Liczba<std::uint32_t>());
+        if (Tak())
+            o.SetL(Liczba<std::int64_t>());
+        if (Tak())
+            o.SetD(Liczba<double>());
+        if (Tak())
+            o.SetTak(Tak());
+        if (Tak())
+            o.SetNazwa(Tekst());
         if (Tak()) {
             std::string bajty(Z(300), '\0');
             for (char& bajt : bajty)
                 bajt = static_cast<char>(los_());
             o.SetBajty(bajty);
         }
-        Moze([&] { o.SetSzeroki(Tekst()); });
-        Moze([&] { o.SetOpis(Tekst()); });
+        if (Tak())
+            o.SetSzeroki(Tekst());
+        if (Tak())
+            o.SetOpis(Tekst());
         if (Tak()) {
             Buduj(o.GetAdres());
             o.GetAdres().SetNumer(1); // without any value it takes no part in a write, nor what points at it
