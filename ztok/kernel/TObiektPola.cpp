@@ -209,16 +209,11 @@ void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, bool razem, TKopierDanych* 
         KopiujPola(cel, static_cast<TObiekt&>(*osobno), false, nullptr, kopiuj);
         return;
     }
-    TKopierDanych wlasny;
     const TBlokadaObiektu blokada(cel);
     const TBlokadaObiektu blokadaZrodla(zrodlo);
-    try {
-        kopiuj(cel, zrodlo, wlasny);
-        wlasny.PrzepnijReferencje();
-    } catch (...) {
-        wlasny.ZarejestrujPoBledzie();
-        throw;
-    }
+    TKopierDanych wlasny; // goes before the locks do: after an error it still registers references
+    kopiuj(cel, zrodlo, wlasny);
+    wlasny.PrzepnijReferencje();
 }
 
 } // namespace
