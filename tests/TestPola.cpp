@@ -422,6 +422,8 @@ TEST(Pola, PolaWskazujace) {
     const auto wsk = Utworz<TPoleWskObiektu>();
     ref->UstawObiekt(a.get());
     drugie->UstawObiekt(b.get());
+    ref->UstawObiekt(b.get());
+    ref->UstawObiekt(a.get());
     drugie->KopiujDane(*ref); // the registration moves
     drugie->KopiujDane(*drugie);
     EXPECT_TRUE(a->MaRefOd(drugie.get()));

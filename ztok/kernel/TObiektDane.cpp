@@ -59,7 +59,8 @@ void TObiekt::WpiszPare(const TArgument& pole, const TArgument& wartosc) {
     if (!ObiektIPole(sciezka, true, obiekt, nrPola) || obiekt == nullptr || !obiekt->Klasa()->Ma(ckObiekt))
         ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", sciezka});
     auto& cel = static_cast<TObiekt&>(*obiekt);
-    // The value of a pointer field is an address: no text or number behind a path, as in the conditions of one, sets it.
+    // The value of a pointer field is an address: no text or number behind a path, as in the conditions of one, sets
+    // it.
     if (const TKlasa* typ = cel.TypPolaNr(nrPola);
         typ != nullptr && typ->Ma(ckPoleWsk) && wartosc.Tag() != TTag::Object && wartosc.Tag() != TTag::Pointer)
         ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", sciezka});
