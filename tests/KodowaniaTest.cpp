@@ -6,23 +6,17 @@
 #include <numeric>
 #include <random>
 
-#include "TabeleTestow.h"
+#include "tests/Bledy.h"
+#include "tests/StrumienieTestowe.h"
+#include "tests/TabeleTestow.h"
 #include "ztok/platform/KodowaniaWektory.h"
 #include "ztok/platform/TabeleStron.h"
-#include "ztok/platform/Wyjatki.h"
 #include "ztok/util/Ztfunutf8.h"
 
 namespace ztok {
 namespace {
 
 using testy::WczytajTabele;
-
-std::string Bajty(const std::string& szesnastkowo) {
-    std::string wynik;
-    for (std::size_t i = 0; i < szesnastkowo.size(); i += 2)
-        wynik += static_cast<char>(std::stoi(szesnastkowo.substr(i, 2), nullptr, 16));
-    return wynik;
-}
 
 // Runs the check with the vector functions and without them, where the processor has them.
 template <class TSprawdzenie> void KazdaSciezka(TSprawdzenie sprawdzenie) {
@@ -207,7 +201,7 @@ TEST(Kodowania, Win1250MatchesItsTable) {
     int wierszy = 0;
     for (const auto& w : WczytajTabele("cp1250.tsv")) {
         SCOPED_TRACE(w.numer);
-        const std::string bajt = Bajty(w.Utf8(1));
+        const std::string bajt = strumienie::Bajty(w.Utf8(1));
         const auto znak = static_cast<char16_t>(w.Bity(3));
         bool jest = false;
         EXPECT_EQ(ZnakZWin1250(bajt[0]), znak);
@@ -227,7 +221,7 @@ TEST(Kodowania, Win1250MatchesItsTable) {
         } else {
             tekst += static_cast<char16_t>(punkt);
         }
-        EXPECT_EQ(Win1250(tekst), Bajty(w.Utf8(5)));
+        EXPECT_EQ(Win1250(tekst), strumienie::Bajty(w.Utf8(5)));
         EXPECT_EQ(MiesciSieWWin1250(tekst), w.Utf8(6) == "0");
         if (w.Utf8(6) == "1") {
             EXPECT_EQ(KodWin1250(tekst[0]), tekst[0]);
@@ -292,12 +286,7 @@ TEST(Kodowania, PagesAnswerAsTheirTablesOnEveryPath) {
 
 TEST(Kodowania, UnknownCodePageRaises) {
     EXPECT_THROW((void)NaStroneKodowa(u"a", 437), EBladKonwersji);
-    try {
-        (void)ZeStronyKodowej("a", 65535);
-        ADD_FAILURE();
-    } catch (const EBladKonwersji& blad) {
-        EXPECT_EQ(blad.Komunikat(), u"nieznana strona kodowa: 65535");
-    }
+    EXPECT_EQ(testy::Blad<EBladKonwersji>([] { (void)ZeStronyKodowej("a", 65535); }), u"nieznana strona kodowa: 65535");
 }
 
 } // namespace

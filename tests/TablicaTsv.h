@@ -13,7 +13,7 @@
 #define ZTOK_DANE_TESTOW "tests/dane"
 #endif
 
-namespace ztok::testy {
+namespace testy {
 
 using TWierszTsv = std::vector<std::string>;
 
@@ -60,4 +60,4 @@ inline std::vector<TWierszTsv> CzytajTsv(const std::string& nazwa) {
     return wiersze;
 }
 
-} // namespace ztok::testy
+} // namespace testy

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
-#include <limits>
 
 #include "tests/TablicaTsv.h"
 #include "ztok/platform/Kodowania.h"
@@ -87,7 +85,6 @@ struct TPrzypadek {
 };
 
 TEST(FormatKomunikatu, RodzajeIArgumenty) {
-    const double nieskonczonosc = std::numeric_limits<double>::infinity();
     const std::u16string zera(sizeof(void*) * 2 - 2, u'0');
     const TPrzypadek przypadki[] = {
         // Texts of every kind.
@@ -99,29 +96,7 @@ TEST(FormatKomunikatu, RodzajeIArgumenty) {
         {u"%s|%s", {TObiektLiczony::KlasaStatyczna(), static_cast<TObiektOgolny*>(nullptr)}, "ok TObiektLiczony|nil"},
         {u"%.1s|", {u"\U0001F600"}, "ok |"}, // half a character is none
         {u"%.3s|", {u"\U0001F600ab"}, "ok \U0001F600a|"},
-        // Numbers at the edges of their types.
-        {u"%d %u %x",
-         {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1}, std::int64_t{-1}},
-         "ok -9223372036854775808 18446744073709551615 FFFFFFFFFFFFFFFF"},
-        {u"%f %e %g", {nieskonczonosc, -nieskonczonosc, std::nan("")}, "ok INF -INF NAN"},
-        {u"%.0f %.2f %.0f", {0.5, -0.004, 999.5}, "ok 1 0,00 1000"},
-        {u"%.1f %.1f", {0.04, 0.05}, "ok 0,0 0,1"},
-        {u"%e", {9.999999999999999}, "ok 1,00000000000000E+001"},
         {u"%.4f %m", {TWaluta{-12345}, TWaluta{12345678}}, "ok -1,2345 1 234,57 zł"},
-        {u"%n %n %n", {100.0, 1000.0, 1e6}, "ok 100,00 1 000,00 1 000 000,00"},
-        {u"%g %g %g", {0.00001, 0.000001, 1234567.0}, "ok 0,00001 1E-6 1234567"},
-        // Alignment by an argument; limits of width and precision.
-        {u"%*d|", {-4, 7}, "ok 7   |"},
-        {u"%.*s|", {-1, u"abc"}, "ok abc|"},
-        {u"%65536d", {1}, "error "},
-        {u"%99999999999999999999d", {1}, "error "},
-        {u"%*d", {2000000000, 1}, "error "},
-        {u"%*d", {u"5", 1}, "error "},
-        {u"%", {1}, "error "},
-        {u"%-", {1}, "error "},
-        {u"%1:", {1, 2}, "error "},
-        {u"%p", {5}, "error "},
-        {u"%f", {5}, "error "},
         {u"%s", {nullptr}, "error "},
     };
     for (const TPrzypadek& p : przypadki)

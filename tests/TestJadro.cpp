@@ -220,15 +220,6 @@ TEST(Opisy, TabelaPol) {
     EXPECT_EQ(nr, 1); // the first of equal names
     EXPECT_FALSE(lista->JestPoleONazwie(u"", nr));
     EXPECT_EQ(nr, -1);
-    // Gaps come back from a stream as items without a name.
-    TZTMemoryStream strumien;
-    lista->ZapiszWStrumieniu(strumien);
-    strumien.Seek(0, ESeek::Poczatek);
-    const auto odczytana = Utworz<TListaWlasciwosci>();
-    odczytana->WczytajZeStrumienia(strumien);
-    ASSERT_EQ(odczytana->IleObiektow(), 4);
-    EXPECT_EQ(odczytana->GetWlasciwosc(0)->GetNazwa(), u"");
-    EXPECT_EQ(odczytana->GetWlasciwosc(3)->GetNazwa(), u"Trzy");
     lista->ZerujDane();
     EXPECT_EQ(lista->IleObiektow(), 0);
     EXPECT_EQ(lista->Pojemnosc(), 0);

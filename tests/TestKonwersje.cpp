@@ -1,6 +1,7 @@
 // Conversions and comparisons of values: tables of cases.
 #include <gtest/gtest.h>
 
+#include "tests/Bledy.h"
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/KonwersjeWartosci.h"
 #include "ztok/fields/WyjatkiModelu.h"
@@ -11,20 +12,7 @@
 #include "ztok/util/Zttypybazowe.h"
 
 using namespace ztok;
-
-namespace {
-
-// The message of the exception that the action raises; empty when it raises none.
-template <class F> std::u16string Blad(const F& dzialanie) {
-    try {
-        dzialanie();
-    } catch (const EWyjatek& e) {
-        return std::u16string(e.Komunikat());
-    }
-    return {};
-}
-
-} // namespace
+using testy::Blad;
 
 TEST(Konwersje, TekstNaLogiczna) {
     for (const char16_t* prawda : {u"T", u"1", u"true", u"YES", u"Tak", u"TAK", u"7", u"-1"})

@@ -10,6 +10,7 @@
 #include "StrumienieTestowe.h"
 #include "platforma/Przydzialy.h"
 #include "platforma/SystemTestowy.h"
+#include "tests/Bledy.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/TStrumienPlikowy.h"
@@ -20,6 +21,7 @@ using strumienie::Bajty;
 using strumienie::Wczytaj;
 using strumienie::Zapisz;
 using systemTestowy::WMalymWatku;
+using testy::Zglasza;
 
 namespace {
 
@@ -148,6 +150,14 @@ bool CzytajObce(TWszystko& o, const std::string& bajty) {
     return CzytajObce(o, strumien);
 }
 
+template <auto Zapisz> std::string Licznik(std::uint32_t wartosc) {
+    strumienie::TOporny s;
+    Zapisz(s, wartosc);
+    return s.dane;
+}
+constexpr auto Licznik30 = &Licznik<&TZapisywaczDanych::ZapiszLicznik30>;
+constexpr auto Licznik31 = &Licznik<&TZapisywaczDanych::ZapiszLicznik31>;
+
 std::string Powtorz(std::string_view bajty, std::size_t razy) {
     std::string wynik;
     wynik.reserve(bajty.size() * razy);
@@ -185,38 +195,28 @@ TEST_F(Odpornosc, PamiecJestWMiareDanych) {
     if (ZTOK_SANITIZER)
         GTEST_SKIP() << "the sanitizers' memory hides the library's";
     constexpr std::size_t N = 512 * 1024;
-    const auto licznik31 = [](std::uint32_t licznik) {
-        strumienie::TOporny s;
-        TZapisywaczDanych::ZapiszLicznik31(s, licznik);
-        return s.dane;
-    };
-    const auto licznik30 = [](std::uint32_t licznik) {
-        strumienie::TOporny s;
-        TZapisywaczDanych::ZapiszLicznik30(s, licznik);
-        return s.dane;
-    };
     const std::string lista = Bajty("03 00 80 00");    // TWszystko.Podrzedne follows
     const std::string kolekcja = Bajty("03 00 00 01"); // TWszystko.Rozne follows
     // A list of lists, each of which claims as many elements as there are bytes left.
     std::string pozory;
     for (int poziom = 0; poziom < 120; ++poziom)
-        pozory += lista + licznik31(N - 4096);
+        pozory += lista + Licznik31(N - 4096);
     const struct {
         const char* nazwa;
         std::string bajty;
         double k; // what the shape may cost: bytes of memory a byte of input
     } ksztalty[] = {
-        {"empty objects", lista + licznik31(N) + std::string(N, '\0'), 120},
-        {"objects of one field", lista + licznik31(N / 3) + Powtorz(Bajty("01 01 05"), N / 3), 120},
-        {"objects with an empty list", lista + licznik31(N / 6) + Powtorz(Bajty("03 00 00 08 00 00"), N / 6), 120},
-        {"collection", kolekcja + licznik31(N / 8) + Powtorz(Bajty("06 'TAdres' 00"), N / 8), 60},
-        {"unknown classes", kolekcja + licznik31(N) + std::string(N, '\0'), 2},
-        {"pointers to the root", Bajty("03 00 00 08") + licznik31(N / 2) + Powtorz(Bajty("01 00"), N / 2), 16},
-        {"pointers to nothing", Bajty("03 00 00 08") + licznik31(N / 2) + Powtorz(Bajty("05 00"), N / 2), 16},
-        {"text", Bajty("02 00 01") + licznik30(N) + std::string(N, 'x'), 3},
-        {"wide text", Bajty("02 00 08") + licznik30(N) + Powtorz("\xC4\x85", N / 2), 3},
-        {"ill-formed text", Bajty("02 00 01") + licznik30(N) + Powtorz("\xC4\x85\xFF", N / 3) + "xx", 3},
-        {"bytes", Bajty("02 00 04") + licznik30(N) + std::string(N, 'x'), 2},
+        {"empty objects", lista + Licznik31(N) + std::string(N, '\0'), 120},
+        {"objects of one field", lista + Licznik31(N / 3) + Powtorz(Bajty("01 01 05"), N / 3), 120},
+        {"objects with an empty list", lista + Licznik31(N / 6) + Powtorz(Bajty("03 00 00 08 00 00"), N / 6), 120},
+        {"collection", kolekcja + Licznik31(N / 8) + Powtorz(Bajty("06 'TAdres' 00"), N / 8), 60},
+        {"unknown classes", kolekcja + Licznik31(N) + std::string(N, '\0'), 2},
+        {"pointers to the root", Bajty("03 00 00 08") + Licznik31(N / 2) + Powtorz(Bajty("01 00"), N / 2), 16},
+        {"pointers to nothing", Bajty("03 00 00 08") + Licznik31(N / 2) + Powtorz(Bajty("05 00"), N / 2), 16},
+        {"text", Bajty("02 00 01") + Licznik30(N) + std::string(N, 'x'), 3},
+        {"wide text", Bajty("02 00 08") + Licznik30(N) + Powtorz("\xC4\x85", N / 2), 3},
+        {"ill-formed text", Bajty("02 00 01") + Licznik30(N) + Powtorz("\xC4\x85\xFF", N / 3) + "xx", 3},
+        {"bytes", Bajty("02 00 04") + Licznik30(N) + std::string(N, 'x'), 2},
         {"claims in claims", pozory + std::string(N, '\xFF'), 2},
     };
     for (const auto& ksztalt : ksztalty) {
@@ -277,13 +277,8 @@ TEST_F(Odpornosc, KazdyLicznikZamienionyNaOgromny) {
     std::vector<std::string> liczniki = {Bajty("FF FF FF FF"), Bajty("80 00"), Bajty("00 80 00 00")};
     for (const std::uint32_t wartosc : {1U << 7U, 1U << 15U, 1U << 16U, 1U << 24U, 0x0CCCCCCDU, 0x15555556U,
                                         0x1FFFFFFFU, 0x20000001U, 0x3FFFFFFFU, 0x40000000U, 0x7FFFFFFFU}) {
-        strumienie::TOporny trzydziesci;
-        if (wartosc < 0x40000000)
-            TZapisywaczDanych::ZapiszLicznik30(trzydziesci, wartosc);
-        strumienie::TOporny trzydziesciJeden;
-        TZapisywaczDanych::ZapiszLicznik31(trzydziesciJeden, wartosc);
-        liczniki.push_back(trzydziesci.dane);
-        liczniki.push_back(trzydziesciJeden.dane);
+        liczniki.push_back(wartosc < 0x40000000 ? Licznik30(wartosc) : std::string());
+        liczniki.push_back(Licznik31(wartosc));
     }
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     int ile = 0;
@@ -421,6 +416,73 @@ TEST_F(Odpornosc, ObiektNieMozeZawieracSiebie) {
     EXPECT_EQ(PulaZajete(), zajete);
 }
 
+// A copy of some fields between an object and a part of it gives what a copy from a clone gives, in both directions.
+TEST_F(Odpornosc, KopieCzesciMiedzyObiektemAJegoCzescia) {
+    static const TArgument pola[] = {TWszystko::nrPodrzedne, u"Adres.Ulica"};
+    static const TKlasa* const klasy[] = {TListaWszystkich::KlasaStatyczna(), TPoleInteger::KlasaStatyczna()};
+    void (*const kopie[])(TWszystko&, const TWszystko&) = {
+        [](TWszystko& cel, const TWszystko& z) { cel.KopiujDanePol(z, pola, true); },
+        [](TWszystko& cel, const TWszystko& z) { cel.KopiujDaneOprocz(z, {}); },
+        [](TWszystko& cel, const TWszystko& z) { cel.KopiujDaneKlas(z, klasy); },
+        [](TWszystko& cel, const TWszystko& z) { cel.GetPodrzedne().KopiujDanePol(*z.GetPodrzedne(), pola, false); },
+        [](TWszystko& cel, const TWszystko& z) { cel.GetPodrzedne().KopiujDaneOprocz(*z.GetPodrzedne(), {}); },
+        [](TWszystko& cel, const TWszystko& z) { cel.GetPodrzedne().KopiujDaneKlas(*z.GetPodrzedne(), klasy); },
+        [](TWszystko& cel, const TWszystko& z) {
+            cel.GetPodrzedne().KopiujObiektyOCechach(z.GetPodrzedne(), {}, {}, rlRozmLiterWazny);
+        },
+    };
+    const auto czesc = [](TWszystko& korzen) -> TWszystko& { return *korzen.GetPodrzedne()[0]; };
+    const TWlasny<TWszystko> wzor = Utworz<TWszystko>();
+    TWszystko* o = wzor.get();
+    for (int i = 0; i < 4; ++i, o = &o->GetPodrzedne().Dopisz()) {
+        o->SetI(i);
+        o->GetAdres().SetUlica(std::u16string(3, static_cast<char16_t>(u'a' + i)));
+        o->GetAdresy().Dopisz().SetNumer(i);
+    }
+    for (std::size_t nr = 0; nr < std::size(kopie); ++nr)
+        for (const bool zCzesci : {true, false}) {
+            SCOPED_TRACE(testing::Message() << nr << ' ' << zCzesci);
+            TWszystko razem;
+            TWszystko osobno;
+            razem.KopiujDane(*wzor);
+            osobno.KopiujDane(*wzor);
+            kopie[nr](zCzesci ? razem : czesc(razem), zCzesci ? czesc(razem) : razem);
+            kopie[nr](zCzesci ? osobno : czesc(osobno), zCzesci ? czesc(*wzor) : *wzor);
+            EXPECT_EQ(razem.PorownajZObiektem(osobno, rlRozmLiterWazny), 0);
+            EXPECT_NE(razem.PorownajZObiektem(*wzor, rlRozmLiterWazny), 0);
+            SprawdzDrzewo(razem);
+        }
+}
+
+// What leads back: pointer lists that hold their owners, a list of what is to die inside what dies, conditions of a
+// path that name a pointer.
+TEST_F(Odpornosc, CoWracaDoSiebie) {
+    const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    TWszystko& element = o->GetPodrzedne().Dopisz();
+    o->SetNazwa(u" x ");
+    element.SetNazwa(u" y ");
+    for (TListaWskObiektow* lista : {&o->GetWskazywane(), static_cast<TListaWskObiektow*>(&element.GetPowiazane())})
+        for (TObiektBazowy* cel : {static_cast<TObiektBazowy*>(o.get()), static_cast<TObiektBazowy*>(&element),
+                                   static_cast<TObiektBazowy*>(lista)})
+            lista->DodajObiekt(cel, MaxInt);
+    EXPECT_FALSE(o->SaDaneUnicode(CalyObiekt));
+    o->TrymujPolaTekstowe(true);
+    o->GetWskazywane().PrzytnijPolaWgRozm(true);
+    EXPECT_EQ(o->GetNazwa() + element.GetNazwa(), u"xy");
+
+    EXPECT_FALSE(o->SciezkaIstnieje(u"Podrzedne[Referencja=77].I"));
+    EXPECT_THROW(o->SetTekstowoWgSciezki(u"Podrzedne[Referencja=77].I", u"1"), ZTException);
+    EXPECT_THROW(o->WpiszDane({u"Wskaznik"}, {77}), ZTException);
+    o->WpiszDane({u"Wskaznik", u"Podrzedne[0].Wskaznik"}, {o.get(), &element});
+    EXPECT_EQ(element.GetWskaznik(), &element);
+    EXPECT_EQ(o->GetPodrzedne().IleObiektow(), 1);
+
+    o->GetPodrzedne().Dopisz();
+    element.GetPowiazane().DodajObiekt(o->GetPodrzedne()[1], 0);
+    EXPECT_TRUE(o->GetPodrzedne().UsunTeObiekty(element.GetPowiazane(), false));
+    EXPECT_TRUE(o->GetPodrzedne().ListaPusta());
+}
+
 // Parents that go round, set through the kernel: walks up end.
 TEST_F(Odpornosc, RodziceWKolo) {
     TOgniwo a;
@@ -466,14 +528,9 @@ TEST_F(Odpornosc, KazdaNazwaKlasyZamienionaNaKazdaInna) {
 TEST_F(Odpornosc, KazdyNumerPrzekierowany) {
     // Root 1, address 2, list 3 and its address 4, pointer lists 5 and 6.
     const std::string wzor = Bajty("03 00 60 1E 01 02 00 00 00 00 01 00 00");
-    const auto licznik = [](std::uint32_t numer) {
-        strumienie::TOporny s;
-        TZapisywaczDanych::ZapiszLicznik31(s, numer);
-        return s.dane;
-    };
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     for (const std::uint32_t numer : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 0x7FFFU, 0x8000U, 0x10001U, 0x7FFFFFFFU}) {
-        const std::string n = licznik(numer);
+        const std::string n = Licznik31(numer);
         ASSERT_TRUE(CzytajObce(*o, wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n)) << numer;
         Wczytaj(*o, wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n);
         TObiektBazowy* cele[] = {nullptr,           o.get(),           &o->GetAdres(),
@@ -495,9 +552,8 @@ TEST_F(Odpornosc, KazdyPrzedrostek) {
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     for (const std::string& bajty : Strumienie()) {
         for (std::size_t ile = 0; ile < bajty.size(); ++ile) {
-            EXPECT_FALSE(CzytajObce(*o, bajty.substr(0, ile))) << ile;
             strumienie::TOporny bezOkna(bajty.substr(0, ile));
-            EXPECT_FALSE(CzytajObce(*o, bezOkna)) << ile;
+            EXPECT_FALSE(CzytajObce(*o, bajty.substr(0, ile)) || CzytajObce(*o, bezOkna)) << ile;
         }
         EXPECT_TRUE(CzytajObce(*o, bajty));
         EXPECT_TRUE(Zapisz(*o) == bajty);
@@ -538,24 +594,21 @@ TEST_F(Odpornosc, KazdyBajtKazdaWartosc) {
     EXPECT_LT(stoper.Sekundy(), 120);
 }
 
-// Elements that take next to no bytes.
-TEST_F(Odpornosc, MilionElementowPrawieBezBajtow) {
-    if (ZTOK_SANITIZER)
-        GTEST_SKIP() << "a matter of time";
-    const std::string milion = Bajty("0F 80 40 42"); // 1,000,000
-    for (const auto& [poczatek, element, bajtow] :
-         {std::tuple{"03 00 80", "00", 1U}, {"03 00 00 01", "00", 1U}, {"03 00 00 08", "09 00", 2U}}) {
-        const TWlasny<TWszystko> o = Utworz<TWszystko>();
-        const std::string naglowek = Bajty(std::string(poczatek) == "03 00 80" ? "03 00 80 00" : poczatek);
-        const std::string bajty = naglowek + milion + Powtorz(Bajty(element), 1000000);
-        EXPECT_EQ(bajty.size(), naglowek.size() + 4 + 1000000 * bajtow);
-        const TStoper stoper;
-        Wczytaj(*o, bajty);
-        EXPECT_LT(stoper.Sekundy(), 1.0);
+// --- faults
+
+// What has failed for want of memory has left a valid object, also before anything clears it. An unfinished copy may
+// still point into its source, but what it points at knows of it.
+template <class F> void ZostawiaCaly(TWszystko& o, bool drzewo, const F& dzialanie) {
+    try {
+        dzialanie();
+    } catch (...) {
+        przydzialy::Psuj(-1, false);
+        if (drzewo)
+            SprawdzDrzewo(o);
+        Zapisz(o);
+        throw;
     }
 }
-
-// --- faults
 
 // What can go wrong in the middle: operations over trees of class TWszystko, with the result that they must give.
 struct TDzialanie {
@@ -567,7 +620,7 @@ const TDzialanie dzialania[] = {
     {"load",
      [](TWszystko&, const std::string& bajty) {
          const TWlasny<TWszystko> o = Utworz<TWszystko>();
-         Wczytaj(*o, bajty);
+         ZostawiaCaly(*o, true, [&] { Wczytaj(*o, bajty); });
          return std::to_string(o->GetPodrzedne().IleObiektow());
      }},
     {"copy",
@@ -575,7 +628,7 @@ const TDzialanie dzialania[] = {
          const TWlasny<TWszystko> o = Utworz<TWszystko>();
          o->GetPowiazane().DodajObiekt(&zrodlo, MaxInt);
          o->GetAdresy().Dopisz();
-         o->KopiujDane(zrodlo);
+         ZostawiaCaly(*o, false, [&] { o->KopiujDane(zrodlo); });
          return std::to_string(o->GetPodrzedne().IleObiektow());
      }},
     {"compare",
@@ -628,41 +681,6 @@ TEST_F(Odpornosc, KazdyPrzydzialMozeZawiesc) {
     }
 }
 
-// A read that fails for want of memory leaves a valid object, and so does a copy.
-TEST_F(Odpornosc, ObiektPoBrakuPamieciJestCaly) {
-    if (!przydzialy::Liczone())
-        GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
-    const std::string bajty = Strumienie()[0];
-    const TWlasny<TWszystko> zrodlo = Utworz<TWszystko>();
-    Wczytaj(*zrodlo, bajty);
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    for (const bool kopia : {false, true})
-        for (const bool naZawsze : {false, true})
-            for (std::int64_t i = 0;; ++i) {
-                bool blad = false;
-                przydzialy::Zacznij();
-                przydzialy::Psuj(i, naZawsze);
-                try {
-                    if (kopia)
-                        o->KopiujDane(*zrodlo);
-                    else
-                        Wczytaj(*o, bajty);
-                } catch (const std::bad_alloc&) {
-                    blad = true;
-                }
-                przydzialy::Zakoncz();
-                // An unfinished copy may still point into its source, but what it points at knows of it.
-                if (!kopia)
-                    SprawdzDrzewo(*o);
-                if (!blad)
-                    break;
-                Zapisz(*o);
-                if (i % 2 == 0)
-                    o->ZerujDane();
-            }
-    EXPECT_TRUE(Zapisz(*o) == bajty);
-}
-
 // Descriptors of the classes are built in the middle of a read, by a kernel that has met none of them.
 TEST_F(Odpornosc, BrakPamieciPrzyBudowieOpisow) {
     if (!przydzialy::Liczone())
@@ -707,13 +725,10 @@ TEST_F(Odpornosc, StrumienZawodziNaKazdejPozycji) {
             odczyt.pada = gdzie;
             odczyt.rzuca = rzuca;
             odczyt.porcja = 7;
-            if (rzuca) {
-                EXPECT_THROW(zrodlo->ZapiszWStrumieniu(zapis), EBladSystemu) << gdzie;
-                EXPECT_THROW(o->WczytajZeStrumienia(odczyt), EBladSystemu) << gdzie;
-            } else {
-                EXPECT_THROW(zrodlo->ZapiszWStrumieniu(zapis), EBladZapisu) << gdzie;
-                EXPECT_THROW(o->WczytajZeStrumienia(odczyt), EBladOdczytu) << gdzie;
-            }
+            const auto pisz = [&] { zrodlo->ZapiszWStrumieniu(zapis); };
+            const auto czytaj = [&] { o->WczytajZeStrumienia(odczyt); };
+            EXPECT_TRUE(rzuca ? Zglasza<EBladSystemu>(pisz) : Zglasza<EBladZapisu>(pisz)) << gdzie;
+            EXPECT_TRUE(rzuca ? Zglasza<EBladSystemu>(czytaj) : Zglasza<EBladOdczytu>(czytaj)) << gdzie;
             EXPECT_TRUE(bajty.compare(0, zapis.dane.size(), zapis.dane) == 0);
             SprawdzDrzewo(*o);
         }

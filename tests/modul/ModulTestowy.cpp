@@ -41,31 +41,13 @@ MODUL_API bool ModulPoznaje(const ztok::TObiektBazowy* obiekt) {
     return obiekt->JestKlasy(probki::TWspolna::KlasaStatyczna());
 }
 
+template <class E> [[noreturn]] void Rzuc() { throw E(u"z modułu"); }
 MODUL_API void ModulRzuc(int ktory) {
-    switch (ktory) {
-    case 0:
-        throw ztok::EBladKonwersji(u"z modułu");
-    case 1:
-        throw ztok::EBladWariantu(u"z modułu");
-    case 2:
-        throw ztok::EBladOdczytu(u"z modułu");
-    case 3:
-        throw ztok::EBladZapisu(u"z modułu");
-    case 4:
-        throw ztok::EBladRzutowania(u"z modułu");
-    case 5:
-        throw ztok::EBladAbstrakcyjny(u"z modułu");
-    case 6:
-        throw ztok::EBladSystemu(u"z modułu");
-    case 7:
-        throw ztok::EBladAsercji(u"z modułu");
-    case 8:
-        throw ztok::EBladFormatu(u"z modułu");
-    case 9:
-        throw ztok::ZTException(u"z modułu");
-    default:
-        throw ztok::TZTFileError(u"z modułu");
-    }
+    using namespace ztok;
+    void (*const rzuty[])() = {Rzuc<EBladKonwersji>,  Rzuc<EBladWariantu>,     Rzuc<EBladOdczytu>, Rzuc<EBladZapisu>,
+                               Rzuc<EBladRzutowania>, Rzuc<EBladAbstrakcyjny>, Rzuc<EBladSystemu>, Rzuc<EBladAsercji>,
+                               Rzuc<EBladFormatu>,    Rzuc<ZTException>,       Rzuc<TZTFileError>};
+    rzuty[ktory]();
 }
 
 // Calls back; what the callback raises passes through the module.

@@ -282,20 +282,20 @@ bool TArrayOfConst::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiekt
 
 void TArrayOfConst::PrzytnijPolaWgRozm(bool trymuj) {
     for (std::int32_t i = Ile() - 1; i >= 0; --i)
-        if (TObiektBazowy* obiekt = Obiekt(i); obiekt != nullptr)
+        if (TObiektBazowy* obiekt = Obiekt(i); JestDoObejscia(obiekt))
             obiekt->PrzytnijPolaWgRozm(trymuj);
 }
 
 void TArrayOfConst::TrymujPolaTekstowe(bool podobiektyTez) {
     for (std::int32_t i = Ile() - 1; i >= 0; --i)
-        if (TObiektBazowy* obiekt = Obiekt(i); obiekt != nullptr)
+        if (TObiektBazowy* obiekt = Obiekt(i); JestDoObejscia(obiekt))
             obiekt->TrymujPolaTekstowe(podobiektyTez);
 }
 
 bool TArrayOfConst::SaDaneUnicode(int nrPola) const {
     const auto element = [this](std::int32_t nr) {
         const TObiektBazowy* obiekt = Obiekt(nr);
-        return obiekt != nullptr ? obiekt->SaDaneUnicode(CalyObiekt)
+        return obiekt != nullptr ? JestDoObejscia(obiekt) && obiekt->SaDaneUnicode(CalyObiekt)
                                  : Element(nr).JestTekst16() && !MiesciSieWWin1250(Element(nr).JakoTekst());
     };
     if (nrPola != CalyObiekt)

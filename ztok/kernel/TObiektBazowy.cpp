@@ -285,17 +285,12 @@ void TObiektBazowy::KopiujZ(const TPole& zrodlo, TKopierDanych& kopier) {
     WykonajKopiowanie(zrodlo, kopier);
 }
 
-namespace {
-
-// Whether one of the two is a part of the other: a copy would then free, or go on growing, what it still reads.
-bool JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept {
+bool TObiektBazowy::JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept {
     const auto jestNad = [](const TObiektBazowy& przodek, const TObiektBazowy& potomek) {
         return WGore(&potomek, [&przodek](const TObiektBazowy& o) { return &o == &przodek; }) != nullptr;
     };
     return jestNad(a, b) || jestNad(b, a);
 }
-
-} // namespace
 
 void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     if (&zrodlo == this)

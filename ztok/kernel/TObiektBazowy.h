@@ -200,6 +200,13 @@ class ZTOK_API TObiektBazowy : public TPole {
     // the path from there on. ZTException with the operation's name when what comes before leads to no list.
     bool ZDowolnym(std::u16string_view operacja, std::u16string_view sciezka, TListaBazowa*& lista,
                    std::u16string_view& odDowolnego) const;
+    // Whether a walk over texts goes on into the object: not into a pointer list, whose elements live elsewhere and may
+    // lead back.
+    [[nodiscard]] static bool JestDoObejscia(const TObiektBazowy* obiekt) noexcept {
+        return obiekt != nullptr && !obiekt->Klasa()->Ma(ckListaWsk);
+    }
+    // Whether one of the two is a part of the other: a copy would then free, or go on growing, what it still reads.
+    [[nodiscard]] static bool JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept;
     // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user
     // notice. For destructors of derived classes (the declaring macros write them).
     void DokonczZycie() noexcept {

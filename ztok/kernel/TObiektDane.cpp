@@ -58,7 +58,13 @@ void TObiekt::WpiszPare(const TArgument& pole, const TArgument& wartosc) {
     int nrPola = CalyObiekt;
     if (!ObiektIPole(sciezka, true, obiekt, nrPola) || obiekt == nullptr || !obiekt->Klasa()->Ma(ckObiekt))
         ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", sciezka});
-    static_cast<TObiekt*>(obiekt)->WpiszWartosc(nrPola, wartosc, NazwaKlasy());
+    auto& cel = static_cast<TObiekt&>(*obiekt);
+    // The value of a pointer field is an address: no text or number behind a path, as in the conditions of one, sets
+    // it.
+    if (const TKlasa* typ = cel.TypPolaNr(nrPola);
+        typ != nullptr && typ->Ma(ckPoleWsk) && wartosc.Tag() != TTag::Object && wartosc.Tag() != TTag::Pointer)
+        ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", sciezka});
+    cel.WpiszWartosc(nrPola, wartosc, NazwaKlasy());
 }
 
 void TObiekt::WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu) {

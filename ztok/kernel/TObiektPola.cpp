@@ -126,7 +126,8 @@ void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
         if (pole == nullptr)
             continue;
         if (TObiektBazowy* obiekt = JakoObiekt(pole); obiekt != nullptr) {
-            obiekt->PrzytnijPolaWgRozm(trymuj);
+            if (JestDoObejscia(obiekt))
+                obiekt->PrzytnijPolaWgRozm(trymuj);
             continue;
         }
         const auto rozmiar = static_cast<std::size_t>(std::max(RozmPolaNr(nr), 0));
@@ -144,7 +145,7 @@ void TObiekt::TrymujPolaTekstowe(bool podobiektyTez) {
             continue;
         if (TObiektBazowy* obiekt = JakoObiekt(pole); obiekt == nullptr)
             ZmienTekst(*this, nr, *pole, [](auto tekst) { return ZTOKTrim(tekst); });
-        else if (podobiektyTez)
+        else if (podobiektyTez && JestDoObejscia(obiekt))
             obiekt->TrymujPolaTekstowe(true);
     }
 }
@@ -160,7 +161,7 @@ bool TObiekt::SaDaneUnicode(int nrPola) const {
     if (pole == nullptr)
         return false;
     if (const TObiektBazowy* obiekt = JakoObiekt(pole); obiekt != nullptr)
-        return obiekt->SaDaneUnicode(CalyObiekt);
+        return JestDoObejscia(obiekt) && obiekt->SaDaneUnicode(CalyObiekt);
     switch (pole->Klasa()->kodPola) {
     case kpString:
         return !MiesciSieWWin1250(static_cast<const TPoleString*>(pole)->Wartosc());
@@ -192,75 +193,86 @@ std::u16string TObiekt::OpisTekstowy() const {
 
 namespace {
 
-// The top of a copy of some fields: as for a whole object, pointers are re-pointed or registered at the end.
-template <class F> void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, TKopierDanych* kopier, const F& kopiuj) {
+// The top of a copy of some fields: as for a whole object, pointers are re-pointed or registered at the end. When one
+// object is a part of the other (`razem`), the fields are copied into an object of their own first.
+template <class F>
+void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, bool razem, TKopierDanych* kopier, const F& kopiuj) {
     if (&cel == &zrodlo)
         return;
     if (kopier != nullptr) {
-        kopiuj(*kopier);
+        kopiuj(cel, zrodlo, *kopier);
+        return;
+    }
+    if (razem) {
+        const TWlasny<TObiektBazowy> osobno = zrodlo.TworzInstancje(nullptr);
+        KopiujPola(static_cast<TObiekt&>(*osobno), zrodlo, false, nullptr, kopiuj);
+        KopiujPola(cel, static_cast<TObiekt&>(*osobno), false, nullptr, kopiuj);
         return;
     }
     const TBlokadaObiektu blokada(cel);
     const TBlokadaObiektu blokadaZrodla(zrodlo);
     TKopierDanych wlasny; // goes before the locks do: after an error it still registers references
-    kopiuj(wlasny);
+    kopiuj(cel, zrodlo, wlasny);
     wlasny.PrzepnijReferencje();
 }
 
 } // namespace
 
 void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale, TKopierDanych* kopier) {
-    KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
+    const auto kopiuj = [pola, zerujPozostale](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
         if (zerujPozostale)
-            ZerujDaneOprocz(pola);
+            cel.ZerujDaneOprocz(pola);
         bool calyObiekt = false;
-        const std::vector<TWybranePole> wybrane = WybranePola(*this, pola, u"KDP", calyObiekt);
+        const std::vector<TWybranePole> wybrane = WybranePola(cel, pola, u"KDP", calyObiekt);
         if (calyObiekt) {
-            KopiujDane(zrodlo, &k);
+            cel.KopiujDane(skad, &k);
             return;
         }
         for (const TWybranePole& wybrane1 : wybrane) {
-            TObiektBazowy* skad = JakoObiekt(zrodlo.Pole(wybrane1.nr));
-            if (wybrane1.cale || skad == nullptr || !skad->Klasa()->Ma(ckObiekt))
-                KopiujPole(wybrane1.nr, zrodlo, k);
+            TObiektBazowy* czesc = JakoObiekt(skad.Pole(wybrane1.nr));
+            if (wybrane1.cale || czesc == nullptr || !czesc->Klasa()->Ma(ckObiekt))
+                cel.KopiujPole(wybrane1.nr, skad, k);
             else
-                static_cast<TObiekt&>(DajPoleKlasy(wybrane1.nr, TObiekt::KlasaStatyczna()))
-                    .KopiujDanePol(static_cast<const TObiekt&>(*skad), wybrane1.czesci, false, &k);
+                static_cast<TObiekt&>(cel.DajPoleKlasy(wybrane1.nr, TObiekt::KlasaStatyczna()))
+                    .KopiujDanePol(static_cast<const TObiekt&>(*czesc), wybrane1.czesci, false, &k);
         }
-    });
+    };
+    KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
 }
 
 void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDanych* kopier) {
-    KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
+    const auto kopiuj = [pola](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
         bool calyObiekt = false;
-        const std::vector<TWybranePole> pominiete = WybranePola(*this, pola, u"KDO", calyObiekt);
+        const std::vector<TWybranePole> pominiete = WybranePola(cel, pola, u"KDO", calyObiekt);
         if (calyObiekt)
             return;
-        const int ile = std::max(ilePol_, zrodlo.ilePol_);
+        const int ile = std::max(cel.ilePol_, skad.ilePol_);
         for (int nr = 0; nr < ile; ++nr) {
             const auto gdzie =
                 std::find_if(pominiete.begin(), pominiete.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
             if (gdzie == pominiete.end()) {
-                KopiujPole(nr, zrodlo, k);
-            } else if (TObiektBazowy* skad = JakoObiekt(zrodlo.Pole(nr));
-                       !gdzie->cale && skad != nullptr && skad->Klasa()->Ma(ckObiekt)) {
-                static_cast<TObiekt&>(DajPoleKlasy(nr, TObiekt::KlasaStatyczna()))
-                    .KopiujDaneOprocz(static_cast<const TObiekt&>(*skad), gdzie->czesci, &k);
+                cel.KopiujPole(nr, skad, k);
+            } else if (TObiektBazowy* czesc = JakoObiekt(skad.Pole(nr));
+                       !gdzie->cale && czesc != nullptr && czesc->Klasa()->Ma(ckObiekt)) {
+                static_cast<TObiekt&>(cel.DajPoleKlasy(nr, TObiekt::KlasaStatyczna()))
+                    .KopiujDaneOprocz(static_cast<const TObiekt&>(*czesc), gdzie->czesci, &k);
             }
         }
-    });
+    };
+    KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
 }
 
 void TObiekt::KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier) {
-    KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
-        for (int nr = 0; nr < zrodlo.ilePol_; ++nr)
-            if (const TPole* skad = zrodlo.Pole(nr); skad != nullptr)
+    const auto kopiuj = [klasy](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
+        for (int nr = 0; nr < skad.ilePol_; ++nr)
+            if (const TPole* pole = skad.Pole(nr); pole != nullptr)
                 for (const TKlasa* klasa : klasy)
-                    if (skad->JestKlasy(klasa)) {
-                        KopiujPole(nr, zrodlo, k);
+                    if (pole->JestKlasy(klasa)) {
+                        cel.KopiujPole(nr, skad, k);
                         break;
                     }
-    });
+    };
+    KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
 }
 
 } // namespace ztok

@@ -51,6 +51,14 @@ bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty po
         UsunObiektyOprocz(pola, wartosci, rozmLiter);
         return !ListaPusta();
     }
+    if (dane != nullptr && Klasa()->Ma(ckListaZObiektami) &&
+        (dane->Klasa()->Ma(ckListaWsk) || JednoWDrugim(*this, *dane))) {
+        // What is copied may die with this list's elements: they go when the copies are made.
+        const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
+        static_cast<TListaBazowa&>(*kopie).DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
+        ZerujDane();
+        return PrzeniesDane(static_cast<TListaBazowa&>(*kopie));
+    }
     ZerujDane();
     return DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
 }

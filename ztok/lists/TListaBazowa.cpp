@@ -297,19 +297,19 @@ void TListaBazowa::ZerujDaneOprocz(TArgumenty pola) {
 
 void TListaBazowa::PrzytnijPolaWgRozm(bool trymuj) {
     for (TObiektBazowy* element : *this)
-        if (element != nullptr)
+        if (JestDoObejscia(element))
             element->PrzytnijPolaWgRozm(trymuj);
 }
 
 void TListaBazowa::TrymujPolaTekstowe(bool podobiektyTez) {
     for (TObiektBazowy* element : ListaOdKonca())
-        if (element != nullptr)
+        if (JestDoObejscia(element))
             element->TrymujPolaTekstowe(podobiektyTez);
 }
 
 bool TListaBazowa::SaDaneUnicode(int nrPola) const {
     for (const TObiektBazowy* element : *this)
-        if (element != nullptr && element->SaDaneUnicode(nrPola))
+        if (JestDoObejscia(element) && element->SaDaneUnicode(nrPola))
             return true;
     return false;
 }

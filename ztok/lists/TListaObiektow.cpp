@@ -108,10 +108,16 @@ void TListaObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPoj
 namespace {
 
 // Copies between elements of two lists as the operation says, under one copier, so that pointers inside the copy find
-// it.
-template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow& zrodlo, const F& kopiuj) {
+// it. When one list is a part of the other (`razem`), the elements are copied into a list of their own first.
+template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow& zrodlo, bool razem, const F& kopiuj) {
     if (&cel == &zrodlo)
         return;
+    if (razem) {
+        const TWlasny<TObiektBazowy> osobno = zrodlo.TworzInstancje(nullptr);
+        KopiujElementy(static_cast<TListaObiektow&>(*osobno), zrodlo, false, kopiuj);
+        KopiujElementy(cel, static_cast<TListaObiektow&>(*osobno), false, kopiuj);
+        return;
+    }
     cel.WyrownajDoListy(zrodlo, false);
     TKopierDanych kopier;
     for (std::int32_t i = 0; i < cel.IleObiektow(); ++i) {
@@ -126,21 +132,24 @@ template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow
 } // namespace
 
 void TListaObiektow::KopiujDanePol(const TListaObiektow& zrodlo, TArgumenty pola, bool zerujPozostale) {
-    KopiujElementy(*this, zrodlo, [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
-        dokad.KopiujDanePol(skad, pola, zerujPozostale, &kopier);
-    });
+    KopiujElementy(*this, zrodlo, JednoWDrugim(*this, zrodlo),
+                   [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
+                       dokad.KopiujDanePol(skad, pola, zerujPozostale, &kopier);
+                   });
 }
 
 void TListaObiektow::KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty pola) {
-    KopiujElementy(*this, zrodlo, [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
-        dokad.KopiujDaneOprocz(skad, pola, &kopier);
-    });
+    KopiujElementy(*this, zrodlo, JednoWDrugim(*this, zrodlo),
+                   [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
+                       dokad.KopiujDaneOprocz(skad, pola, &kopier);
+                   });
 }
 
 void TListaObiektow::KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<const TKlasa* const> klasy) {
-    KopiujElementy(*this, zrodlo, [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
-        dokad.KopiujDaneKlas(skad, klasy, &kopier);
-    });
+    KopiujElementy(*this, zrodlo, JednoWDrugim(*this, zrodlo),
+                   [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
+                       dokad.KopiujDaneKlas(skad, klasy, &kopier);
+                   });
 }
 
 bool TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& lista) {

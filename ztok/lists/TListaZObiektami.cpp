@@ -136,23 +136,23 @@ bool TListaZObiektami::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, T
 }
 
 bool TListaZObiektami::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) {
-    TPierwszyBlad blad;
-    bool usunieto = false;
-    // The pointer list may change while elements die: a reference list loses them.
-    for (std::int32_t k = obiekty.IleObiektow() - 1; k >= 0; --k) {
-        TObiektBazowy* szukany = obiekty.Obiekty(k);
-        for (std::int32_t i = 0; szukany != nullptr && i < FIleObiektow; ++i)
-            if (FObiekty[i] == szukany) {
-                FObiekty[i] = nullptr;
-                usunieto = true;
-                blad.Wykonaj([szukany] { Zwolnij(szukany); });
-                break;
-            }
+    // All are found before any dies: the pointer list may lose them, or be a part of one.
+    std::vector<TObiektBazowy*> ginace;
+    ginace.reserve(static_cast<std::size_t>(obiekty.IleObiektow()));
+    for (TObiektBazowy* szukany : obiekty.ListaOdKonca()) {
+        TObiektBazowy** const koniec = FObiekty + FIleObiektow;
+        if (TObiektBazowy** const gdzie = std::find(FObiekty, koniec, szukany); szukany != nullptr && gdzie != koniec) {
+            *gdzie = nullptr;
+            ginace.push_back(szukany);
+        }
     }
-    if (usunieto)
+    TPierwszyBlad blad;
+    for (TObiektBazowy* obiekt : ginace)
+        blad.Wykonaj([obiekt] { Zwolnij(obiekt); });
+    if (!ginace.empty())
         UsunObiektyNil(zachowajPojemnosc);
     blad.Rzuc();
-    return usunieto;
+    return !ginace.empty();
 }
 
 bool TListaZObiektami::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) {
