@@ -25,7 +25,7 @@ TEST(Guid, TablicaOczekiwanych) {
         for (std::size_t i = 0; i < bajty.size(); ++i)
             bajty[i] = static_cast<std::uint8_t>(std::stoul(w[1].substr(2 * i, 2), nullptr, 16));
         const TGUID guid = GuidZBajtow(bajty);
-        EXPECT_EQ(Utf8ZUtf16(TekstGuid(guid)), w[2]);
+        EXPECT_EQ(Utf8ZUtf16(GUIDToString(guid)), w[2]);
         EXPECT_EQ(BajtyGuid(guid), bajty);
         EXPECT_EQ(GuidZTekstu(Utf16ZUtf8(w[2])), guid);
         std::string male = w[2];
@@ -33,13 +33,13 @@ TEST(Guid, TablicaOczekiwanych) {
             c = static_cast<char>(c >= 'A' && c <= 'F' ? c + 32 : c);
         EXPECT_EQ(GuidZTekstu(Utf16ZUtf8(male)), guid);
         guidy.push_back(guid);
-        teksty.push_back(TekstGuid(guid));
+        teksty.push_back(GUIDToString(guid));
     }
     // Identifiers sort as their texts do.
     std::sort(guidy.begin(), guidy.end());
     std::sort(teksty.begin(), teksty.end());
     for (std::size_t i = 0; i < guidy.size(); ++i)
-        EXPECT_EQ(TekstGuid(guidy[i]), teksty[i]);
+        EXPECT_EQ(GUIDToString(guidy[i]), teksty[i]);
     constexpr TGUID staly = Guid("{12345678-9abc-DEF0-0123-456789ABCDEF}");
     static_assert(staly.d1 == 0x12345678 && staly.d2 == 0x9ABC && staly.d3 == 0xDEF0 && staly.d4[7] == 0xEF);
 }

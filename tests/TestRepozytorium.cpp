@@ -98,7 +98,7 @@ TEST_F(Repozytorium, KluczeJakWSlowniku) {
     for (int krok = 0; krok < 600; ++krok) {
         const TGUID& guid = guidy[los() % 4];
         const std::u16string& i = id[los() % 6];
-        const std::pair klucz(TekstGuid(guid), i);
+        const std::pair klucz(GUIDToString(guid), i);
         const TKlasa* klasa = los() % 2 == 0 ? TUsluga::KlasaStatyczna() : TOkno::KlasaStatyczna();
         if (los() % 3 != 0) {
             r->RejestrujObiekt(guid, klasa, nullptr, i);
@@ -130,7 +130,7 @@ TEST_F(Repozytorium, KluczeJakWSlowniku) {
         const auto pierwszy = std::find_if(model.begin(), model.end(),
                                            [&](const auto& p) { return p.second == klasa && p.first.second == i; });
         ASSERT_EQ(r->DajIIDWgKlasy(klasa, znaleziony, i), pierwszy != model.end());
-        ASSERT_EQ(TekstGuid(znaleziony), pierwszy != model.end() ? pierwszy->first.first : TekstGuid(B));
+        ASSERT_EQ(GUIDToString(znaleziony), pierwszy != model.end() ? pierwszy->first.first : GUIDToString(B));
     }
     TLista& lista = r->LockList();
     EXPECT_EQ(lista.IleObiektow(), static_cast<std::int32_t>(model.size()));
