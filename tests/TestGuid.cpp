@@ -60,20 +60,14 @@ TEST(Guid, ZlyTekst) {
 
 // ---- interfaces
 
-struct ILicznik : IInterfejs {
-    static constexpr TGUID IID = Guid("{11111111-0000-0000-0000-000000000001}");
-    virtual int Liczba() = 0;
+template <std::uint32_t Nr> struct IProbny : IInterfejs {
+    static constexpr TGUID IID{Nr, 0, 0, {}};
+    virtual std::size_t Liczba() = 0;
 };
-struct INazwa : IInterfejs {
-    static constexpr TGUID IID = Guid("{11111111-0000-0000-0000-000000000002}");
-    virtual int DlugoscNazwy() = 0;
-};
-struct IDodatek : IInterfejs {
-    static constexpr TGUID IID = Guid("{11111111-0000-0000-0000-000000000003}");
-};
-struct IObcy : IInterfejs {
-    static constexpr TGUID IID = Guid("{11111111-0000-0000-0000-000000000004}");
-};
+using ILicznik = IProbny<1>;
+using INazwa = IProbny<2>;
+using IDodatek = IProbny<3>;
+using IObcy = IProbny<4>;
 
 int zywych = 0;
 int kroki = 0;
@@ -83,8 +77,7 @@ class TDwa : public TImplementacja<TObiektLiczony, ILicznik, INazwa> {
 
     TDwa() { ++zywych; }
     ~TDwa() override { --zywych; }
-    int Liczba() override { return 2; }
-    int DlugoscNazwy() override { return static_cast<int>(NazwaKlasy().size()); }
+    std::size_t Liczba() override { return NazwaKlasy().size(); }
 
   protected:
     void WykonajDestrukcje() override {
@@ -98,8 +91,7 @@ class TDwa : public TImplementacja<TObiektLiczony, ILicznik, INazwa> {
 // Adds an interface to those that it inherits and overrides an operation of those.
 class TTrzy : public TImplementacja<TDwa, IDodatek> {
     ZTOK_KLASA_DEKL(TTrzy)
-
-    int Liczba() override { return 3; }
+    std::size_t Liczba() override { return 3; }
 };
 
 ZTOK_KLASA_DEF(TDwa, TObiektLiczony)
@@ -113,8 +105,7 @@ TEST(Interfejsy, LiczenieIWyszukiwanie) {
         EXPECT_EQ(obiekt->LiczbaReferencji(), 1);
         TIntf<ILicznik> licznik = dodatek.As<ILicznik>(); // from the ancestor's table
         ASSERT_TRUE(licznik);
-        EXPECT_EQ(licznik->Liczba(), 3);
-        EXPECT_EQ(licznik.As<INazwa>()->DlugoscNazwy(), 5);
+        EXPECT_EQ(licznik.As<INazwa>()->Liczba(), 3U);
         EXPECT_EQ(licznik.As<IDodatek>(), dodatek);
         EXPECT_EQ(obiekt->LiczbaReferencji(), 2);
         // One identity, whichever interface is asked; the object itself is given uncounted.

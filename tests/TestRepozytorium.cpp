@@ -7,10 +7,10 @@
 #include <map>
 #include <optional>
 #include <random>
-#include <thread>
 
 #include "Bledy.h"
 #include "BrakPamieci.h"
+#include "Watki.h"
 #include "modul/KlasyModulu.h"
 #include "platforma/SystemTestowy.h"
 #include "ztok/platform/TKomponent.h"
@@ -81,6 +81,8 @@ bool FabrykaOdmowna(TUchwyt& uchwyt, const TGUID&, bool, TObiektOgolny*, TObiekt
 }
 
 TRepozytorium NoweRepozytorium() { return TRepozytorium(UtworzSurowy<TRepozytoriumKlas>()); }
+
+TIntf<IUsluga> Usluga(std::u16string_view nazwa) { return TIntf<IUsluga>(UtworzSurowy<TUsluga>(nazwa)); }
 
 std::u16string Nazwa(const TRepozytorium& r, std::u16string_view id, TObiektOgolny* wlasciciel = nullptr) {
     const TIntf<IUsluga> usluga = r->DajInterfejs<IUsluga>(id, wlasciciel);
@@ -192,7 +194,7 @@ TEST_F(Repozytorium, KazdySposobDajeCoTrzeba) {
     const TRepozytorium r = NoweRepozytorium();
     const TRepozytorium zewnetrzne = NoweRepozytorium();
     r->UstawParent(zewnetrzne);
-    r->RejestrujObiekt(IUsluga::IID, TIntf<IUsluga>(UtworzSurowy<TUsluga>(u"gotowa")).get(), u"gotowa");
+    r->RejestrujObiekt(IUsluga::IID, Usluga(u"gotowa").get(), u"gotowa");
     EXPECT_EQ(zyje, 1); // held
     r->RejestrujObiekt(IUsluga::IID, TUsluga::KlasaStatyczna(), nullptr, u"klasa");
     r->RejestrujObiekt(IUsluga::IID, &Fabryka, u"fabryka");
@@ -210,7 +212,7 @@ TEST_F(Repozytorium, KazdySposobDajeCoTrzeba) {
         u"interfejs");
     zewnetrzne->RejestrujObiekt(IUsluga::IID, &Fabryka, u"odmowna");
     zewnetrzne->RejestrujObiekt(IUsluga::IID, TUsluga::KlasaStatyczna(), nullptr, u"tylko tam");
-    r->RejestrujObiekt(IUsluga::IID, TIntf<IUsluga>(UtworzSurowy<TUsluga>(u"inna")).get(), u"klasa"); // changes nothing
+    r->RejestrujObiekt(IUsluga::IID, Usluga(u"inna").get(), u"klasa"); // changes nothing
     const struct {
         const char16_t *id, *nazwa;
     } przypadki[] = {
@@ -228,26 +230,27 @@ TEST_F(Repozytorium, KazdySposobDajeCoTrzeba) {
 
     const std::u16string juzJest =
         u"próba dodania elementu istniejącego już na liście ({C3715265-1F99-4861-9838-6EF4E3BC6E8A}, fabryka)";
-    const std::u16string uzycie = u"niedozwolone użycie RejestrujObiekt w TRepozytoriumKlas";
+    const std::u16string uzycie = u"niedozwolone użycie ";
+    const std::u16string gdzie = u" w TRepozytoriumKlas";
     const std::u16string brak = u"brak interfejsu {0000000A-0000-0000-0000-000000000000}";
-    const struct {
-        std::u16string blad;
-        bool zwykly; // raised as a plain exception, not one of the library's checks
-        TDzialanie dzialanie;
-    } bledy[] = {
-        {juzJest, true, [&] { r->RejestrujObiekt(IUsluga::IID, &Fabryka, u"fabryka"); }},
-        {juzJest, true, [&] { r->RejestrujObiekt(IUsluga::IID, &FabrykaOdmowna, u"fabryka"); }},
-        {brak, false, [&] { r->RejestrujObiekt(A, r.get(), u""); }},
-        {brak, false, [&] { r->RejestrujObiekt(A, static_cast<IInterfejs*>(nullptr), u""); }},
-        {uzycie, false, [&] { r->RejestrujObiekt(A, TKonstruktor{}, u""); }},
-        {uzycie, false, [&] { r->RejestrujObiekt(A, TKonstruktorInt{}, u""); }},
-        {uzycie, false, [&] { r->RejestrujObiekt(A, static_cast<const TKlasa*>(nullptr), nullptr, u""); }},
-        {u"niedozwolone użycie UstawParent w TRepozytoriumKlas", false, [&] { zewnetrzne->UstawParent(r); }},
-        {u"niedozwolone użycie UstawParent w TRepozytoriumKlas", false, [&] { r->UstawParent(r); }},
+    const auto rej = [&](const TGUID& guid, auto co, std::u16string_view id = {}) {
+        return [=, &r] { r->RejestrujObiekt(guid, co, id); };
     };
-    for (const auto& b : bledy) {
-        EXPECT_EQ(Blad(b.dzialanie), b.blad);
-        EXPECT_EQ(testy::Zglasza<ZTException>(b.dzialanie), !b.zwykly);
+    const std::pair<std::u16string, TDzialanie> bledy[] = {
+        {juzJest, rej(IUsluga::IID, &Fabryka, u"fabryka")},
+        {juzJest, rej(IUsluga::IID, &FabrykaOdmowna, u"fabryka")},
+        {brak, rej(A, static_cast<IInterfejs*>(r.get()))},
+        {brak, rej(A, static_cast<IInterfejs*>(nullptr))},
+        {uzycie + u"RejestrujObiekt" + gdzie, rej(A, TKonstruktor{})},
+        {uzycie + u"RejestrujObiekt" + gdzie, rej(A, TKonstruktorInt{})},
+        {uzycie + u"RejestrujObiekt" + gdzie,
+         [&r] { r->RejestrujObiekt(A, static_cast<const TKlasa*>(nullptr), nullptr, u""); }},
+        {uzycie + u"UstawParent" + gdzie, [&] { zewnetrzne->UstawParent(r); }},
+        {uzycie + u"UstawParent" + gdzie, [&r] { r->UstawParent(r); }},
+    };
+    for (const auto& [blad, dzialanie] : bledy) {
+        EXPECT_EQ(Blad(dzialanie), blad);
+        EXPECT_EQ(testy::Zglasza<ZTException>(dzialanie), blad != juzJest); // a plain exception
     }
     EXPECT_EQ(r->DajParent(), zewnetrzne);
     r->UstawParent(nullptr);
@@ -264,7 +267,7 @@ TEST_F(Repozytorium, UchwytZnaWlasciciela) {
             if (rodzic != nullptr)
                 return static_cast<TKolekcjaObiektow*>(rodzic)->Dodaj(Utworz<TDokument>());
             auto* okno = UtworzSurowy<TOkno>(static_cast<TKomponent*>(wlasciciel));
-            okno->usluga = TIntf<IUsluga>(UtworzSurowy<TUsluga>(u"okna"));
+            okno->usluga = Usluga(u"okna");
             return okno;
         },
         u"okno");
@@ -318,7 +321,7 @@ TEST_F(Repozytorium, ZarejestrowaneUzywaRepozytorium) {
             const TRepozytorium w = RepozytoriumKlas();
             w->WyrejestrujObiekt(guid, id);
             w->RejestrujObiekt(guid, TUsluga::KlasaStatyczna(), nullptr, u"z fabryki");
-            std::thread([&] { EXPECT_FALSE(w->JestZarejestrowany(guid, id)); }).join(); // no lock is held
+            testy::WWatkach(1, [&](int) { EXPECT_FALSE(w->JestZarejestrowany(guid, id)); }); // no lock is held
             return w->DajUchwyt(uchwyt, guid, u"z fabryki");
         },
         u"raz");
@@ -388,7 +391,7 @@ TEST_F(Repozytorium, DrogaPrzezWlascicieli) {
         EXPECT_EQ(Blad<ZTException>([&] { static_cast<void>(RepozytoriumKlas(obiekt, true)); }),
                   u"brak dostępu do repozytorium");
         okno.repozytorium = wlasne;
-        okno.usluga = TIntf<IUsluga>(UtworzSurowy<TUsluga>(u"okna"));
+        okno.usluga = Usluga(u"okna");
         EXPECT_TRUE(RepozytoriumKlas(obiekt, znalezione));
         EXPECT_EQ(znalezione, wlasne);
         TUchwyt uchwyt;
@@ -410,25 +413,25 @@ TEST_F(Repozytorium, DrogaPrzezWlascicieli) {
 }
 
 TEST_F(Repozytorium, SkladnikiGinaZWlascicielem) {
-    static std::vector<std::size_t> kolejnosc;
-    class TSkladnik : public TKomponent {
-      public:
-        TSkladnik(TKomponent* wlasciciel, std::size_t nr) : TKomponent(wlasciciel), nr_(nr) {}
-        ~TSkladnik() override { kolejnosc.push_back(nr_); }
-
-      private:
-        std::size_t nr_;
+    std::u16string kolejnosc;
+    const auto nowe = [&kolejnosc](TKomponent& wlasciciel, const char16_t* nazwa) {
+        auto* okno = &wlasciciel.UtworzSkladnik<TOkno>();
+        auto* usluga = UtworzSurowy<TUsluga>();
+        usluga->koniec = [&kolejnosc, nazwa] { kolejnosc += nazwa; };
+        okno->usluga = TIntf<IUsluga>(usluga);
+        return okno;
     };
     TWlasny<TKomponent> korzen = Utworz<TKomponent>();
-    TKomponent* pierwszy = &korzen->UtworzSkladnik<TSkladnik>(0U);
-    korzen->UtworzSkladnik<TSkladnik>(1U);
-    pierwszy->UtworzSkladnik<TSkladnik>(2U);
-    EXPECT_EQ(korzen->IleSkladnikow(), 2U);
-    Zwolnij(korzen->Skladnik(1));
+    TKomponent* pierwszy = nowe(*korzen, u"1");
+    TKomponent* drugi = nowe(*korzen, u"2");
+    nowe(*pierwszy, u"3");
+    nowe(*pierwszy, u"4");
+    EXPECT_EQ(korzen->Skladnik(1), drugi);
+    Zwolnij(drugi);
     EXPECT_EQ(korzen->IleSkladnikow(), 1U);
     EXPECT_EQ(korzen->Skladnik(1), nullptr);
     korzen.Ustaw();
-    EXPECT_EQ(kolejnosc, (std::vector<std::size_t>{1, 2, 0}));
+    EXPECT_EQ(kolejnosc, u"2431");
     // A chain that no recursion could free.
     korzen = Utworz<TKomponent>();
     TKomponent* dno = korzen.get();
@@ -472,7 +475,7 @@ TEST_F(Repozytorium, ModulOferujeIOdchodzi) {
 // What is registered with the process's repository ends before the kernel; who held the controller still has it.
 TEST_F(Repozytorium, KoniecBibliotekiZwalniaZarejestrowane) {
     const TIntf<IKontroler> kontroler = Kontroler();
-    RepozytoriumKlas()->RejestrujObiekt(IUsluga::IID, TIntf<IUsluga>(UtworzSurowy<TUsluga>()).get(), u"x");
+    RepozytoriumKlas()->RejestrujObiekt(IUsluga::IID, Usluga(u"").get(), u"x");
     EXPECT_EQ(zyje, 1);
     ZamknijBiblioteke();
     EXPECT_EQ(zyje, 0);
@@ -621,37 +624,32 @@ TEST_F(RepozytoriumWatki, WszystkoNaraz) {
     const TRepozytorium r = RepozytoriumKlas();
     r->RejestrujObiekt(IUsluga::IID, TUsluga::KlasaStatyczna(), nullptr, u"stala");
     std::atomic<int> bledy{0};
-    std::vector<std::thread> watki;
-    for (int w = 0; w < 8; ++w)
-        watki.emplace_back([&, w] {
-            const std::u16string id(1, static_cast<char16_t>(u'a' + w));
-            for (int i = 0; i < 150; ++i) {
-                const TWlasny<TSluchacz<TKomponent>> komponent = Utworz<TSluchacz<TKomponent>>();
-                const TWlasny<TSluchacz<TObiekt>> obiekt = Utworz<TSluchacz<TObiekt>>();
-                auto* liczony = UtworzSurowy<TSluchacz<TObiektLiczony>>();
-                const TIntf<IKontrolowany> trzymany(liczony);
-                kontroler->Rejestruj(komponent.get());
-                kontroler->Rejestruj(obiekt.get());
-                kontroler->Rejestruj(liczony);
-                kontroler->Operacja(u"x");
-                bool dobrze = komponent->wywolan > 0 && obiekt->wywolan > 0 && liczony->wywolan > 0;
-                if (i % 2 == 0)
-                    kontroler->Wyrejestruj(komponent.get()); // the rest leave by dying
-                const TGUID guid = i % 3 == 0 ? A : B;
-                r->RejestrujObiekt(guid, TOkno::KlasaStatyczna(), nullptr, id);
-                TUchwyt uchwyt;
-                TListaNapisow lista;
-                r->DajListeIdentyfikatorow(guid, lista);
-                dobrze = dobrze && r->DajUchwyt(uchwyt, guid, id) && r->JestZarejestrowany(guid, id) &&
-                         lista.IndeksNapisu(id) >= 0 && r->JestZarejestrowany(IUsluga::IID, u"stala");
-                r->WyrejestrujObiekt(guid, id);
-                TIntf<IRepozytoriumKlas> inne;
-                if (!dobrze || DajInterfejsWlasciciela(obiekt.get(), inne) || r->JestZarejestrowany(guid, id))
-                    ++bledy;
-            }
-        });
-    for (std::thread& watek : watki)
-        watek.join();
+    testy::WWatkach(8, [&](int w) {
+        const std::u16string id(1, static_cast<char16_t>(u'a' + w));
+        for (int i = 0; i < 150; ++i) {
+            const TWlasny<TSluchacz<TKomponent>> komponent = Utworz<TSluchacz<TKomponent>>();
+            const TWlasny<TSluchacz<TObiekt>> obiekt = Utworz<TSluchacz<TObiekt>>();
+            auto* liczony = UtworzSurowy<TSluchacz<TObiektLiczony>>();
+            const TIntf<IKontrolowany> trzymany(liczony);
+            for (TObiektOgolny* sluchacz :
+                 std::initializer_list<TObiektOgolny*>{komponent.get(), obiekt.get(), liczony})
+                kontroler->Rejestruj(sluchacz);
+            kontroler->Operacja(u"x");
+            bledy += komponent->wywolan == 0 || obiekt->wywolan == 0 || liczony->wywolan == 0;
+            if (i % 2 == 0)
+                kontroler->Wyrejestruj(komponent.get()); // the rest leave by dying
+            const TGUID guid = i % 3 == 0 ? A : B;
+            r->RejestrujObiekt(guid, TOkno::KlasaStatyczna(), nullptr, id);
+            TUchwyt uchwyt;
+            TListaNapisow lista;
+            r->DajListeIdentyfikatorow(guid, lista);
+            bledy += !r->DajUchwyt(uchwyt, guid, id) || lista.IndeksNapisu(id) < 0 ||
+                     !r->JestZarejestrowany(IUsluga::IID, u"stala");
+            r->WyrejestrujObiekt(guid, id);
+            TIntf<IRepozytoriumKlas> inne;
+            bledy += DajInterfejsWlasciciela(obiekt.get(), inne) || r->JestZarejestrowany(guid, id);
+        }
+    });
     EXPECT_EQ(bledy, 0);
     EXPECT_EQ(poSmierci, 0);
     r->WyrejestrujObiekt(IUsluga::IID, u"stala");

@@ -1,8 +1,8 @@
 // The cipher: its core against published vectors and another library, then what the library builds on it.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <random>
-#include <thread>
 
 #if ZTOK_TEST_OPENSSL
 #define OPENSSL_SUPPRESS_DEPRECATED
@@ -12,6 +12,7 @@
 #include "Bledy.h"
 #include "LosoweDrzewo.h"
 #include "StrumienieTestowe.h"
+#include "Watki.h"
 #include "platforma/Przydzialy.h"
 #include "ztok/util/Blowfish.h"
 
@@ -297,21 +298,16 @@ TEST(Szyfr, Klucze) {
 }
 
 TEST(SzyfrWatki, KluczeWspolneDlaWatkow) {
-    std::vector<std::thread> watki;
     std::atomic<int> bledy{0};
-    for (unsigned w = 0; w < 8; ++w)
-        watki.emplace_back([w, &bledy] {
-            for (unsigned i = 0; i < 600; ++i) {
-                const std::string klucz = (i + w) % 5 == 0 ? "" : std::to_string((i * (w + 1)) % 90);
-                const std::u16string tekst(i % 30, u'a');
-                if (DeszyfrujTekst(SzyfrujTekst(tekst, klucz), klucz) != tekst)
-                    ++bledy;
-                if (i % 100 == w)
-                    ZwolnijSzyfratory();
-            }
-        });
-    for (std::thread& watek : watki)
-        watek.join();
+    testy::WWatkach(8, [&bledy](int w) {
+        for (int i = 0; i < 600; ++i) {
+            const std::string klucz = (i + w) % 5 == 0 ? "" : std::to_string((i * (w + 1)) % 90);
+            const std::u16string tekst(static_cast<std::size_t>(i % 30), u'a');
+            bledy += DeszyfrujTekst(SzyfrujTekst(tekst, klucz), klucz) != tekst;
+            if (i % 100 == w)
+                ZwolnijSzyfratory();
+        }
+    });
     EXPECT_EQ(bledy, 0);
     EXPECT_LE(IleSzyfratorow(), 65U);
     ZwolnijSzyfratory();
