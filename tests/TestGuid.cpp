@@ -107,7 +107,6 @@ TEST(Interfejsy, LiczenieIWyszukiwanie) {
         ASSERT_TRUE(licznik);
         EXPECT_EQ(licznik.As<INazwa>()->Liczba(), 3U);
         EXPECT_EQ(licznik.As<IDodatek>(), dodatek);
-        EXPECT_EQ(obiekt->LiczbaReferencji(), 2);
         // One identity, whichever interface is asked; the object itself is given uncounted.
         EXPECT_EQ(licznik.As<IInterfejs>(), dodatek.As<IInterfejs>());
         EXPECT_EQ(ObiektZaInterfejsem(licznik.get()), obiekt);
@@ -115,8 +114,7 @@ TEST(Interfejsy, LiczenieIWyszukiwanie) {
         void* nic = obiekt;
         EXPECT_EQ(dodatek.get()->QueryInterface(IObcy::IID, &nic), kIntfBrak);
         EXPECT_EQ(nic, nullptr);
-        EXPECT_FALSE(dodatek.As<IObcy>());
-        EXPECT_FALSE(TIntf<ILicznik>().As<INazwa>());
+        EXPECT_FALSE(dodatek.As<IObcy>() || TIntf<ILicznik>().As<INazwa>());
         EXPECT_EQ(obiekt->LiczbaReferencji(), 2);
 
         TIntf<IInterfejs> ogolny = licznik; // to a base, by copy and by move
@@ -126,8 +124,7 @@ TEST(Interfejsy, LiczenieIWyszukiwanie) {
         TIntf<IInterfejs>& ten = ogolny;
         ogolny = ten;
         ogolny = std::move(ten);
-        EXPECT_EQ(obiekt->LiczbaReferencji(), 2);
-        TIntf<IInterfejs> oddany = TIntf<IInterfejs>::Przejmij(ogolny.Oddaj());
+        const TIntf<IInterfejs> oddany = TIntf<IInterfejs>::Przejmij(ogolny.Oddaj());
         EXPECT_EQ(obiekt->LiczbaReferencji(), 2);
         EXPECT_EQ(zywych, 1);
     }

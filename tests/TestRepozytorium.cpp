@@ -124,8 +124,12 @@ class Repozytorium : public testing::Test {
   protected:
     // What belongs to the process is made before the first test: it stays.
     static void SetUpTestSuite() { static_cast<void>(RepozytoriumKlas()); }
-    void TearDown() override { EXPECT_EQ(zyje, 0); }
+    void TearDown() override {
+        EXPECT_EQ(zyje, 0);
+        EXPECT_EQ(poSmierci, 0);
+    }
 };
+class RepozytoriumWatki : public Repozytorium {};
 
 // Against a map of the keys, whatever the order in which they come and go. The outer repository has one more.
 TEST_F(Repozytorium, KluczeJakWSlowniku) {
@@ -346,27 +350,25 @@ TEST_F(Repozytorium, ZarejestrowaneUzywaRepozytorium) {
     EXPECT_EQ(zapytan, 2);
 }
 
-// A parameter object that nobody else holds lives until the creation is over, and a handle counts one that it gets.
+// A parameter object lives until the creation is over, and a handle counts one that it gets.
 TEST_F(Repozytorium, ObiektParametrowZyjePrzezWywolanie) {
     const TRepozytorium r = NoweRepozytorium();
     r->RejestrujObiekt(
-        IUsluga::IID, TUsluga::KlasaStatyczna(),
-        [](const TKlasa*, TObiektOgolny* wlasciciel, TObiektOgolny*, TArgumenty argumenty) -> TObiektOgolny* {
-            auto* parametr = static_cast<TZTParam*>(wlasciciel);
-            EXPECT_EQ(parametr->LiczbaReferencji(), 3); // the test's, and as owner and argument
-            EXPECT_EQ(argumenty[0].Obiekt(), parametr);
-            return parametr;
+        A, TUsluga::KlasaStatyczna(),
+        [](const TKlasa*, TObiektOgolny* wlasciciel, TObiektOgolny*, TArgumenty argumenty) {
+            EXPECT_EQ(static_cast<TZTParam*>(wlasciciel)->LiczbaReferencji(), 3); // also as owner and argument
+            EXPECT_EQ(argumenty[0].Obiekt(), wlasciciel);
+            return wlasciciel;
         },
         u"");
     const TIntf<TZTParam> parametry = ZTParam({1, 2});
-    {
-        TUchwyt uchwyt;
-        const TArgument argumenty[] = {parametry.get()};
-        EXPECT_TRUE(r->DajUchwyt(uchwyt, IUsluga::IID, false, u"", parametry.get(), nullptr, argumenty));
-        EXPECT_EQ(uchwyt.Obiekt(), parametry.get());
-        EXPECT_EQ(parametry->LiczbaReferencji(), 2);
-        EXPECT_FALSE(uchwyt.OddajObiekt());
-    }
+    const TArgument argumenty[] = {parametry.get()};
+    TUchwyt uchwyt;
+    EXPECT_TRUE(r->DajUchwyt(uchwyt, A, false, u"", parametry.get(), nullptr, argumenty));
+    EXPECT_EQ(uchwyt.Obiekt(), parametry.get());
+    EXPECT_EQ(parametry->LiczbaReferencji(), 2);
+    EXPECT_FALSE(uchwyt.OddajObiekt());
+    uchwyt.Zeruj();
     EXPECT_EQ(parametry->LiczbaReferencji(), 1);
 }
 
@@ -488,10 +490,8 @@ TEST_F(Repozytorium, KoniecBibliotekiZwalniaZarejestrowane) {
 
 using TKolejnosc = std::vector<int>;
 
-class Kontrola : public testing::Test {
+class Kontrola : public Repozytorium {
   protected:
-    static void SetUpTestSuite() { static_cast<void>(RepozytoriumKlas()); }
-
     template <class TBaza> TSluchacz<TBaza>* Nowy(int nr, TDzialanie dzialanie = {}) {
         auto* s = UtworzSurowy<TSluchacz<TBaza>>();
         s->log = &log;
@@ -574,7 +574,6 @@ TEST_F(Kontrola, MartwyJestZapomniany) {
     trzymany = TIntf<IInterfejs>(static_cast<IKontrolowany*>(Nowy<TObiektLiczony>(2)));
     EXPECT_EQ(Operacja(), (TKolejnosc{1, 2}));
     EXPECT_EQ(kontroler->IleZarejestrowanych(), 1U);
-    EXPECT_EQ(poSmierci, 0);
 }
 
 TEST_F(Kontrola, BladNieZatrzymujePozostalych) {
@@ -609,15 +608,9 @@ TEST_F(Kontrola, KazdyPrzydzialMozeZawiesc) {
         return nazwy + DeszyfrujTekst(SzyfrujTekst(u"tajne", "k"), "k") + (sluchacz.wywolan == 1 ? u"" : u"?");
     });
     EXPECT_GT(przydzialow, 10);
-    EXPECT_EQ(zyje, 0);
 }
 
 // --- threads
-
-class RepozytoriumWatki : public testing::Test {
-  protected:
-    static void SetUpTestSuite() { static_cast<void>(RepozytoriumKlas()); }
-};
 
 TEST_F(RepozytoriumWatki, WszystkoNaraz) {
     const TIntf<IKontroler> kontroler = Kontroler();
@@ -651,7 +644,6 @@ TEST_F(RepozytoriumWatki, WszystkoNaraz) {
         }
     });
     EXPECT_EQ(bledy, 0);
-    EXPECT_EQ(poSmierci, 0);
     r->WyrejestrujObiekt(IUsluga::IID, u"stala");
     EXPECT_EQ(static_cast<TKontroler*>(ObiektZaInterfejsem(kontroler.get()))->IleZarejestrowanych(), 0U);
 }
