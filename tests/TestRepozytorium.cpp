@@ -115,6 +115,14 @@ template <class TBaza> class TSluchacz : public TImplementacja<TBaza, IKontrolow
     std::vector<int>* log = nullptr;
     int nr = 0;
     TDzialanie dzialanie;
+    TDzialanie gdyUmiera;
+
+  protected:
+    void WykonajDestrukcje() override {
+        if (gdyUmiera)
+            gdyUmiera();
+        TBaza::WykonajDestrukcje();
+    }
 
   private:
     int znak_ = 0x600D;
@@ -566,13 +574,17 @@ TEST_F(Kontrola, MartwyJestZapomniany) {
     {
         TSluchacz<TKomponent> naStosie;
         kontroler->Rejestruj(&naStosie);
+        const TIntf<IKontrolowany> nieliczony(&naStosie);
     }
     EXPECT_EQ(kontroler->IleZarejestrowanych(), 0U);
-    // A counted object whose last reference goes while others are called is still called, then it dies.
+    // A counted object whose last reference goes while others are called is still called, then it dies; what is
+    // broadcast while it dies passes it over.
     TIntf<IInterfejs> trzymany;
     const TIntf<IKontrolowany> pierwszy(Nowy<TObiektLiczony>(1, [&] { trzymany = nullptr; }));
-    trzymany = TIntf<IInterfejs>(static_cast<IKontrolowany*>(Nowy<TObiektLiczony>(2)));
-    EXPECT_EQ(Operacja(), (TKolejnosc{1, 2}));
+    auto* drugi = Nowy<TObiektLiczony>(2);
+    drugi->gdyUmiera = [this] { kontroler->Operacja(u"koniec"); };
+    trzymany = TIntf<IInterfejs>(static_cast<IKontrolowany*>(drugi));
+    EXPECT_EQ(Operacja(), (TKolejnosc{1, 2, 1}));
     EXPECT_EQ(kontroler->IleZarejestrowanych(), 1U);
 }
 
