@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <thread>
 
 #include "LosoweDrzewo.h"
 #include "StrumienieTestowe.h"
+#include "Watki.h"
 #include "ztok/platform/Pula.h"
 
 using namespace ztok;
@@ -28,14 +28,6 @@ class TWlasciciel : public TObiektTS {
 
 constexpr int IleWatkow = 8;
 
-template <class F> void WWatkach(F dzialanie) {
-    std::vector<std::thread> watki;
-    for (int w = 0; w < IleWatkow; ++w)
-        watki.emplace_back([&dzialanie, w] { dzialanie(w); });
-    for (std::thread& watek : watki)
-        watek.join();
-}
-
 class Watki : public testing::Test {
   protected:
     // The first call of the kernel belongs before the threads.
@@ -55,7 +47,7 @@ TEST_F(Watki, RejestrIOsobneDrzewa) {
     UserKernel = jadro.get();
     Rejestruj();
     std::atomic<int> bledy{0};
-    WWatkach([&](int w) {
+    testy::WWatkach(IleWatkow, [&](int w) {
         for (int i = 0; i < 40; ++i) {
             const std::string& bajty = strumienie[static_cast<std::size_t>(i + w) % strumienie.size()];
             const TWlasny<TWszystko> o = Utworz<TWszystko>();
@@ -84,7 +76,7 @@ TEST_F(Watki, JedenObiektZWlasnaBlokada) {
     TAdres cele[2];
     std::atomic<int> bledy{0};
     constexpr int Razy = 500;
-    WWatkach([&](int w) {
+    testy::WWatkach(IleWatkow, [&](int w) {
         for (int i = 0; i < Razy; ++i) {
             {
                 const TBlokadaObiektu blokada(*o);
@@ -120,7 +112,7 @@ TEST_F(Watki, BlokadaRodzicaJestWspolna) {
     TZalezny& b = o->GetB();
     std::atomic<int> bledy{0};
     constexpr int Razy = 1000;
-    WWatkach([&](int w) {
+    testy::WWatkach(IleWatkow, [&](int w) {
         for (int i = 0; i < Razy; ++i) {
             const TBlokadaObiektu blokada(w % 2 == 0 ? static_cast<TObiekt&>(a) : *o);
             b.SetLicznik(b.GetLicznik() + 1);
@@ -139,7 +131,7 @@ TEST_F(Watki, DrzewaZmieniajaWatek) {
     std::vector<TWlasny<TWszystko>> drzewa(IleWatkow * 10);
     const std::int64_t zajete = PulaZajete();
     for (int tura = 0; tura < 4; ++tura)
-        WWatkach([&](int w) {
+        testy::WWatkach(IleWatkow, [&](int w) {
             for (std::size_t i = 0; i < 10; ++i) {
                 const std::size_t nr = (static_cast<std::size_t>(w + tura) % IleWatkow) * 10 + i;
                 drzewa[nr] = Utworz<TWszystko>();

@@ -64,44 +64,47 @@ MODUL_API int ModulZlyTyp(ztok::TObiekt* obiekt) { return obiekt->GetPoleInteger
 
 namespace modul {
 
-// Found by the program under an identifier of its own.
-class TUslugaModulu : public ztok::TImplementacja<ztok::TObiektLiczony, probki::IUsluga> {
+int ileOperacji = 0;
+
+// Found by the program under an identifier of its own; also a listener, as a counted object.
+class TUslugaModulu : public ztok::TImplementacja<ztok::TObiektLiczony, probki::IUsluga, ztok::IKontrolowany> {
     ZTOK_KLASA_DEKL(TUslugaModulu)
     std::u16string Nazwij() override { return u"z modułu"; }
+    void WykonajOperacje(std::u16string_view p_Identyfikator) override { ileOperacji += p_Identyfikator == u"test"; }
 };
 ZTOK_KLASA_DEF(TUslugaModulu, ztok::TObiektLiczony)
 
 class TSluchacz : public ztok::TImplementacja<ztok::TKomponent, ztok::IKontrolowany> {
     ZTOK_KLASA_DEKL(TSluchacz)
-    void WykonajOperacje(std::u16string_view p_Identyfikator) override { ile += p_Identyfikator == u"test" ? 1 : 0; }
-    int ile = 0;
+    void WykonajOperacje(std::u16string_view p_Identyfikator) override { ileOperacji += p_Identyfikator == u"test"; }
 };
 ZTOK_KLASA_DEF(TSluchacz, ztok::TKomponent)
 
-TSluchacz* sluchacz = nullptr;
+// Goes with the memory of the module, unless ModulZRepozytorium ends it.
+alignas(TSluchacz) unsigned char sluchacz[sizeof(TSluchacz)];
 
 } // namespace modul
 
-MODUL_API void ModulWRepozytorium() {
-    const ztok::TIntf<ztok::IRepozytoriumKlas> r = ztok::RepozytoriumKlas();
-    const ztok::TIntf<probki::IUsluga> gotowa(ztok::UtworzSurowy<modul::TUslugaModulu>());
+MODUL_API void ModulWRepozytorium(ztok::IRepozytoriumKlas* r) {
+    modul::ileOperacji = 0;
+    auto* gotowa = ztok::UtworzSurowy<modul::TUslugaModulu>();
     r->RejestrujObiekt(probki::IUsluga::IID, modul::TUslugaModulu::KlasaStatyczna(), nullptr, u"klasa");
-    r->RejestrujObiekt(probki::IUsluga::IID, gotowa.get(), u"gotowa");
+    r->RejestrujObiekt(probki::IUsluga::IID, static_cast<probki::IUsluga*>(gotowa), u"gotowa");
     r->RejestrujObiekt(
         probki::IUsluga::IID,
         [](ztok::TObiektOgolny*, ztok::TObiektOgolny*, ztok::TArgumenty) -> ztok::TObiektOgolny* {
             return ztok::UtworzSurowy<modul::TUslugaModulu>();
         },
         u"fabryka");
-    modul::sluchacz = ztok::UtworzSurowy<modul::TSluchacz>();
-    ztok::Kontroler()->Rejestruj(modul::sluchacz);
+    ztok::Kontroler()->Rejestruj(::new (modul::sluchacz) modul::TSluchacz);
+    ztok::Kontroler()->Rejestruj(gotowa);
 }
 
-MODUL_API int ModulIleOperacji() { return modul::sluchacz->ile; }
+MODUL_API int ModulIleOperacji() { return modul::ileOperacji; }
 
-// The listener just dies.
-MODUL_API void ModulZRepozytorium() {
+// The listeners just die.
+MODUL_API void ModulZRepozytorium(ztok::IRepozytoriumKlas* r) {
     for (const char16_t* id : {u"klasa", u"gotowa", u"fabryka"})
-        ztok::RepozytoriumKlas()->WyrejestrujObiekt(probki::IUsluga::IID, id);
-    ztok::Zwolnij(std::exchange(modul::sluchacz, nullptr));
+        r->WyrejestrujObiekt(probki::IUsluga::IID, id);
+    reinterpret_cast<modul::TSluchacz*>(modul::sluchacz)->~TSluchacz();
 }

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <dlfcn.h>
 #include <malloc.h>
 #include <new>
@@ -19,6 +20,7 @@ struct TLicznik {
     bool wszystkie;
     std::int64_t psuty; // -1: none
     std::int64_t teraz;
+    std::string_view szukany;
     przydzialy::TWynik wynik;
 };
 constinit thread_local TLicznik licznik{};
@@ -77,8 +79,13 @@ __attribute__((visibility("default"))) void* realloc(void* blok, std::size_t roz
     return nowy;
 }
 __attribute__((visibility("default"))) void free(void* blok) {
-    if (blok != nullptr)
-        Przybylo(-static_cast<std::int64_t>(malloc_usable_size(blok)));
+    if (blok != nullptr) {
+        const std::size_t rozmiar = malloc_usable_size(blok);
+        Przybylo(-static_cast<std::int64_t>(rozmiar));
+        if (licznik.czynny && !licznik.szukany.empty() &&
+            memmem(blok, rozmiar, licznik.szukany.data(), licznik.szukany.size()) != nullptr)
+            licznik.wynik.znaleziony = true;
+    }
     __libc_free(blok);
 }
 }
@@ -128,6 +135,8 @@ void Psuj(std::int64_t ktory, bool wszystkieOdTad) {
     licznik.wszystkie = wszystkieOdTad;
 }
 
+void Szukaj(std::string_view tekst) { licznik.szukany = tekst; }
+
 } // namespace przydzialy
 
 #else
@@ -137,6 +146,7 @@ bool Liczone() { return false; }
 void Zacznij() {}
 TWynik Zakoncz() { return {}; }
 void Psuj(std::int64_t /*ktory*/, bool /*wszystkieOdTad*/) {}
+void Szukaj(std::string_view /*tekst*/) {}
 } // namespace przydzialy
 
 #endif

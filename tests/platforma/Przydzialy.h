@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace przydzialy {
 
@@ -17,9 +18,12 @@ struct TWynik {
     std::int64_t szczyt;
     std::int64_t najwiekszy;
     std::int64_t zostalo; // bytes still held
+    bool znaleziony;      // a block that was freed still held the text looked for
 };
 TWynik Zakoncz();
 // The allocation of that number (from 0), or every one from it on, fails until Zakoncz.
 void Psuj(std::int64_t ktory, bool wszystkieOdTad);
+// Looks for the text in every block of the system that is freed until Zakoncz.
+void Szukaj(std::string_view tekst);
 
 } // namespace przydzialy

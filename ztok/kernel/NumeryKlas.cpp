@@ -9,6 +9,7 @@
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/platform/TSekcjaKrytyczna.h"
+#include "ztok/repository/Zamykanie.h"
 
 namespace ztok {
 
@@ -112,7 +113,12 @@ void ZwolnijRejestrKlas() noexcept {
 }
 
 TModul::~TModul() {
-    if (this == &ModulBiezacy() || rejestr == nullptr) // the library itself goes, and everything with it
+    if (this == &ModulBiezacy()) // the library itself goes, and everything with it
+        return;
+    // First, while the objects that end here still have their classes.
+    WyrejestrujModul(*this);
+    WyrejestrujKontrolowaneModulu(*this);
+    if (rejestr == nullptr)
         return;
     // The classes of this module, with the same class of another module where there is one.
     std::vector<std::pair<const TKlasa*, const TKlasa*>> odchodzace;

@@ -470,6 +470,7 @@ void ZamknijPrzyWyladowaniu() noexcept {
     ZwolnijUstawieniaProcesu();
     ZwolnijPamiecSzyfratorow();
     ZwolnijStanKontroli();
+    ZwolnijSpisRepozytoriow();
     ZamknijPule();
 }
 

@@ -104,6 +104,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     virtual void WczytajStalaRES(std::u16string_view nazwa);
 
     [[nodiscard]] TObiektBazowy* Rodzic() const noexcept { return FRodzic; }
+    // Whether the parent holds the object, in a list or a field, and frees it.
+    [[nodiscard]] bool JestTrzymany() const noexcept { return trzymany_; }
     // The topmost object: this one when it has no parent.
     [[nodiscard]] TObiektBazowy* DajKorzen() noexcept;
     [[nodiscard]] const TObiektBazowy* DajKorzen() const noexcept;

@@ -16,7 +16,7 @@ TGUID GuidZTekstu(std::u16string_view tekst) {
     return guid;
 }
 
-std::u16string TekstGuid(const TGUID& guid) {
+std::u16string GUIDToString(const TGUID& guid) {
     std::u16string tekst;
     tekst.reserve(kDlugoscTekstuGuid);
     const auto dopisz = [&tekst](std::uint32_t liczba, unsigned cyfr) {

@@ -79,7 +79,7 @@ consteval TGUID Guid(const char (&tekst)[kDlugoscTekstuGuid + 1]) {
 // False, and `guid` untouched, when the text is no identifier.
 [[nodiscard]] ZTOK_API bool TryGuidZTekstu(std::u16string_view tekst, TGUID& guid) noexcept;
 // Upper-case digits, in braces.
-[[nodiscard]] ZTOK_API std::u16string TekstGuid(const TGUID& guid);
+[[nodiscard]] ZTOK_API std::u16string GUIDToString(const TGUID& guid);
 
 // Binary form, the same on every machine: d1, d2 and d3 with the least significant byte first, then d4.
 [[nodiscard]] ZTOK_API TBajtyGuid BajtyGuid(const TGUID& guid) noexcept;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ztok/kernel/TObiektBazowy.h"
+#include "ztok/platform/PierwszeUzycie.h"
 #include "ztok/platform/TKomponent.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/repository/Wlasciciele.h"
@@ -41,18 +42,7 @@ struct TStanKontroli {
     std::atomic<std::uint32_t> zakonczoneWywolania{0}; // changes whenever a call is over
 };
 
-// Made on first use and freed at unload, as it must outlive the static objects of all modules.
 constinit std::atomic<TStanKontroli*> stanKontroli{nullptr};
-
-TStanKontroli& Stan() {
-    if (TStanKontroli* jest = stanKontroli.load(std::memory_order_acquire); jest != nullptr)
-        return *jest;
-    auto nowy = std::make_unique<TStanKontroli>();
-    TStanKontroli* zastany = nullptr;
-    if (stanKontroli.compare_exchange_strong(zastany, nowy.get(), std::memory_order_acq_rel))
-        return *nowy.release();
-    return *zastany; // another thread was first
-}
 
 // The controller of the process; one reference is held.
 constinit std::atomic<TKontroler*> kontrolerProcesu{nullptr};
@@ -87,10 +77,38 @@ void ZapomnijKontrolowany(TObiektOgolny& obiekt) noexcept {
     }
 }
 
+void WyrejestrujKontrolowaneModulu(const TModul& modul) noexcept {
+    TStanKontroli* stan = stanKontroli.load(std::memory_order_acquire);
+    if (stan == nullptr)
+        return;
+    const auto zModulu = [&modul](const TObiektOgolny* obiekt) {
+        return obiekt != nullptr && &obiekt->Klasa()->modul() == &modul;
+    };
+    for (IKontrolowany* policzony = nullptr;;) {
+        {
+            const TBlokada blokada(stan->sekcja);
+            for (TKontroler* kontroler : stan->kontrolery)
+                std::erase_if(*kontroler->FLista.LockList(), zModulu);
+            for (TRozgloszenie* r = stan->rozgloszenia; r != nullptr && policzony == nullptr; r = r->nastepne)
+                for (TRozgloszenie::TPozycja& pozycja : r->pozycje)
+                    if (zModulu(pozycja.obiekt)) {
+                        pozycja.obiekt = nullptr;
+                        if (pozycja.policzony) {
+                            policzony = pozycja.interfejs;
+                            break;
+                        }
+                    }
+        }
+        if (policzony == nullptr)
+            return;
+        std::exchange(policzony, nullptr)->_Release(); // outside the lock: it may be the last
+    }
+}
+
 // --- TKontroler
 
 TKontroler::TKontroler() {
-    TStanKontroli& stan = Stan();
+    TStanKontroli& stan = PrzyPierwszymUzyciu(stanKontroli);
     const TBlokada blokada(stan.sekcja);
     stan.kontrolery.push_back(this);
 }
@@ -117,6 +135,7 @@ void TKontroler::Rejestruj(TObiektOgolny* p_Kontrolowany) {
     TZnakKontroli* znak = ZnakKontroli(*p_Kontrolowany);
     if (znak == nullptr)
         NiedozwoloneUzycie(u"Rejestruj", *p_Kontrolowany);
+    p_Kontrolowany->Klasa()->modul(); // from now on the module takes its objects out when it goes
     const auto lista = FLista.LockList();
     if (std::find(lista->begin(), lista->end(), p_Kontrolowany) != lista->end())
         return;
@@ -149,7 +168,7 @@ void TKontroler::ZrobMigawke(TRozgloszenie& rozgloszenie) {
 
 void TKontroler::Operacja(std::u16string_view p_Identyfikator) {
     const TIntf<IKontroler> ja(LiczbaReferencji() > 0 ? this : nullptr); // a call may give the last reference back
-    TStanKontroli& stan = Stan();
+    TStanKontroli& stan = PrzyPierwszymUzyciu(stanKontroli);
     TRozgloszenie rozgloszenie;
     {
         const TBlokada blokada(stan.sekcja);
@@ -213,8 +232,18 @@ void ZwolnijStanKontroli() noexcept {
 
 bool DajInterfejsObiektu(TObiektOgolny* obiekt, const TGUID& iid, void** wynik) noexcept {
     *wynik = nullptr;
+    if (obiekt == nullptr || iid == IID_ObiektImplementujacy)
+        return false;
+    const auto zapytaj = [&](auto* ktory) { return ktory->QueryInterface(iid, wynik) == kIntfOk; };
+    // Asked as what they are: a class may answer with the interface of another object and have none of its own.
+    if (obiekt->Klasa()->Ma(ckPole))
+        return zapytaj(static_cast<TPole*>(obiekt));
+    if (obiekt->JestKlasy(TKomponent::KlasaStatyczna()))
+        return zapytaj(static_cast<TKomponent*>(obiekt));
+    if (obiekt->JestKlasy(TObiektLiczony::KlasaStatyczna()))
+        return zapytaj(static_cast<TObiektLiczony*>(obiekt));
     auto* interfejs = static_cast<IInterfejs*>(ZnajdzInterfejs(obiekt, IInterfejs::IID));
-    return interfejs != nullptr && iid != IID_ObiektImplementujacy && interfejs->QueryInterface(iid, wynik) == kIntfOk;
+    return interfejs != nullptr && zapytaj(interfejs);
 }
 
 bool DajInterfejsWlasciciela(TObiektOgolny* Obiekt, void** Interfejs, const TGUID& IID) {

@@ -23,7 +23,7 @@ struct IDostep : IInterfejs {
     ~IDostep() = default;
 };
 
-// What takes part in broadcasts.
+// What takes part in broadcasts. It is looked for in the interface table of the object's class.
 struct IKontrolowany : IInterfejs {
     static constexpr TGUID IID = Guid("{E31712C2-22F1-46B5-A467-400839F7987F}");
 
@@ -54,7 +54,8 @@ struct IKontroler : IInterfejs {
 };
 
 // Safe to use from any thread. An object that another thread frees while it is called waits there until the call is
-// over; so an object must not be freed under a lock that its WykonajOperacje takes.
+// over; so an object must not be freed under a lock that its WykonajOperacje takes, and two objects called on two
+// threads must not free each other.
 class ZTOK_API TKontroler : public TImplementacja<TObiektLiczony, IKontroler> {
     ZTOK_KLASA_DEKL(TKontroler)
 
@@ -70,6 +71,7 @@ class ZTOK_API TKontroler : public TImplementacja<TObiektLiczony, IKontroler> {
 
   private:
     friend void ZapomnijKontrolowany(TObiektOgolny& obiekt) noexcept;
+    friend void WyrejestrujKontrolowaneModulu(const TModul& modul) noexcept;
 
     // The mark by which the object tells of its death; null for an object that does not.
     static TZnakKontroli* ZnakKontroli(TObiektOgolny& obiekt) noexcept;

@@ -6,6 +6,7 @@
 #include "ztok/kernel/DeklaracjaObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/PierwszeUzycie.h"
 #include "ztok/platform/TKomponent.h"
 #include "ztok/platform/TListaNapisow.h"
 #include "ztok/repository/Kontroler.h"
@@ -34,6 +35,14 @@ void Policz(TObiektOgolny& obiekt, bool trzymaj) noexcept {
         auto& liczony = static_cast<TObiektLiczony&>(obiekt);
         static_cast<void>(trzymaj ? liczony._AddRef() : liczony._Release());
     }
+}
+
+// Whether another object frees it: the component that owns it, or the list or field that holds it.
+bool MaWlasciciela(const TObiektOgolny& obiekt) noexcept {
+    if (obiekt.Klasa()->Ma(ckObiektBazowy))
+        return static_cast<const TObiektBazowy&>(obiekt).JestTrzymany();
+    return obiekt.JestKlasy(TKomponent::KlasaStatyczna()) &&
+           static_cast<const TKomponent&>(obiekt).Wlasciciel() != nullptr;
 }
 
 // Holds the parameter objects among the arguments of a creation while it runs.
@@ -86,15 +95,16 @@ void TUchwyt::Zeruj() noexcept {
 }
 
 void TUchwyt::UstawObiekt(TObiektOgolny* obiekt) noexcept {
+    if (obiekt != nullptr && obiekt == obiekt_)
+        return;
     Zeruj();
     obiekt_ = obiekt;
     if (obiekt == nullptr)
         return;
-    wlasny_ = true;
-    if (Liczony(*obiekt))
+    const bool liczony = Liczony(*obiekt);
+    if (liczony)
         Policz(*obiekt, true);
-    else if (obiekt->JestKlasy(TKomponent::KlasaStatyczna()))
-        wlasny_ = static_cast<TKomponent*>(obiekt)->Wlasciciel() == nullptr;
+    wlasny_ = liczony || !MaWlasciciela(*obiekt);
 }
 
 void TUchwyt::UstawInterfejs(TIntf<IInterfejs> interfejs) noexcept {
@@ -135,8 +145,8 @@ TObiektOgolny* KonstruktorDomyslny(const TKlasa* Klasa, TObiektOgolny* Wlascicie
 // --- TDaneObiektu and TLista
 
 std::span<const TWierszPola> TDaneObiektu::PolaKlasy(std::type_identity<TDaneObiektu> /*klasa*/) noexcept {
-    static constexpr TWierszPola wiersze[] = {rodzaj::String::Wiersz(0, u"GuidTekstowo"),
-                                              rodzaj::String::Wiersz(1, u"Identyfikator")};
+    static constexpr TWierszPola wiersze[] = {ZTOK_WIERSZ_POLA(0, GuidTekstowo, String)
+                                                  ZTOK_WIERSZ_POLA(1, Identyfikator, String)};
     return wiersze;
 }
 
@@ -153,6 +163,11 @@ void TDaneObiektu::KopiujSposob(const TDaneObiektu& zrodlo) {
     FKlasa = zrodlo.FKlasa;
     FTKonstruktorKlasy = zrodlo.FTKonstruktorKlasy;
     FKonstruktorInt = zrodlo.FKonstruktorInt;
+    FModul = zrodlo.FModul;
+}
+
+bool TDaneObiektu::ZModulu(const TModul& modul) const noexcept {
+    return FModul == &modul || (FKlasa != nullptr && &FKlasa->modul() == &modul);
 }
 
 void TDaneObiektu::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
@@ -167,6 +182,13 @@ TLista::~TLista() { DokonczZycie(); }
 
 namespace {
 
+// All repositories, for a module that leaves.
+struct TSpisRepozytoriow {
+    TSekcjaKrytyczna sekcja; // comes before the lock of a repository
+    std::vector<TRepozytoriumKlas*> repozytoria;
+};
+constinit std::atomic<TSpisRepozytoriow*> spisRepozytoriow{nullptr};
+
 bool TaSamaKlasa(const TKlasa* a, const TKlasa* b) noexcept {
     return a == b || (a != nullptr && b != nullptr && a->nazwa == b->nazwa);
 }
@@ -179,9 +201,22 @@ std::span<const TWierszInterfejsu> TRepozytoriumKlas::InterfejsyKlasy() noexcept
     return wiersze;
 }
 
-TRepozytoriumKlas::TRepozytoriumKlas(TObiektOgolny* Owner) : FOwner(Owner), FLista(Utworz<TLista>()) {}
+TRepozytoriumKlas::TRepozytoriumKlas(TObiektOgolny* Owner) : FOwner(Owner), FLista(Utworz<TLista>()) {
+    TSpisRepozytoriow& spis = PrzyPierwszymUzyciu(spisRepozytoriow);
+    const TBlokada blokada(spis.sekcja);
+    spis.repozytoria.push_back(this);
+}
 
-TRepozytoriumKlas::~TRepozytoriumKlas() = default;
+TRepozytoriumKlas::~TRepozytoriumKlas() {
+    {
+        TSpisRepozytoriow& spis = *spisRepozytoriow.load(std::memory_order_acquire);
+        const TBlokada blokada(spis.sekcja);
+        std::erase(spis.repozytoria, this);
+    }
+    // One by one, each out of the list before it goes: what ends with it may still ask this repository.
+    while (!FLista->ListaPusta())
+        static_cast<void>(FLista->Wyjmij(FLista->IleObiektow() - 1));
+}
 
 TLista& TRepozytoriumKlas::LockList() noexcept {
     FLock.Wejdz();
@@ -201,7 +236,7 @@ TDaneObiektu* TRepozytoriumKlas::Znajdz(std::u16string_view guid, std::u16string
 
 void TRepozytoriumKlas::Wpisz(TWlasny<TDaneObiektu> dane, const TGUID& guid, std::u16string_view identyfikator,
                               bool jedyne) {
-    const std::u16string tekst = TekstGuid(guid);
+    const std::u16string tekst = GUIDToString(guid);
     dane->SetGuidTekstowo(tekst);
     dane->SetIdentyfikator(identyfikator);
     {
@@ -217,57 +252,76 @@ void TRepozytoriumKlas::Wpisz(TWlasny<TDaneObiektu> dane, const TGUID& guid, std
 }
 
 void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, const TKlasa* Klasa, TKonstruktorKlasy Konstruktor,
-                                        std::u16string_view Identyfikator) {
+                                        std::u16string_view Identyfikator, TModul& Modul) {
     if (Klasa == nullptr)
         NiedozwoloneUzycie(u"RejestrujObiekt", *this);
     TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
     dane->FKlasa = Klasa;
     dane->FTKonstruktorKlasy = Konstruktor != nullptr ? Konstruktor : &KonstruktorDomyslny;
+    dane->FModul = Konstruktor != nullptr ? &Modul : &Klasa->modul();
     Wpisz(std::move(dane), GUID, Identyfikator, false);
 }
 
-void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator) {
+void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator,
+                                        TModul& Modul) {
     void* wynik = nullptr;
     if (Int == nullptr || GUID == IID_ObiektImplementujacy || Int->QueryInterface(GUID, &wynik) != kIntfOk)
         BrakInterfejsu(GUID, {});
     TIntf<IInterfejs> interfejs = TIntf<IInterfejs>::Przejmij(static_cast<IInterfejs*>(wynik));
     TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
+    const TObiektOgolny* obiekt = ObiektZaInterfejsem(interfejs.get());
+    dane->FModul = obiekt != nullptr ? &obiekt->Klasa()->modul() : &Modul;
     dane->FInt = std::move(interfejs);
     Wpisz(std::move(dane), GUID, Identyfikator, false);
 }
 
 void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, TKonstruktorInt KonstruktorInt,
-                                        std::u16string_view Identyfikator) {
+                                        std::u16string_view Identyfikator, TModul& Modul) {
     if (KonstruktorInt == nullptr)
         NiedozwoloneUzycie(u"RejestrujObiekt", *this);
     TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
     dane->FKonstruktorInt = KonstruktorInt;
+    dane->FModul = &Modul;
     Wpisz(std::move(dane), GUID, Identyfikator, true);
 }
 
-void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor,
-                                        std::u16string_view Identyfikator) {
+void TRepozytoriumKlas::RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor, std::u16string_view Identyfikator,
+                                        TModul& Modul) {
     if (Konstruktor == nullptr)
         NiedozwoloneUzycie(u"RejestrujObiekt", *this);
     TWlasny<TDaneObiektu> dane = Utworz<TDaneObiektu>();
     dane->FKonstruktor = Konstruktor;
+    dane->FModul = &Modul;
     Wpisz(std::move(dane), GUID, Identyfikator, true);
 }
 
 void TRepozytoriumKlas::WyrejestrujObiekt(const TGUID& GUID, std::u16string_view Identyfikator) {
     TWlasny<TDaneObiektu> usuniete; // freed outside the lock: with it may go the last reference to an object
-    const std::u16string tekst = TekstGuid(GUID);
+    const std::u16string tekst = GUIDToString(GUID);
     const TBlokada blokada(FLock);
     std::int32_t gdzie = 0;
     if (Znajdz(tekst, Identyfikator, gdzie) == nullptr)
         return;
-    usuniete = FLista->Wyjmij(gdzie);
+    usuniete = Wyjmij(gdzie);
+}
+
+TWlasny<TDaneObiektu> TRepozytoriumKlas::Wyjmij(std::int32_t nr) {
+    TWlasny<TDaneObiektu> wyjete = FLista->Wyjmij(nr);
     if (FLista->ListaPusta())
         FLista->UstawPojemnosc(0); // an idle repository holds no memory
+    return wyjete;
+}
+
+TWlasny<TDaneObiektu> TRepozytoriumKlas::WyjmijZModulu(const TModul& modul) {
+    const TBlokada blokada(FLock);
+    for (std::int32_t nr = FLista->IleObiektow(); nr-- > 0;)
+        if (FLista->Element(nr)->ZModulu(modul))
+            return Wyjmij(nr);
+    return nullptr;
 }
 
 bool TRepozytoriumKlas::JestZarejestrowany(const TGUID& GUID, std::u16string_view Identyfikator) {
-    const std::u16string tekst = TekstGuid(GUID);
+    const std::u16string tekst = GUIDToString(GUID);
     const TBlokada blokada(FLock);
     std::int32_t gdzie = 0;
     return Znajdz(tekst, Identyfikator, gdzie) != nullptr;
@@ -277,7 +331,7 @@ bool TRepozytoriumKlas::DajKonstruktor(TKonstruktorKlasy& Konstruktor, const TGU
                                        std::u16string_view Identyfikator) {
     TIntf<IRepozytoriumKlas> zewnetrzne;
     {
-        const std::u16string tekst = TekstGuid(GUID);
+        const std::u16string tekst = GUIDToString(GUID);
         const TBlokada blokada(FLock);
         std::int32_t gdzie = 0;
         const TDaneObiektu* dane = Znajdz(tekst, Identyfikator, gdzie);
@@ -298,7 +352,7 @@ bool TRepozytoriumKlas::DajUchwyt(TUchwyt& Uchwyt, const TGUID& GUID, bool Wymag
     TIntf<IRepozytoriumKlas> zewnetrzne;
     TObiektOgolny* owner = nullptr;
     {
-        const std::u16string tekst = TekstGuid(GUID);
+        const std::u16string tekst = GUIDToString(GUID);
         const TBlokada blokada(FLock);
         std::int32_t gdzie = 0;
         if (const TDaneObiektu* dane = Znajdz(tekst, Identyfikator, gdzie); dane != nullptr)
@@ -344,14 +398,22 @@ bool TRepozytoriumKlas::DajIIDWgKlasy(const TKlasa* Klasa, TGUID& Iid, std::u16s
 
 void TRepozytoriumKlas::DajListeIdentyfikatorow(const TGUID& GUID, TListaNapisow& Lista) {
     const TArgument pola[] = {0};
-    const TArgument wartosci[] = {TekstGuid(GUID)};
+    const TArgument wartosci[] = {GUIDToString(GUID)};
     Lista.Zeruj();
-    const TBlokada blokada(FLock);
-    std::int32_t od = 0;
-    std::int32_t doKtorego = -1;
-    if (FLista->WyszukajZakres(pola, wartosci, od, doKtorego))
-        for (; od <= doKtorego; ++od)
-            Lista.Dodaj(FLista->Element(od)->GetIdentyfikator());
+    TIntf<IRepozytoriumKlas> zewnetrzne;
+    {
+        const TBlokada blokada(FLock);
+        std::int32_t od = 0;
+        std::int32_t doKtorego = -1;
+        if (FLista->WyszukajZakres(pola, wartosci, od, doKtorego)) {
+            for (; od <= doKtorego; ++od)
+                Lista.Dodaj(FLista->Element(od)->GetIdentyfikator());
+            return;
+        }
+        zewnetrzne = Parent;
+    }
+    if (zewnetrzne)
+        zewnetrzne->DajListeIdentyfikatorow(GUID, Lista);
 }
 
 TIntf<IRepozytoriumKlas> TRepozytoriumKlas::DajParent() {
@@ -420,6 +482,25 @@ void ZamknijRepozytorium(bool czekaj) noexcept {
     repozytorium->FOwner = nullptr; // who still holds the repository may outlive the controller
     repozytorium->FLock.Wyjdz();
     repozytorium->_Release();
+}
+
+void WyrejestrujModul(const TModul& modul) noexcept {
+    TSpisRepozytoriow* spis = spisRepozytoriow.load(std::memory_order_acquire);
+    for (bool wszystko = spis == nullptr; !wszystko;) {
+        TWlasny<TDaneObiektu> usuniete; // freed outside the locks
+        const TBlokada blokada(spis->sekcja);
+        for (TRepozytoriumKlas* repozytorium : spis->repozytoria)
+            if (usuniete = repozytorium->WyjmijZModulu(modul); usuniete)
+                break;
+        wszystko = !usuniete;
+    }
+}
+
+void ZwolnijSpisRepozytoriow() noexcept {
+    // A repository that somebody still holds needs it.
+    if (const TSpisRepozytoriow* spis = spisRepozytoriow.load(std::memory_order_acquire);
+        spis != nullptr && spis->repozytoria.empty())
+        delete spisRepozytoriow.exchange(nullptr, std::memory_order_acq_rel);
 }
 
 } // namespace ztok

@@ -20,8 +20,9 @@ namespace ztok {
 class TListaNapisow;
 
 // What the repository gives: an interface, or an object with the duty to free it. A counted object is held by one
-// reference. An object that a component owns belongs to that component; every other belongs to the handle until
-// OddajObiekt takes it. The interfaces of an object that is not counted live as long as the object.
+// reference. An object that has an owner when the handle gets it (a component, or a list or field of the model)
+// belongs to that owner; every other belongs to the handle until OddajObiekt takes it. The interfaces of an object that
+// is not counted live as long as the object.
 class ZTOK_API TUchwyt {
   public:
     TUchwyt() noexcept = default;
@@ -91,7 +92,8 @@ struct IRepozytoriumBazowe : IInterfejs {
                            TObiektOgolny* Wlasciciel, TObiektOgolny* Rodzic, TArgumenty Argumenty) = 0;
     // The GUID under which the class is registered with that identifier: the first in the order of their texts.
     virtual bool DajIIDWgKlasy(const TKlasa* Klasa, TGUID& Iid, std::u16string_view Identyfikator) = 0;
-    // Replaces the content of the list by the identifiers registered under the GUID here, in ascending order.
+    // Replaces the content of the list by the identifiers registered under the GUID, in ascending order: those of the
+    // nearest repository that has any.
     virtual void DajListeIdentyfikatorow(const TGUID& GUID, TListaNapisow& Lista) = 0;
     // The outer repository; null when there is none.
     virtual TIntf<IRepozytoriumKlas> DajParent() = 0;
@@ -113,7 +115,10 @@ struct IRepozytoriumBazowe : IInterfejs {
     ~IRepozytoriumBazowe() = default;
 };
 
-// Registering. A module takes its registrations out before it is unloaded.
+// Registering. A registration goes with the module whose code it needs: that of the class, of the object behind the
+// interface, of the function. The module of a function is taken to be the caller's; who registers another module's
+// function takes the registration out before that module is unloaded. Nobody may use what a module registered, nor hold
+// what it made, while the module is unloaded.
 struct IRepozytoriumKlas : IRepozytoriumBazowe {
     static constexpr TGUID IID = Guid("{AB4F169A-0D69-4499-B318-3F623036F1E3}");
 
@@ -122,12 +127,14 @@ struct IRepozytoriumKlas : IRepozytoriumBazowe {
     // A class with its constructor (null: KonstruktorDomyslny), and a ready interface, which is asked for the GUID and
     // held: ZTException when it has none such. A key that is there already stays as it is.
     virtual void RejestrujObiekt(const TGUID& GUID, const TKlasa* Klasa, TKonstruktorKlasy Konstruktor,
-                                 std::u16string_view Identyfikator) = 0;
-    virtual void RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator) = 0;
+                                 std::u16string_view Identyfikator, TModul& Modul = ModulBiezacy()) = 0;
+    virtual void RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator,
+                                 TModul& Modul = ModulBiezacy()) = 0;
     // Factories. EWyjatek for a key that is there already.
-    virtual void RejestrujObiekt(const TGUID& GUID, TKonstruktorInt KonstruktorInt,
-                                 std::u16string_view Identyfikator) = 0;
-    virtual void RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor, std::u16string_view Identyfikator) = 0;
+    virtual void RejestrujObiekt(const TGUID& GUID, TKonstruktorInt KonstruktorInt, std::u16string_view Identyfikator,
+                                 TModul& Modul = ModulBiezacy()) = 0;
+    virtual void RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor, std::u16string_view Identyfikator,
+                                 TModul& Modul = ModulBiezacy()) = 0;
     // Removes the registration, if it is there.
     virtual void WyrejestrujObiekt(const TGUID& GUID, std::u16string_view Identyfikator) = 0;
     // Sets the outer repository, which is held, or takes it away. ZTException for one that leads back here. To be set
@@ -152,8 +159,10 @@ class ZTOK_API TDaneObiektu : public TObiekt {
     void SetIdentyfikator(std::u16string_view identyfikator) { SetPoleString(1, identyfikator); }
     // Field 0 as a value. EBladKonwersji for a text that is no GUID; all zeros for the empty one.
     [[nodiscard]] TGUID GetGUID() const;
-    void SetGUID(const TGUID& guid) { SetGuidTekstowo(TekstGuid(guid)); }
+    void SetGUID(const TGUID& guid) { SetGuidTekstowo(GUIDToString(guid)); }
 
+    // Whether it cannot be used without the module.
+    [[nodiscard]] bool ZModulu(const TModul& modul) const noexcept;
     // Copies what is no field.
     void KopiujSposob(const TDaneObiektu& zrodlo);
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
@@ -163,6 +172,7 @@ class ZTOK_API TDaneObiektu : public TObiekt {
     const TKlasa* FKlasa = nullptr;
     TKonstruktorKlasy FTKonstruktorKlasy = nullptr;
     TKonstruktorInt FKonstruktorInt = nullptr;
+    const TModul* FModul = nullptr; // whose code FInt or the function is
 };
 
 using TEnumLista = TEnumListaObiektow<TDaneObiektu>;
@@ -186,7 +196,8 @@ class ZTOK_API TRepozytoriumKlas : public TImplementacja<TObiektLiczony, IRepozy
     explicit TRepozytoriumKlas(TObiektOgolny* Owner = nullptr);
     ~TRepozytoriumKlas() override;
 
-    // The registrations, to be looked at until UnlockList gives the lock back, on the same thread.
+    // The registrations, to be looked at until UnlockList gives the lock back, on the same thread. Nothing else of this
+    // folder is to be called meanwhile.
     TLista& LockList() noexcept;
     void UnlockList() noexcept;
 
@@ -199,19 +210,26 @@ class ZTOK_API TRepozytoriumKlas : public TImplementacja<TObiektLiczony, IRepozy
     void DajListeIdentyfikatorow(const TGUID& GUID, TListaNapisow& Lista) override;
     TIntf<IRepozytoriumKlas> DajParent() override;
     void RejestrujObiekt(const TGUID& GUID, const TKlasa* Klasa, TKonstruktorKlasy Konstruktor,
-                         std::u16string_view Identyfikator) override;
-    void RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator) override;
-    void RejestrujObiekt(const TGUID& GUID, TKonstruktorInt KonstruktorInt, std::u16string_view Identyfikator) override;
-    void RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor, std::u16string_view Identyfikator) override;
+                         std::u16string_view Identyfikator, TModul& Modul = ModulBiezacy()) override;
+    void RejestrujObiekt(const TGUID& GUID, IInterfejs* Int, std::u16string_view Identyfikator,
+                         TModul& Modul = ModulBiezacy()) override;
+    void RejestrujObiekt(const TGUID& GUID, TKonstruktorInt KonstruktorInt, std::u16string_view Identyfikator,
+                         TModul& Modul = ModulBiezacy()) override;
+    void RejestrujObiekt(const TGUID& GUID, TKonstruktor Konstruktor, std::u16string_view Identyfikator,
+                         TModul& Modul = ModulBiezacy()) override;
     void WyrejestrujObiekt(const TGUID& GUID, std::u16string_view Identyfikator) override;
     void UstawParent(TIntf<IRepozytoriumKlas> Zewnetrzne) override;
 
   private:
     friend void ZamknijRepozytorium(bool czekaj) noexcept;
+    friend void WyrejestrujModul(const TModul& modul) noexcept;
 
     // The registration, under the lock; null, and where it belongs, when there is none.
     TDaneObiektu* Znajdz(std::u16string_view guid, std::u16string_view identyfikator, std::int32_t& gdzie);
     void Wpisz(TWlasny<TDaneObiektu> dane, const TGUID& guid, std::u16string_view identyfikator, bool jedyne);
+    TWlasny<TDaneObiektu> Wyjmij(std::int32_t nr);
+    // Some registration that goes with the module; null when there is none left.
+    TWlasny<TDaneObiektu> WyjmijZModulu(const TModul& modul);
 
     TObiektOgolny* FOwner;
     TWlasny<TLista> FLista;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/PierwszeUzycie.h"
 #include "ztok/platform/TSekcjaKrytyczna.h"
 #include "ztok/util/Szyfratory.h"
 #include "ztok/util/Wymazanie.h"
@@ -24,10 +25,7 @@ class TPamiecSzyfratorow {
     TPamiecSzyfratorow() = default;
     TPamiecSzyfratorow(const TPamiecSzyfratorow&) = delete;
     TPamiecSzyfratorow& operator=(const TPamiecSzyfratorow&) = delete;
-    ~TPamiecSzyfratorow() {
-        for (TWpis& wpis : lista_)
-            Wymaz(wpis);
-    }
+    ~TPamiecSzyfratorow() = default;
 
     // The cipher of the key, counted as in use until Oddaj.
     const TSzyfrator& Wez(std::string_view klucz) {
@@ -57,12 +55,17 @@ class TPamiecSzyfratorow {
   private:
     static constexpr std::size_t kNajwiecej = 64;
 
+    // Stays where it is made, since a short text that is moved leaves its bytes behind.
     struct TWpis {
-        std::string klucz;
-        std::unique_ptr<TSzyfrator> szyfrator;
-    };
+        explicit TWpis(std::string_view k) : szyfrator(k), klucz(k) {}
+        TWpis(const TWpis&) = delete;
+        TWpis& operator=(const TWpis&) = delete;
+        ~TWpis() { WymazSekret(klucz.data(), klucz.size()); }
 
-    static void Wymaz(TWpis& wpis) noexcept { WymazSekret(wpis.klucz.data(), wpis.klucz.size()); }
+        TSzyfrator szyfrator;
+        std::string klucz;
+    };
+    using TElement = std::unique_ptr<TWpis>;
 
     // Whoever reads the library finds this key: it hides a text from a glance, no more.
     TSzyfrator& Domyslny() {
@@ -81,51 +84,38 @@ class TPamiecSzyfratorow {
 
     TSzyfrator& Szukaj(std::string_view klucz) {
         auto gdzie = std::lower_bound(lista_.begin(), lista_.end(), klucz,
-                                      [](const TWpis& wpis, std::string_view k) { return wpis.klucz < k; });
-        if (gdzie == lista_.end() || gdzie->klucz != klucz)
-            gdzie = lista_.insert(gdzie, TWpis{std::string(klucz), std::make_unique<TSzyfrator>(klucz)});
-        ostatni_ = gdzie->szyfrator.get();
+                                      [](const TElement& wpis, std::string_view k) { return wpis->klucz < k; });
+        if (gdzie == lista_.end() || (*gdzie)->klucz != klucz)
+            gdzie = lista_.insert(gdzie, std::make_unique<TWpis>(klucz));
+        ostatni_ = &(*gdzie)->szyfrator;
         return *ostatni_;
     }
 
     // Frees the ciphers that nobody uses, but not the one given.
     void UsunBezczynne(const TSzyfrator* zostaje) noexcept {
-        std::erase_if(lista_, [zostaje](TWpis& wpis) {
-            const bool bezczynny = wpis.szyfrator->FTrwaSzyfrowanie.load(std::memory_order_acquire) == 0;
-            if (!bezczynny || wpis.szyfrator.get() == zostaje)
-                return false;
-            Wymaz(wpis);
-            return true;
+        std::erase_if(lista_, [zostaje](const TElement& wpis) {
+            const bool bezczynny = wpis->szyfrator.FTrwaSzyfrowanie.load(std::memory_order_acquire) == 0;
+            return bezczynny && &wpis->szyfrator != zostaje;
         });
         if (zostaje == nullptr)
             ostatni_ = nullptr;
     }
 
     TSekcjaKrytyczna sekcja_;
-    std::vector<TWpis> lista_; // by key, in the order of its bytes
+    std::vector<TElement> lista_; // by key, in the order of its bytes
     TSzyfrator* ostatni_ = nullptr;
     std::unique_ptr<TSzyfrator> domyslny_;
 };
 
 namespace {
 
-// Made on first use and freed at unload: no destructor of its own, since others may still use it then.
 constinit std::atomic<TPamiecSzyfratorow*> pamiecSzyfratorow{nullptr};
-
-TPamiecSzyfratorow& Pamiec() {
-    if (TPamiecSzyfratorow* jest = pamiecSzyfratorow.load(std::memory_order_acquire); jest != nullptr)
-        return *jest;
-    auto nowa = std::make_unique<TPamiecSzyfratorow>();
-    TPamiecSzyfratorow* zastana = nullptr;
-    if (pamiecSzyfratorow.compare_exchange_strong(zastana, nowa.get(), std::memory_order_acq_rel))
-        return *nowa.release();
-    return *zastana; // another thread was first
-}
 
 // Holds the cipher of a key for its own lifetime.
 class TUzycie {
   public:
-    explicit TUzycie(std::string_view klucz) : pamiec_(Pamiec()), szyfrator_(pamiec_.Wez(klucz)) {}
+    explicit TUzycie(std::string_view klucz)
+        : pamiec_(PrzyPierwszymUzyciu(pamiecSzyfratorow)), szyfrator_(pamiec_.Wez(klucz)) {}
     TUzycie(const TUzycie&) = delete;
     TUzycie& operator=(const TUzycie&) = delete;
     ~TUzycie() { pamiec_.Oddaj(szyfrator_); }

@@ -32,7 +32,7 @@ void BrakInterfejsu(const TGUID& iid, std::u16string_view komunikat) {
     std::u16string format(komunikat.empty() ? Komunikat(kmBrakInterfejsu) : komunikat);
     if (format.find(u"%s") == std::u16string::npos)
         format += u" %s";
-    ZTErrorFmt(format, {TekstGuid(iid)});
+    ZTErrorFmt(format, {GUIDToString(iid)});
 }
 
 } // namespace ztok
