@@ -55,6 +55,21 @@ inline std::int64_t Wczytaj(ztok::TObiektBazowy& obiekt, const std::string& bajt
     return strumien.GetPosition();
 }
 
+// The same with the text form.
+inline std::string Tekst(const ztok::TObiektBazowy& obiekt) {
+    ztok::TZTMemoryStream strumien;
+    obiekt.ZapiszTekstowo(strumien);
+    const auto bajty = strumien.Zawartosc();
+    return {bajty.begin(), bajty.end()};
+}
+
+inline std::int64_t ZTekstu(ztok::TObiektBazowy& obiekt, const std::string& tekst,
+                            const ztok::TOpcjeOdczytu& opcje = {}, std::u16string_view naglowek = {}) {
+    ztok::TZTReadOnlyRawByteStream strumien(tekst);
+    obiekt.WczytajTekstowo(strumien, opcje, naglowek);
+    return strumien.GetPosition();
+}
+
 inline std::string Szesnastkowo(std::string_view bajty) {
     std::string tekst;
     for (const char znak : bajty) {
