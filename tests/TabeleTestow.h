@@ -23,6 +23,7 @@ struct TWierszTabeli {
     int numer = 0; // line in the file, for messages
     std::vector<std::string> polaUtf8;
 
+    const std::string& operator[](std::size_t kolumna) const { return polaUtf8.at(kolumna); }
     [[nodiscard]] const std::string& Utf8(std::size_t kolumna) const { return polaUtf8.at(kolumna); }
     [[nodiscard]] std::u16string Tekst(std::size_t kolumna) const { return ztok::Utf16ZUtf8(Utf8(kolumna)); }
     [[nodiscard]] double Rzeczywista(std::size_t kolumna) const { return std::bit_cast<double>(Bity(kolumna)); }
@@ -30,17 +31,24 @@ struct TWierszTabeli {
     [[nodiscard]] std::int64_t Calkowita(std::size_t kolumna) const { return std::stoll(Utf8(kolumna)); }
 };
 
+inline std::vector<std::string> Podziel(std::string_view tekst, char separator) {
+    std::vector<std::string> czesci(1);
+    for (const char znak : tekst)
+        if (znak == separator)
+            czesci.emplace_back();
+        else
+            czesci.back() += znak;
+    return czesci;
+}
+
+// The rows without the header. Throws when the file is missing or has none, so that a test over it cannot pass empty.
 inline std::vector<TWierszTabeli> WczytajTabele(const std::string& nazwa) {
     std::ifstream plik(std::string(ZTOK_DANE_TESTOW) + "/" + nazwa, std::ios::binary);
     const std::string tresc((std::istreambuf_iterator<char>(plik)), std::istreambuf_iterator<char>());
     std::vector<TWierszTabeli> wynik;
     int numer = 0;
-    for (std::size_t poczatek = 0; poczatek < tresc.size();) {
-        const std::size_t koniec = tresc.find('\n', poczatek);
-        const std::string_view linia = std::string_view(tresc).substr(poczatek, koniec - poczatek);
-        poczatek = koniec == std::string::npos ? tresc.size() : koniec + 1;
-        ++numer;
-        if (numer == 1 || linia.empty())
+    for (const std::string& linia : Podziel(tresc, '\n')) {
+        if (++numer == 1 || linia.empty())
             continue;
         TWierszTabeli wiersz{numer, {""}};
         for (std::size_t i = 0; i < linia.size(); ++i) {

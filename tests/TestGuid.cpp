@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/TablicaTsv.h"
+#include "tests/TabeleTestow.h"
 #include "ztok/platform/Interfejsy.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/TObiektLiczony.h"
@@ -18,8 +18,7 @@ namespace {
 TEST(Guid, TablicaOczekiwanych) {
     std::vector<TGUID> guidy;
     std::vector<std::u16string> teksty;
-    for (const testy::TWierszTsv& w : testy::CzytajTsv("guid.tsv")) {
-        ASSERT_EQ(w.size(), 3U);
+    for (const testy::TWierszTabeli& w : testy::WczytajTabele("guid.tsv")) {
         ASSERT_EQ(w[1].size(), 32U);
         TBajtyGuid bajty{};
         for (std::size_t i = 0; i < bajty.size(); ++i)
