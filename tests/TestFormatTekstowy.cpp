@@ -39,9 +39,7 @@ class TDawny : public TObiekt {
     [[nodiscard]] bool PoleByloTekstowe(int nrPola) const override { return nrPola == 1; }
 };
 
-std::string Bajty(TZTMemoryStream& strumien) {
-    return {strumien.Zawartosc().begin(), strumien.Zawartosc().end()};
-}
+std::string Bajty(TZTMemoryStream& strumien) { return {strumien.Zawartosc().begin(), strumien.Zawartosc().end()}; }
 
 class FormatTekstowy : public testing::Test {
   protected:
@@ -235,25 +233,6 @@ TEST_F(FormatTekstowy, DatyICzasy) {
     for (const double poza : {3e6, -1e6, std::nan("")}) {
         o->SetChwila(poza);
         EXPECT_NE(Blad<EBladKonwersji>([&] { Tekst(*o); }), u"(no error)") << poza;
-    }
-}
-
-TEST_F(FormatTekstowy, LosoweDrzewaWracaja) {
-    for (std::uint32_t ziarno = 0; ziarno < 300; ++ziarno) {
-        const TWlasny<TWszystko> o = Utworz<TWszystko>();
-        TLosoweDrzewo los(ziarno);
-        los.Wypelnij(*o, 3);
-        const std::string tekst = Tekst(*o, [&](TZapisywaczTekstu& z) {
-            z.PominAkapity = ziarno % 2 == 0;
-            z.PominKonceLinii = ziarno % 3 == 0;
-            z.ZnakAkapitu = ziarno % 5 == 0 ? '\t' : ' ';
-            z.RozmAkapitu = static_cast<std::uint8_t>(ziarno % 4);
-        });
-        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
-        ASSERT_EQ(ZTekstu(*kopia, tekst), static_cast<std::int64_t>(tekst.size())) << ziarno;
-        ASSERT_EQ(o->Porownaj(*kopia), 0) << ziarno;
-        ASSERT_EQ(Zapisz(*o), Zapisz(*kopia)) << ziarno;
-        ASSERT_EQ(Tekst(*o), Tekst(*kopia)) << ziarno;
     }
 }
 

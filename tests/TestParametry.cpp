@@ -197,7 +197,9 @@ TEST_F(Parametry, FunkcjaEdycjiMozeWszystko) {
                 DefFunEdycji = &Usuwajaca;
             else
                 JadroKlas()->RejestrujFunEdycji(TPoleInteger::KlasaStatyczna(), &Usuwajaca);
-            EXPECT_EQ(Blad([&] { EXPECT_TRUE(pole().EdytujDane({edytowany.get(), 1}, flaga)); }),
+            EXPECT_EQ(Blad([&] {
+                          EXPECT_TRUE(pole().EdytujDane({edytowany.get(), 1}, flaga));
+                      }),
                       flaga ? u"edycja" : u"(no error)");
             EXPECT_EQ(!edytowany, flaga);
             TAdres inny;

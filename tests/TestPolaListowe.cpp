@@ -164,6 +164,11 @@ TEST(PolaListowe, JakoPolaObiektu) {
     o->SetPoleStrList(23, *o->GetPoleStrList(23)); // set to what it is: nothing, but set
     EXPECT_TRUE(o->GetMaWartosc(23));
 
+    o->WpiszDane({21, u"Ulamki", 23, 24}, {TWariant::Tablica({4, u"5"}), u"1,5;2", &wzor, &szerokie});
+    EXPECT_EQ(o->GetLiczby().GetJakoString() + u'|' + o->GetUlamki().GetJakoString(), u"4;5|1,5;2");
+    EXPECT_EQ(o->GetTeksty().Porownaj(wzor), 0);
+    EXPECT_EQ(o->GetTekstySzerokie().Porownaj(szerokie), 0);
+
     const struct {
         std::string tekst;
         std::u16string wynik; // of field 23, or the error

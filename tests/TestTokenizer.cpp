@@ -475,20 +475,20 @@ TEST(Tokenizer, Zalew) {
             EXPECT_LT(std::clock() - start, (ZTOK_SANITIZER ? 10 : 1) * CLOCKS_PER_SEC);
         }
 
-    for (const std::int64_t ile : {Maks, Maks + 1}) {
-        KazdyBufor([&](std::int64_t porcja) {
+    for (const std::int64_t ile : {Maks, Maks + 1})
+        for (const int rozmiar : {1, 64, 131072}) {
+            const TRozmiarBufora bufor(rozmiar);
             const std::string znaki(static_cast<std::size_t>(ile), 'x');
             for (const std::string& bajty : {znaki, znaki + " ", "\"" + znaki + "\" ", "<" + znaki + ">"}) {
                 TOporny strumien(bajty);
-                strumien.porcja = porcja == 1 ? 5000 : porcja;
-                const bool blad = testy::Zglasza<EZTParserError>([&] {
-                    TZTParser p(strumien, Maks);
-                    EXPECT_TRUE(bajty[0] != '<' || p.ReadTextUpTo('>') == znaki);
-                });
-                EXPECT_EQ(blad, ile > Maks);
+                strumien.porcja = rozmiar == 1 ? 5000 : INT64_MAX;
+                EXPECT_EQ(testy::Zglasza<EZTParserError>([&] {
+                              TZTParser p(strumien, Maks);
+                              EXPECT_TRUE(bajty[0] != '<' || p.ReadTextUpTo('>') == znaki);
+                          }),
+                          ile > Maks);
             }
-        });
-    }
+        }
 }
 
 TEST(Tokenizer, BladStrumieniaIPamieci) {
