@@ -1,9 +1,10 @@
 // Random trees of the sample classes, the same for a seed on every target: every kind of field, extreme numbers, any
-// UTF-16 text, nested lists and collections, pointers and references inside the tree.
+// UTF-16 text, nested lists and collections, arrays of mixed values, pointers and references inside the tree.
 #pragma once
 
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <random>
 #include <string>
@@ -41,6 +42,8 @@ class TLosoweDrzewo {
 
     std::uint32_t Z(std::size_t ile) { return static_cast<std::uint32_t>(los_() % ile); }
 
+    bool warianty = false; // among the elements of arrays: the text form alone has a place for them
+
   private:
     template <class W> W Liczba() {
         const auto losowa = static_cast<std::uint64_t>(los_()) << 32U | los_();
@@ -56,6 +59,54 @@ class TLosoweDrzewo {
     }
 
     bool Tak() { return Z(2) == 0; }
+
+    std::string Bajty() {
+        std::string bajty(Z(300), '\0');
+        for (char& bajt : bajty)
+            bajt = static_cast<char>(los_());
+        return bajty;
+    }
+
+    // Any ten bytes, or a number that eight hold.
+    long double Rzeczywista() {
+        if (Tak())
+            return Liczba<double>();
+        const std::uint32_t bity[] = {static_cast<std::uint32_t>(los_()), static_cast<std::uint32_t>(los_()),
+                                      static_cast<std::uint32_t>(los_())};
+        long double liczba = 0;
+        std::memcpy(&liczba, bity, 10);
+        return liczba;
+    }
+
+    ztok::TWariant Wariant(std::uint32_t glebokosc) {
+        using namespace ztok;
+        const std::string bajty = Bajty();
+        const std::u16string tekst = Tekst();
+        const std::vector<TWariant> wartosci = {{},
+                                                TWariant::Null(),
+                                                Liczba<std::int8_t>(),
+                                                Liczba<std::uint8_t>(),
+                                                Liczba<std::int16_t>(),
+                                                Liczba<std::uint16_t>(),
+                                                Liczba<std::int32_t>(),
+                                                Liczba<std::uint32_t>(),
+                                                Liczba<std::int64_t>(),
+                                                Liczba<std::uint64_t>(),
+                                                static_cast<float>(Liczba<std::int32_t>()) / 7,
+                                                Liczba<double>(),
+                                                TDataCzas{Liczba<double>()},
+                                                TWaluta{Liczba<std::int64_t>()},
+                                                Tak(),
+                                                TWariant::AnsiString(bajty),
+                                                TWariant::WideString(tekst),
+                                                tekst};
+        if (const std::uint32_t i = Z(wartosci.size() + glebokosc); i < wartosci.size())
+            return wartosci[i];
+        std::vector<TWariant> elementy;
+        for (std::uint32_t i = Z(4); i > 0; --i)
+            elementy.push_back(Wariant(glebokosc - 1));
+        return TWariant::Tablica(std::move(elementy));
+    }
 
     // Sometimes nothing, sometimes an empty list that counts as a value.
     template <class L, class F> void Wypelnij(L& lista, const F& wartosc) {
@@ -101,12 +152,8 @@ class TLosoweDrzewo {
             o.SetTak(Tak());
         if (Tak())
             o.SetNazwa(Tekst());
-        if (Tak()) {
-            std::string bajty(Z(300), '\0');
-            for (char& bajt : bajty)
-                bajt = static_cast<char>(los_());
-            o.SetBajty(bajty);
-        }
+        if (Tak())
+            o.SetBajty(Bajty());
         if (Tak())
             o.SetSzeroki(Tekst());
         if (Tak())
@@ -121,6 +168,8 @@ class TLosoweDrzewo {
         Wypelnij(o.GetUlamki(), [&] { return Liczba<double>(); });
         Wypelnij(o.GetTeksty(), [&] { return Tekst(); });
         Wypelnij(o.GetTekstySzerokie(), [&] { return Tekst(); });
+        if (Tak())
+            Buduj(o.GetTablica(), glebokosc);
         if (glebokosc > 0) {
             for (std::uint32_t i = Z(4); i > 0; --i)
                 Buduj(o.GetPodrzedne().Dopisz(), glebokosc - 1);
@@ -130,6 +179,44 @@ class TLosoweDrzewo {
                 else
                     Buduj(static_cast<TWszystko&>(*o.GetRozne().Dodaj(ztok::Utworz<TWszystko>())), glebokosc - 1);
             }
+        }
+    }
+
+    void Buduj(ztok::TArrayOfConst& tablica, int glebokosc) {
+        using namespace ztok;
+        wszystkie_.push_back(&tablica);
+        tablica.UstawNiepuste(CalyObiekt, true);
+        for (std::uint32_t i = Z(8); i > 0; --i) {
+            const auto liczba = Liczba<std::int64_t>();
+            const std::string bajty = Bajty();
+            const std::u16string tekst = Tekst();
+            const TArgument wartosci[] = {static_cast<std::int32_t>(liczba),
+                                          TArgument::BajtLogiczny(Tak() ? 1 : 0),
+                                          static_cast<char>(liczba),
+                                          Rzeczywista(),
+                                          TArgument::ShortString(bajty),
+                                          nullptr,
+                                          TArgument::PChar(bajty),
+                                          static_cast<const TObiektOgolny*>(nullptr),
+                                          Tak() ? TAdres::KlasaStatyczna() : nullptr,
+                                          static_cast<char16_t>(liczba),
+                                          TArgument::PWideChar(tekst),
+                                          bajty,
+                                          TWaluta{liczba},
+                                          static_cast<IInterfejs*>(nullptr),
+                                          TArgument::WideString(tekst),
+                                          liczba,
+                                          tekst,
+                                          warianty ? TArgument(Wariant(3)) : TArgument(0)};
+            const std::uint32_t ktora = Z(std::size(wartosci) + 3);
+            if (ktora < std::size(wartosci))
+                tablica.Dodaj(wartosci[ktora]);
+            else if (ktora % 3 == 0 || glebokosc == 0)
+                Buduj(static_cast<TAdres&>(*tablica.DodajObiekt(Utworz<TAdres>())));
+            else if (ktora % 3 == 1)
+                Buduj(static_cast<TWszystko&>(*tablica.DodajObiekt(Utworz<TWszystko>())), glebokosc - 1);
+            else
+                Buduj(static_cast<TArrayOfConst&>(*tablica.DodajObiekt(Utworz<TArrayOfConst>())), glebokosc - 1);
         }
     }
 

@@ -17,7 +17,7 @@ class TListaAdresow : public ztok::TListaTypu<TAdres> {
 class TWszystko;
 class TListaWszystkich;
 
-// One field of every kind. Number 9 is left out; the bitmap of all is four bytes long.
+// One field of every kind and of every kind of list. Number 9 is left out; the bitmap of all is four bytes long.
 class TWszystko : public ztok::TObiekt {
     ZTOK_OBIEKT(TWszystko, ztok::TObiekt, (0, B, Byte), (1, S, Smallint), (2, W, Word), (3, I, Integer),
                 (4, C, Cardinal), (5, L, Int64), (6, D, Double), (7, Tak, Boolean), (8, Nazwa, String),
@@ -26,13 +26,16 @@ class TWszystko : public ztok::TObiekt {
                 (16, Rozne, Obiekt<ztok::TKolekcjaObiektow>), (17, Wskaznik, Wsk<TWszystko>),
                 (18, Referencja, Ref<TAdres>), (19, Wskazywane, Obiekt<ztok::TListaWskObiektow>),
                 (20, Powiazane, Obiekt<ztok::TListaRefObiektow>), (21, Liczby, Obiekt<ztok::TPoleIntList>),
-                (22, Ulamki, Obiekt<ztok::TPoleDoubleList>), (23, Teksty, StrList), (24, TekstySzerokie, WideStrList))
+                (22, Ulamki, Obiekt<ztok::TPoleDoubleList>), (23, Teksty, StrList), (24, TekstySzerokie, WideStrList),
+                (25, Tablica, Obiekt<ztok::TArrayOfConst>))
 };
 
 class TListaWszystkich : public ztok::TListaTypu<TWszystko> {
     ZTOK_LISTA(TListaWszystkich, TWszystko)
 };
 
-inline void Rejestruj() { ztok::RejestrujKlasy<TAdres, TListaAdresow, TWszystko, TListaWszystkich>(); }
+inline void Rejestruj() {
+    ztok::RejestrujKlasy<TAdres, TListaAdresow, TWszystko, TListaWszystkich, ztok::TArrayOfConst>();
+}
 
 } // namespace probki

@@ -55,6 +55,30 @@ inline std::int64_t Wczytaj(ztok::TObiektBazowy& obiekt, const std::string& bajt
     return strumien.GetPosition();
 }
 
+// The same with the text form, by a writer whose options are set first.
+template <class F> std::string Tekst(const ztok::TObiektBazowy& obiekt, const F& ustaw) {
+    ztok::TZTMemoryStream strumien;
+    ztok::TZapisywaczTekstu zapisywacz(strumien);
+    ustaw(zapisywacz);
+    zapisywacz.ZapiszDokument(obiekt);
+    const auto bajty = strumien.Zawartosc();
+    return {bajty.begin(), bajty.end()};
+}
+
+inline std::string Tekst(const ztok::TObiektBazowy& obiekt) {
+    ztok::TZTMemoryStream strumien;
+    obiekt.ZapiszTekstowo(strumien);
+    const auto bajty = strumien.Zawartosc();
+    return {bajty.begin(), bajty.end()};
+}
+
+inline std::int64_t ZTekstu(ztok::TObiektBazowy& obiekt, const std::string& tekst,
+                            const ztok::TOpcjeOdczytu& opcje = {}, std::u16string_view naglowek = {}) {
+    ztok::TZTReadOnlyRawByteStream strumien(tekst);
+    obiekt.WczytajTekstowo(strumien, opcje, naglowek);
+    return strumien.GetPosition();
+}
+
 inline std::string Szesnastkowo(std::string_view bajty) {
     std::string tekst;
     for (const char znak : bajty) {

@@ -260,11 +260,11 @@ TEST_F(FormatBinarny, KorzeniemMozeBycLista) {
 TEST_F(FormatBinarny, PusteElementyZachowujaMiejsce) {
     const TOpisKlasy* opis = JadroKlas()->OpisKlasy(TWszystko::KlasaStatyczna());
     const TListaWlasciwosci* pola = opis->GetListaWlasciwosci();
-    ASSERT_EQ(pola->IleObiektow(), 25);
+    ASSERT_EQ(pola->IleObiektow(), 26);
     ASSERT_EQ(pola->GetWlasciwosc(9), nullptr);
     TOpisKlasy odczytany;
     Wczytaj(odczytany, Zapisz(*opis));
-    ASSERT_EQ(odczytany.GetListaWlasciwosci()->IleObiektow(), 25);
+    ASSERT_EQ(odczytany.GetListaWlasciwosci()->IleObiektow(), 26);
     EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(9)->GetNazwa(), u"");
     EXPECT_EQ(odczytany.GetListaWlasciwosci()->GetWlasciwosc(10)->GetNazwa(), u"Bajty");
     EXPECT_EQ(Zapisz(odczytany), Zapisz(*opis));
@@ -394,8 +394,8 @@ TEST_F(FormatBinarny, BledyOdczytu) {
         {"03 00 00 08 02 00 01 00 01", u"licznik 2 większy niż pozostałe dane"},
         {"04 01 00 00", u"błąd odczytu ze strumienia TZTReadOnlyRawByteStream: odczytano 3 z 4 bajtów"},
         {"", u"błąd odczytu ze strumienia TZTReadOnlyRawByteStream: odczytano 0 z 1 bajtów"},
-        // Numbers that the class does not have take no bytes: 9, and 25 to 31.
-        {"04 01 02 00 FE 05", u"(no error)"},
+        // Numbers that the class does not have take no bytes: 9, and 26 to 31.
+        {"04 01 02 00 FC 05", u"(no error)"},
         {"90 01 01" /* 4097 bytes of bitmap, cut */,
          u"błąd odczytu ze strumienia TZTReadOnlyRawByteStream: odczytano 1 z 4097 bajtów"},
         // An unknown class is passed over without its record: what follows is read from there.

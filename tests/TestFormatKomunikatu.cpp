@@ -4,7 +4,7 @@
 
 #include <bit>
 
-#include "tests/TablicaTsv.h"
+#include "tests/TabeleTestow.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/TObiektLiczony.h"
 #include "ztok/platform/TUstawieniaFormatu.h"
@@ -30,8 +30,8 @@ std::vector<TArgument> Argumenty(const std::string& opis) {
     std::vector<TArgument> wynik;
     if (opis.empty())
         return wynik;
-    for (std::string_view czesc : testy::Podziel(opis, '|')) {
-        const std::string tekst(czesc.substr(2));
+    for (const std::string& czesc : testy::Podziel(opis, '|')) {
+        const std::string tekst = czesc.substr(2);
         switch (czesc[0]) {
         case 'i':
             wynik.emplace_back(std::stoi(tekst));
@@ -68,8 +68,7 @@ std::string Wynik(std::u16string_view format, TArgumenty argumenty) {
 
 TEST(FormatKomunikatu, TablicaOczekiwanych) {
     int porownano = 0;
-    for (const testy::TWierszTsv& w : testy::CzytajTsv("format_msg.tsv")) {
-        ASSERT_EQ(w.size(), 8U);
+    for (const testy::TWierszTabeli& w : testy::WczytajTabele("format_msg.tsv")) {
         if (w[5] == "?")
             continue;
         EXPECT_EQ(Wynik(Utf16ZUtf8(w[1]), Argumenty(w[2])), w[5] + ' ' + w[6]) << w[1] << " with " << w[2];

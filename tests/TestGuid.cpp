@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/TablicaTsv.h"
+#include "tests/TabeleTestow.h"
 #include "ztok/platform/Interfejsy.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/TObiektLiczony.h"
@@ -18,12 +18,12 @@ namespace {
 // The table is sorted here as texts and as identifiers.
 TEST(Guid, TablicaOczekiwanych) {
     std::vector<std::pair<std::u16string, TGUID>> wgTekstu;
-    for (const testy::TWierszTsv& w : testy::CzytajTsv("guid.tsv")) {
+    for (const testy::TWierszTabeli& w : testy::WczytajTabele("guid.tsv")) {
         TBajtyGuid bajty{};
         for (std::size_t i = 0; i < bajty.size(); ++i)
-            bajty[i] = static_cast<std::uint8_t>(std::stoul(w.at(1).substr(2 * i, 2), nullptr, 16));
+            bajty[i] = static_cast<std::uint8_t>(std::stoul(w[1].substr(2 * i, 2), nullptr, 16));
         const TGUID guid = GuidZBajtow(bajty);
-        const std::u16string tekst = Utf16ZUtf8(w.at(2));
+        const std::u16string tekst = Utf16ZUtf8(w[2]);
         EXPECT_EQ(GUIDToString(guid), tekst);
         EXPECT_EQ(BajtyGuid(guid), bajty);
         std::u16string male = tekst;

@@ -52,8 +52,9 @@ void SprawdzWyjatki(const TZaladowany& modul) {
     EXPECT_THROW(modul.Funkcja<int (*)(TObiekt*)>("ModulZlyTyp")(&wspolna), EBladRzutowania);
 }
 
-// One load: everything that a host does with a module's classes. Returns the stream that it saved.
-std::string JednoZaladowanie() {
+// One load: everything that a host does with a module's classes. Returns the stream that it saved, and leaves one of
+// the classes in the array.
+std::string JednoZaladowanie(TArrayOfConst& klasy) {
     const TZaladowany modul(sciezka);
     EXPECT_TRUE(modul.Jest());
     if (!modul.Jest())
@@ -63,6 +64,8 @@ std::string JednoZaladowanie() {
 
     const TKlasa* klasa = nullptr;
     EXPECT_TRUE(JadroKlas()->JestKlasaONazwie(u"tzmodulu", klasa));
+    klasy.Dodaj(klasa);
+    EXPECT_EQ(Zapisz(klasy), "\x01\x08\x08TZModulu");
     TWlasny<TObiektBazowy> nowy(static_cast<TObiektBazowy*>(klasa->utworz(nullptr)));
     auto& obiekt = static_cast<TObiekt&>(*nowy);
     EXPECT_TRUE(obiekt.JestKlasy(TObiekt::KlasaStatyczna()));
@@ -104,8 +107,15 @@ TEST(Modul, StoRazyZaladowanyIZnikniety) {
     std::size_t znanych = 0;
     for (int razy = 0; razy < 100; ++razy) {
         ASSERT_FALSE(TZaladowany::WPamieci(sciezka)) << razy;
-        const std::string bajty = JednoZaladowanie();
+        TArrayOfConst klasy;
+        const std::string bajty = JednoZaladowanie(klasy);
         ASSERT_FALSE(TZaladowany::WPamieci(sciezka)) << razy;
+        // A class that is gone is only a number to an array that holds it.
+        klasy.DodajWszystkie(klasy.Elementy());
+        EXPECT_EQ(klasy.KlonujObiekt(false)->Porownaj(klasy), 0);
+        EXPECT_EQ(strumienie::Tekst(klasy), "object TArrayOfConst\r\nClass=0\r\nClass=0\r\nend");
+        EXPECT_EQ(Zapisz(klasy), std::string("\x02\x08\0\x08\0", 5));
+        EXPECT_EQ(klasy.GetJakoString(), u"; ");
         const TKlasa* klasa = nullptr;
         EXPECT_FALSE(JadroKlas()->JestKlasaONazwie(u"TZModulu", klasa));
         EXPECT_FALSE(JadroKlas()->JestKlasaONazwie(u"TListaZModulu", klasa));

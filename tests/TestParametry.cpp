@@ -32,6 +32,7 @@ struct TWywolanie {
 };
 TWywolanie wywolanie;
 TIntf<TZTParam> zachowane;
+TWlasny<TAdres> edytowany;
 
 bool Zapisujaca(TPole& pole, TObiektBazowy* wlasciciel, bool flaga) {
     wywolanie = {&pole, wlasciciel, flaga, 0};
@@ -44,6 +45,19 @@ bool Zapisujaca(TPole& pole, TObiektBazowy* wlasciciel, bool flaga) {
     return true;
 }
 bool Rzucajaca(TPole& /*pole*/, TObiektBazowy* /*wlasciciel*/, bool /*flaga*/) { throw EBladKonwersji(u"edycja"); }
+// Frees the field that is edited, or its whole object, and takes the registrations back.
+bool Usuwajaca(TPole& pole, TObiektBazowy* wlasciciel, bool flaga) {
+    JadroKlas()->RejestrujFunEdycji(pole.Klasa(), nullptr);
+    DefFunEdycji = nullptr;
+    if (TZTParam* parametry = JakoParametry(wlasciciel); parametry != nullptr)
+        parametry->ZerujDane();
+    if (!flaga) {
+        edytowany->UstawPole(TAdres::nrNumer, nullptr, true);
+        return true;
+    }
+    edytowany.Ustaw();
+    throw EBladKonwersji(u"edycja");
+}
 
 // An owner that is counted like an interface's object, and is no parameter object.
 class TLiczacy : public TAdres {
@@ -60,6 +74,7 @@ class Parametry : public testing::Test {
         JadroKlas()->RejestrujFunEdycji(TPoleInteger::KlasaStatyczna(), nullptr);
         DefFunEdycji = nullptr;
         zachowane = nullptr;
+        edytowany.Ustaw();
     }
 };
 
@@ -170,6 +185,26 @@ TEST_F(Parametry, EdycjaZArgumentami) {
     EXPECT_TRUE(wywolanie.flaga);
     DefFunEdycji = &Rzucajaca;
     EXPECT_EQ(Blad<EBladKonwersji>([&] { adres.EdytujDane({1, 2}, false); }), u"edycja");
+}
+
+// Nothing is touched behind an edit function that frees its field, the field's object or the parameters' targets.
+TEST_F(Parametry, FunkcjaEdycjiMozeWszystko) {
+    const auto pole = []() -> TPole& { return *edytowany->DajPole(TAdres::nrNumer); };
+    for (const bool domyslna : {false, true})
+        for (const bool flaga : {false, true}) {
+            edytowany = Utworz<TAdres>();
+            if (domyslna)
+                DefFunEdycji = &Usuwajaca;
+            else
+                JadroKlas()->RejestrujFunEdycji(TPoleInteger::KlasaStatyczna(), &Usuwajaca);
+            EXPECT_EQ(Blad([&] {
+                          EXPECT_TRUE(pole().EdytujDane({edytowany.get(), 1}, flaga));
+                      }),
+                      flaga ? u"edycja" : u"(no error)");
+            EXPECT_EQ(!edytowany, flaga);
+            TAdres inny;
+            EXPECT_FALSE(inny.DajPole(TAdres::nrNumer)->EdytujDane(flaga)); // nothing is registered any more
+        }
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "ztok/fields/TArrayOfConst.h"
 
 #include <cmath>
-#include <cstring>
 #include <functional>
 
 #include <gtest/gtest.h>
@@ -11,6 +10,7 @@
 #include "StrumienieTestowe.h"
 #include "platforma/SystemTestowy.h"
 #include "ztok/kernel/Typypolbazowe.h"
+#include "ztok/platform/Pula.h"
 #include "ztok/platform/TObiektLiczony.h"
 #include "ztok/util/Zttypybazowe.h"
 
@@ -18,8 +18,10 @@ using namespace ztok;
 using namespace probki;
 using strumienie::Bajty;
 using strumienie::Szesnastkowo;
+using strumienie::Tekst;
 using strumienie::Wczytaj;
 using strumienie::Zapisz;
+using strumienie::ZTekstu;
 using testy::Blad;
 
 namespace {
@@ -34,25 +36,12 @@ class TLiczony : public TImplementacja<TObiektLiczony, ILiczony> {
     [[nodiscard]] const TKlasa* Klasa() const noexcept override { return KlasaStatyczna(); }
 };
 
-// An object with an array among its fields, and a pointer that can lead into one.
+// An object with an array among its fields.
 class TZTablica : public TObiekt {
-    ZTOK_OBIEKT(TZTablica, TObiekt, (0, Nazwa, String), (1, Dane, Obiekt<TArrayOfConst>), (2, Cel, Wsk<TZTablica>),
-                (3, Powiazany, Ref<TZTablica>))
+    ZTOK_OBIEKT(TZTablica, TObiekt, (0, Nazwa, String), (1, Dane, Obiekt<TArrayOfConst>))
 };
 
-std::string Tekst(const TObiektBazowy& obiekt) {
-    TZTMemoryStream strumien;
-    obiekt.ZapiszTekstowo(strumien);
-    const auto bajty = strumien.Zawartosc();
-    return {bajty.begin(), bajty.end()};
-}
-
-void ZTekstu(TObiektBazowy& obiekt, const std::string& tekst) {
-    TZTReadOnlyRawByteStream strumien(tekst);
-    obiekt.WczytajTekstowo(strumien);
-}
-
-// A stream of one element that a case of the tables holds, and the document of the same.
+// The document of an array whose lines these are.
 std::string Dokument(const std::string& wiersz) { return "object TArrayOfConst\r\n" + wiersz + "\r\nend"; }
 
 class TablicaWartosci : public testing::Test {
@@ -78,7 +67,8 @@ TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
         std::string tekst;      // the line, or the frame
         TArgument wiekszy;      // a greater one of the kind; the value itself when there is none
         bool wraca = true;      // reads back as it was; else as null of the kind
-        const char* d2007 = ""; // the bytes for a reader without Unicode, where they differ
+        const char* d2007 = ""; // bytes and line for a reader without Unicode, where they differ
+        const char* d2007Tekst = "";
     };
     const TPrzypadek przypadki[] = {
         {-2, "00 FE FF FF FF", "Integer=-2", -1},
@@ -105,8 +95,8 @@ TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
         {TArgument::WideString(u"\"ą"), "0F 03 22 C4 85", "WideString=#34\"\xC4\x85\"", TArgument::WideString(u"b")},
         {INT64_MIN, "10 00 00 00 00 00 00 00 80", "Int64=-9223372036854775808", INT64_MAX},
         {u"Łódź", "11 07 C5 81 C3 B3 64 C5 BA", "UnicodeString=\"\xC5\x81\xC3\xB3\x64\xC5\xBA\"", u"łódźX", true,
-         "0B 04 A3 F3 64 9F"},
-        {u"", "11 00", "UnicodeString=\"\"", u"a", true, "0B 00"},
+         "0B 04 A3 F3 64 9F", "AnsiString='\xA3\xF3\x64\x9F'"},
+        {u"", "11 00", "UnicodeString=\"\"", u"a", true, "0B 00", "AnsiString=''"},
     };
     TArrayOfConst wszystkie;
     std::string bajtyWszystkich;
@@ -124,6 +114,8 @@ TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
         d2007.DaneDlaD2007 = true;
         EXPECT_EQ(Szesnastkowo(Zapisz(tablica, &d2007)),
                   Szesnastkowo(Bajty("01") + Bajty(*p.d2007 != 0 ? p.d2007 : p.bajty)));
+        EXPECT_EQ(Tekst(tablica, [](TZapisywaczTekstu& z) { z.DaneDlaD2007 = true; }),
+                  Dokument(*p.d2007Tekst != 0 ? p.d2007Tekst : p.tekst));
         for (const bool tekstem : {false, true}) {
             if (tekstem)
                 ZTekstu(czytana, Dokument(p.tekst));
@@ -155,118 +147,108 @@ TEST_F(TablicaWartosci, KazdyZnacznikWKazdejFormie) {
               Szesnastkowo(std::string(1, static_cast<char>(std::size(przypadki))) + bajtyWszystkich));
     EXPECT_EQ(wszystkie.IleKlas(), 2);
 
-    TArrayOfConst wariant;
-    wariant.Dodaj(TWariant(1));
-    EXPECT_EQ(Blad<ZTException>([&] { Zapisz(wariant); }), u"Brak implementacji ZapiszVariantWStrumieniu");
-    EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(wariant, Bajty("01 0D 00")); }),
-              u"Brak implementacji WczytajVariantZeStrumienia");
-    EXPECT_EQ(Blad<ZTException>([&] { ZTekstu(wariant, Dokument("Variant=1")); }),
-              u"Brak implementacji WczytajVariantTekstowo");
+    // A byte that is neither 0 nor 1 is true, and stays what it was.
+    TArrayOfConst tablica;
+    Wczytaj(tablica, Bajty("01 01 05"));
+    EXPECT_EQ(tablica.Znajdz(true), 0);
+    EXPECT_EQ(Szesnastkowo(Zapisz(tablica)), "01 01 05");
 }
 
-// Fills an array with anything that comes back, objects that hold arrays among it.
-class TLosowaTablica {
-  public:
-    explicit TLosowaTablica(std::uint32_t ziarno) : los_(ziarno), drzewo_(ziarno) {}
-
-    void Wypelnij(TZTablica& obiekt, int glebokosc) {
-        obiekty_.push_back(&obiekt);
-        if (drzewo_.Z(3) != 0)
-            obiekt.SetNazwa(drzewo_.Tekst());
-        TArrayOfConst& tablica = obiekt.GetDane();
-        for (std::uint32_t ile = drzewo_.Z(12); ile > 0; --ile)
-            Dodaj(tablica, glebokosc);
-        tablica.UstawNiepuste(CalyObiekt, true);
+TEST_F(TablicaWartosci, WariantyMajaTylkoPostacTekstowa) {
+    // In ascending order: by type, then by value.
+    const struct {
+        TWariant wariant;
+        std::string tekst;
+    } przypadki[] = {
+        {{}, "Empty"},
+        {TWariant::Null(), "Null"},
+        {std::int16_t{-300}, "Smallint -300"},
+        {7, "Integer 7"},
+        {0.1F, "Single 0.10000000149011612"},
+        {-0.25, "Double -0.25"},
+        {std::numeric_limits<double>::infinity(), "Double 'INF'"},
+        {TWaluta{-12345}, "Currency -12345"},
+        {TDataCzas{42006.75}, "Date 42006.75"},
+        {TWariant::WideString(u"ż"), "WideString \"\xC5\xBC\""},
+        {false, "Boolean N"},
+        {true, "Boolean T"},
+        {std::int8_t{-128}, "Shortint -128"},
+        {std::uint8_t{255}, "Byte 255"},
+        {std::uint16_t{65535}, "Word 65535"},
+        {4294967295U, "Cardinal 4294967295"},
+        {INT64_MIN, "Int64 -9223372036854775808"},
+        {UINT64_MAX, "UInt64 18446744073709551615"},
+        {TWariant::AnsiString("a'\xBF"), "AnsiString 'a'#39'\xBF'"},
+        {u"żółw", "UnicodeString \"\xC5\xBC\xC3\xB3\xC5\x82w\""},
+        {TWariant::Tablica({}), "()"},
+        {TWariant::Tablica({5, TWariant::Tablica({u"x", TWariant::Null()})}),
+         "(Integer 5;\r\n(UnicodeString \"x\";\r\nNull))"},
+        {TWariant::Tablica({6, 0}), "(Integer 6;\r\nInteger 0)"},
+    };
+    TArrayOfConst poprzednia;
+    for (const auto& p : przypadki) {
+        SCOPED_TRACE(p.tekst);
+        TArrayOfConst tablica, czytana;
+        tablica.Dodaj(p.wariant);
+        EXPECT_EQ(Tekst(tablica), Dokument("Variant=" + p.tekst));
+        ZTekstu(czytana, Dokument("Variant=" + p.tekst));
+        EXPECT_EQ(czytana.Element(0).Wariant(), p.wariant);
+        EXPECT_EQ(czytana.Porownaj(tablica), 0);
+        EXPECT_EQ(tablica.Znajdz(p.wariant), 0);
+        EXPECT_EQ(poprzednia.Porownaj(tablica), -1);
+        EXPECT_EQ(tablica.Porownaj(poprzednia), 1);
+        EXPECT_EQ(Blad<ZTException>([&] { Zapisz(tablica); }), u"Brak implementacji ZapiszVariantWStrumieniu");
+        poprzednia.UstawWszystkie(tablica.Elementy());
     }
-    // Points the objects at one another once they are all there.
-    void Powiaz() {
-        for (TZTablica* obiekt : obiekty_) {
-            obiekt->SetCel(obiekty_[drzewo_.Z(obiekty_.size())]);
-            obiekt->SetPowiazany(obiekty_[drzewo_.Z(obiekty_.size())]);
-        }
-    }
+    EXPECT_EQ(Blad<ZTException>([&] { Wczytaj(poprzednia, Bajty("01 0D 00")); }),
+              u"Brak implementacji WczytajVariantZeStrumienia");
+    // What has no order equals itself alone, to the search.
+    TArrayOfConst tablica;
+    tablica.DodajWszystkie({std::nan(""), 1.5, TWariant(std::nan("")), TWariant::Tablica({1}), TWariant(u"x")});
+    EXPECT_EQ(tablica.Znajdz(1.5), 1);
+    EXPECT_EQ(tablica.Znajdz(std::nan("")), -1);
+    EXPECT_EQ(tablica.Znajdz(TWariant(2.5)), -1);
+    EXPECT_EQ(tablica.Znajdz(TWariant(u"x")), 4);
+}
 
-  private:
-    void Dodaj(TArrayOfConst& tablica, int glebokosc) {
-        std::string bajty(drzewo_.Z(300), '\0');
-        for (char& bajt : bajty)
-            bajt = static_cast<char>(los_());
-        const auto liczba = static_cast<std::int64_t>(std::uint64_t{los_()} << 32U | los_());
-        long double rzeczywista = 0;
-        std::memcpy(&rzeczywista, &liczba, sizeof liczba);
-        const auto wykladnik = static_cast<std::uint16_t>(los_());
-        std::memcpy(reinterpret_cast<char*>(&rzeczywista) + sizeof liczba, &wykladnik, sizeof wykladnik);
-        const double krotka = std::ldexp(static_cast<double>(liczba), static_cast<int>(drzewo_.Z(200)) - 150);
-        switch (static_cast<TTag>(drzewo_.Z(21))) {
-        case TTag::Integer:
-            return tablica.Dodaj(static_cast<std::int32_t>(liczba));
-        case TTag::Boolean:
-            return tablica.Dodaj(liczba % 2 == 0);
-        case TTag::Char:
-            return tablica.Dodaj(static_cast<char>(liczba));
-        case TTag::Extended:
-            return tablica.Dodaj(liczba % 2 == 0 ? TArgument(rzeczywista) : TArgument(krotka));
-        case TTag::ShortString:
-            return tablica.Dodaj(TArgument::ShortString(bajty));
-        case TTag::Pointer:
-            return tablica.Dodaj(nullptr);
-        case TTag::PChar:
-            return tablica.Dodaj(TArgument::PChar(bajty));
-        case TTag::Class:
-            return tablica.Dodaj(TAdres::KlasaStatyczna());
-        case TTag::WideChar:
-            return tablica.Dodaj(static_cast<char16_t>(liczba));
-        case TTag::PWideChar:
-            return tablica.Dodaj(TArgument::PWideChar(drzewo_.Tekst()));
-        case TTag::AnsiString:
-            return tablica.Dodaj(bajty);
-        case TTag::Currency:
-            return tablica.Dodaj(TWaluta{liczba});
-        case TTag::Interface:
-            return tablica.Dodaj(static_cast<IInterfejs*>(nullptr));
-        case TTag::WideString:
-            return tablica.Dodaj(TArgument::WideString(drzewo_.Tekst()));
-        case TTag::Int64:
-            return tablica.Dodaj(liczba);
-        case TTag::UnicodeString:
-            return tablica.Dodaj(drzewo_.Tekst());
-        default:
-            break;
-        }
-        if (glebokosc == 0)
-            tablica.DodajObiekt(nullptr);
-        else
-            Wypelnij(static_cast<TZTablica&>(*tablica.DodajObiekt(Utworz<TZTablica>())), glebokosc - 1);
-    }
-
-    std::mt19937 los_;
-    TLosoweDrzewo drzewo_;
-    std::vector<TZTablica*> obiekty_;
-};
-
-TEST_F(TablicaWartosci, LosoweWracajaZObuFormIZKopii) {
-    for (std::uint32_t ziarno = 0; ziarno < 150; ++ziarno) {
+// Scalars, references, lists of objects and of values, collections and arrays in one tree, through everything.
+TEST_F(TablicaWartosci, MieszaneDrzewaPrzezWszystko) {
+    for (std::uint32_t ziarno = 0; ziarno < 120; ++ziarno) {
         SCOPED_TRACE(ziarno);
-        const auto wzor = Utworz<TZTablica>();
-        TLosowaTablica losowa(ziarno);
-        losowa.Wypelnij(*wzor, 4);
-        losowa.Powiaz();
-        const std::string bajty = Zapisz(*wzor); // pointers are numbers there, so equal bytes are equal trees
-        const std::string tekst = Tekst(*wzor);
-        const auto zBajtow = Utworz<TZTablica>();
-        Wczytaj(*zBajtow, bajty);
-        const auto zTekstu = Utworz<TZTablica>();
-        ZTekstu(*zTekstu, tekst);
-        const auto kopia = wzor->KlonujObiekt(false);
-        zBajtow->KopiujDane(*zTekstu);
-        for (const TObiektBazowy* inny :
-             {static_cast<TObiektBazowy*>(zBajtow.get()), static_cast<TObiektBazowy*>(zTekstu.get()), kopia.get()}) {
-            ASSERT_EQ(Zapisz(*inny), bajty);
-            ASSERT_EQ(Tekst(*inny), tekst);
+        TLosoweDrzewo losowe(ziarno);
+        losowe.warianty = ziarno % 3 == 0; // then without the binary form
+        const auto wzor = Utworz<TWszystko>();
+        losowe.Wypelnij(*wzor, 3);
+        wzor->GetTablica().Dodaj(losowe.warianty ? TArgument(TWariant(1)) : TArgument(1));
+        const auto opcje = [ziarno](TZapisywaczTekstu& z) {
+            z.PominAkapity = ziarno % 2 == 0;
+            z.PominKonceLinii = ziarno % 3 == 1;
+            z.ZnakAkapitu = ziarno % 5 == 0 ? '\t' : ' ';
+            z.RozmAkapitu = static_cast<std::uint8_t>(ziarno % 4);
+        };
+        const std::string tekst = Tekst(*wzor, opcje);
+        const auto zTekstu = Utworz<TWszystko>();
+        ASSERT_EQ(ZTekstu(*zTekstu, tekst), static_cast<std::int64_t>(tekst.size()));
+        const auto kopia = Utworz<TWszystko>();
+        losowe.Wypelnij(*kopia, 2); // gives way
+        kopia->KopiujDane(*zTekstu);
+        std::vector<const TWszystko*> takie = {zTekstu.get(), kopia.get()};
+        const auto zBajtow = Utworz<TWszystko>();
+        if (!losowe.warianty) {
+            Wczytaj(*zBajtow, Zapisz(*wzor));
+            takie.push_back(zBajtow.get());
         }
-        ASSERT_EQ(kopia->PorownajZObiektem(*wzor, rlRozmLiterWazny), 0);
-        static_cast<void>(wzor->DrzewoObiektu());
-        static_cast<void>(wzor->GetDane().GetJakoString());
+        for (const TWszystko* inny : takie) {
+            TPorownywaczDanych porownywacz(wzor.get(), inny, rpWszystkiePola, rlRozmLiterWazny, LocaleNiezmienny,
+                                           tprRefJakoSciezki);
+            ASSERT_EQ(wzor->Porownaj(*inny, &porownywacz), 0);
+            ASSERT_EQ(Tekst(*inny, opcje), tekst);
+            if (!losowe.warianty) {
+                ASSERT_EQ(Zapisz(*inny), Zapisz(*wzor));
+                ASSERT_EQ(inny->DajWyroznikObiektu(), wzor->DajWyroznikObiektu());
+            }
+        }
+        EXPECT_NE(wzor->DrzewoObiektu(), u""); // whatever it holds
     }
 }
 
@@ -330,8 +312,22 @@ TEST_F(TablicaWartosci, ObiektyIInterfejsyMajaJednegoWlasciciela) {
                   [&] { static_cast<TArrayOfConst*>(wnuk)->DodajObiekt(TWlasny<TObiektBazowy>(tablica.Obiekt(0))); }),
               u"(no error)");
     EXPECT_EQ(wnuk->DajSciezkeDoSiebie(), u"Dane[0].Dane[0]");
-    EXPECT_NE(Blad<ZTException>([&] { tablica.Ustaw(1, 1); }), u"(no error)");
-    EXPECT_NE(Blad<ZTException>([&] { static_cast<void>(tablica.Element(-1)); }), u"(no error)");
+    // Nor can what another owner holds: two would free it.
+    TKolekcjaObiektow kolekcja;
+    TObiektBazowy* zKolekcji = kolekcja.Dodaj(Utworz<TAdres>());
+    const auto dajTablicy = [&] { tablica.DodajObiekt(TWlasny<TObiektBazowy>(zKolekcji)); };
+    const auto dajKolekcji = [&] { kolekcja.DodajObiekt(tablica.Obiekt(0), MaxInt); };
+    EXPECT_NE(Blad<ZTException>(dajTablicy), u"(no error)");
+    EXPECT_NE(Blad<ZTException>(dajKolekcji), u"(no error)");
+    kolekcja.Dodaj(tablica.WyjmijObiekt(0));
+    EXPECT_EQ(kolekcja.IleObiektow(), 2);
+    tablica.Dodaj(0);
+    for (const std::int32_t nr : {-1, 1, MaxInt, std::numeric_limits<std::int32_t>::min()}) {
+        const std::u16string blad = u"TArrayOfConst: indeks " + TWariant(nr).JakoTekst16() + u" poza zakresem";
+        EXPECT_EQ(Blad<ZTException>([&] { tablica.Ustaw(nr, 1); }), blad);
+        EXPECT_EQ(Blad<ZTException>([&] { static_cast<void>(tablica.Element(nr)); }), blad);
+        EXPECT_FALSE(tablica.Usun(nr) || tablica.Obiekt(nr) != nullptr || tablica.WyjmijObiekt(nr));
+    }
     TArrayOfConst pelna;
     for (int i = 0; i < TArrayOfConst::MaksElementow; ++i)
         pelna.Dodaj(i);
@@ -348,6 +344,9 @@ TEST_F(TablicaWartosci, WariantyITekst) {
     TArrayOfConst druga;
     druga.SetJakoVariant(wariant);
     EXPECT_TRUE(druga.GetJakoVariant() == wariant);
+    druga.Dodaj(TWariant(TDataCzas{1e300}));
+    EXPECT_TRUE(druga.GetJakoString().ends_with(u"; ?"));
+    druga.Usun(12);
     EXPECT_EQ(druga.Element(2).Tag(), TTag::AnsiString); // a variant has no characters
     EXPECT_EQ(druga.PorownajZCecha(tablica.GetJakoString(), rlRozmLiterWazny, LocaleNiezmienny), 0);
     EXPECT_EQ(druga.PorownajZCecha(&druga, rlRozmLiterWazny, LocaleNiezmienny), 0);
@@ -409,40 +408,17 @@ TEST_F(TablicaWartosci, ZleDane) {
         {"Class=TNic", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 7"},
         {"object TNic end", u"TArrayOfConst: nieznana klasa TNic w linii 2 na pozycji 8"},
         {"object TAdres Numer=1", u"Spodziewany identyfikator w linii 3 na pozycji 4"},
+        {"Variant=7", u"Spodziewany identyfikator w linii 2 na pozycji 9"},
+        {"Variant=Nic 7", u"Spodziewany identyfikator w linii 2 na pozycji 9"},
+        {"Variant=Byte 256", u"za duża wartość: 256 w linii 2 na pozycji 14"},
+        {"Variant=UInt64 -1", u"Spodziewana liczba całkowita w linii 2 na pozycji 16"},
+        {"Variant=Single 1e300 x", u"Spodziewana liczba ułamkowa w linii 2 na pozycji 22"},
+        {"Variant=(Null,Null)", u"Spodziewany znak 29 w linii 2 na pozycji 14"},
     };
     for (const auto& p : zlyTekst)
         EXPECT_EQ(Blad<EZTParserError>([&] { ZTekstu(tablica, Dokument(p.wiersz)); }), p.blad) << p.wiersz;
     ZTekstu(tablica, Dokument("extended=12,5 EXTENDED='0.5' Extended=7 boolean=1 unicodestring='a'#66+'c'"));
     EXPECT_EQ(tablica.GetJakoString(), u"12,5; 0,5; 7; Tak; aBc");
-
-    // Cut short or changed at any byte: an error or an array, and the next read is as good as any.
-    const auto wzor = Utworz<TZTablica>();
-    TLosowaTablica losowa(11);
-    for (int i = 0; i < 5; ++i)
-        losowa.Wypelnij(*wzor, 2);
-    losowa.Powiaz();
-    const std::string calosc[] = {Zapisz(*wzor), Tekst(*wzor)};
-    std::mt19937 los(5);
-    for (int proba = 0; proba < 6000; ++proba) {
-        const bool tekstem = proba % 3 == 0;
-        std::string zepsute = calosc[tekstem ? 1 : 0];
-        if (proba % 2 == 0)
-            zepsute.resize(los() % zepsute.size());
-        for (std::uint64_t i = los() % 3 + static_cast<unsigned>(proba % 2); i > 0 && !zepsute.empty(); --i)
-            zepsute[los() % zepsute.size()] = static_cast<char>(los());
-        const auto czytany = Utworz<TZTablica>();
-        try {
-            if (tekstem)
-                ZTekstu(*czytany, zepsute);
-            else
-                Wczytaj(*czytany, zepsute);
-        } catch (const EWyjatek&) { // what was read before the fault stays
-        }
-        const std::string odczytane = Zapisz(*czytany);
-        const auto drugi = Utworz<TZTablica>();
-        Wczytaj(*drugi, odczytane);
-        ASSERT_EQ(Zapisz(*drugi), odczytane) << proba;
-    }
 }
 
 // Arrays in arrays are levels like lists in lists, and 256 of them fit a small stack.
@@ -474,7 +450,70 @@ TEST_F(TablicaWartosci, ZagniezdzenieMaGranice) {
         for (int i = 0; i < 300; ++i)
             bajty += Bajty("01 07 0D 'TArrayOfConst'");
         EXPECT_TRUE(zaGleboko([&] { Wczytaj(*druga, bajty + '\0'); }));
+        EXPECT_TRUE(zaGleboko([&] { ZTekstu(*druga, Dokument("Variant=" + std::string(100000, '('))); }));
+        TWariant wariant;
+        for (int i = 0; i < 256; ++i)
+            wariant = TWariant::Tablica({wariant});
+        druga->UstawWszystkie({wariant});
+        EXPECT_TRUE(zaGleboko([&] { Tekst(*druga); }));
+        for (std::size_t i = 254; i < 257; ++i) { // what is read can be written
+            const std::string dokument = Dokument("Variant=" + std::string(i, '(') + std::string(i, ')'));
+            EXPECT_EQ(zaGleboko([&] { ZTekstu(*druga, dokument); }), i == 256);
+            EXPECT_EQ(Tekst(*druga), i == 256 ? Dokument("").erase(20, 2) : dokument);
+        }
     });
+}
+
+// An element whose end runs a hook of the test's.
+class TZHakiem : public TAdres {
+    ZTOK_OBIEKT(TZHakiem, TAdres)
+    void ZerujDane() override {
+        TAdres::ZerujDane();
+        if (const auto teraz = std::exchange(hak, nullptr))
+            teraz();
+    }
+    inline static std::function<void()> hak;
+};
+
+TEST_F(TablicaWartosci, ElementKtoryGinieMozeWszystko) {
+    struct TScena {
+        TArrayOfConst tablica, zrodlo;
+    };
+    void (*const skutki[])(TScena&) = {[](TScena& s) { s.tablica.ZerujDane(); },
+                                       [](TScena& s) { s.tablica.Usun(0); },
+                                       [](TScena& s) { s.zrodlo.ZerujDane(); },
+                                       [](TScena& s) { s.zrodlo.Usun(0); },
+                                       [](TScena& s) {
+                                           for (int i = 0; i < 20; ++i)
+                                               s.tablica.DodajObiekt(Utworz<TAdres>(), 0);
+                                       },
+                                       [](TScena&) { ZTErrorFmt(u"hak", {}); }};
+    void (*const dzialania[])(TScena&) = {[](TScena& s) { s.tablica.Usun(4); },
+                                          [](TScena& s) { s.tablica.Ustaw(4, 1); },
+                                          [](TScena& s) { s.tablica.UstawWszystkie(s.zrodlo.Elementy()); },
+                                          [](TScena& s) { s.tablica.KopiujDane(s.zrodlo); },
+                                          [](TScena& s) { Wczytaj(s.tablica, Bajty("01 01 01")); },
+                                          [](TScena& s) { s.tablica.ZerujDane(); }};
+    const std::int64_t zajete = PulaZajete();
+    for (std::size_t i = 0; i < std::size(skutki); ++i)
+        for (const auto dzialanie : dzialania) {
+            SCOPED_TRACE(testing::Message() << i);
+            TScena scena;
+            TArrayOfConst& tablica = scena.tablica;
+            for (int nr = 0; nr < 6; ++nr) {
+                tablica.DodajObiekt(Utworz<TZHakiem>());
+                tablica.Dodaj(nr);
+                scena.zrodlo.DodajObiekt(Utworz<TAdres>());
+            }
+            TZHakiem::hak = [&] { skutki[i](scena); };
+            const std::u16string blad = Blad([&] { dzialanie(scena); });
+            EXPECT_EQ(blad.find(u"hak") != blad.npos, i == 5);
+            EXPECT_EQ(TZHakiem::hak, nullptr); // it ran
+            for (std::int32_t nr = 0; nr < tablica.Ile(); ++nr)
+                EXPECT_TRUE(tablica.Obiekt(nr) == nullptr || tablica.Obiekt(nr)->Rodzic() == &tablica);
+            EXPECT_NE(Zapisz(tablica), "");
+        }
+    EXPECT_EQ(PulaZajete(), zajete);
 }
 
 } // namespace

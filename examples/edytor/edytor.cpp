@@ -99,16 +99,16 @@ class TEdytor {
             WypiszPola();
         } else if (polecenie == u"cofnij") {
             Cofnij();
+        } else if (const std::size_t znak = polecenie.find(u'='); znak != std::u16string_view::npos) {
+            if (const int nr = NrPola(polecenie.substr(0, znak)); nr >= 0) {
+                Ustaw(nr, ZTOKTrim(polecenie.substr(znak + 1)));
+                WypiszPole(nr);
+            }
         } else if (polecenie.back() == u'!') {
             if (const int nr = NrPola(polecenie.substr(0, polecenie.size() - 1)); nr >= 0)
                 Otworz(nr);
-        } else {
-            const std::size_t znak = polecenie.find(u'=');
-            const int nr = NrPola(polecenie.substr(0, znak));
-            if (nr >= 0 && znak != std::u16string_view::npos)
-                Ustaw(nr, ZTOKTrim(polecenie.substr(znak + 1)));
-            if (nr >= 0)
-                WypiszPole(nr);
+        } else if (const int nr = NrPola(polecenie); nr >= 0) {
+            WypiszPole(nr);
         }
     }
 
@@ -225,6 +225,7 @@ int main() {
     jadro.RejestrujFunEdycji(TArrayOfConst::KlasaStatyczna(), &EdytujTablice);
     DefFunEdycji = &EdytujWartosc;
 
+    Wypisz(u"POLE, POLE = TEKST, POLE !, cofnij, koniec; pusty wiersz: wszystkie pola");
     TZlecenie zlecenie;
     zlecenie.SetNumer(u"ZL/1");
     zlecenie.GetKlient().SetNazwa(u"Młyn Żuraw");

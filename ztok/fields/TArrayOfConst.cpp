@@ -17,6 +17,7 @@
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/TWariant.h"
+#include "ztok/platform/Wyjatki.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -43,23 +44,25 @@ TArrayOfConst::~TArrayOfConst() { DokonczZycie(); }
 
 TArrayOfConst::TElement TArrayOfConst::Przyjmij(const TArgument& wartosc) {
     TElement element{wartosc, {}};
-    // Of an element of its own the array knows what it is without looking: a raw object may be dead.
+    // Of an element of its own the array knows what it is without looking: a raw object, or a class, may be gone.
     const std::size_t wlasny = NrWlasnego(wartosc);
-    if (wlasny < elementy_.size() && opieka_[wlasny].obiekt == nullptr && wartosc.Tag() == TTag::Object) {
-        element.opieka.klasa = opieka_[wlasny].klasa;
-    } else if (wartosc.Tag() == TTag::Object && wartosc.Obiekt() != nullptr) {
-        RejestrujKlase(wartosc.Obiekt()->Klasa());
-        element.opieka.klasa = NumerKlasy(wartosc.Obiekt()->Klasa());
-        if (const TObiektBazowy* wzor = ObiektModelu(wartosc); wzor != nullptr) {
-            element.opieka.obiekt = wzor->KlonujObiekt(false).Oddaj();
-            element.wartosc = TArgument(element.opieka.obiekt);
-        }
-    } else if (wartosc.Tag() == TTag::Class) {
-        RejestrujKlase(wartosc.Klasa());
-    } else if (wartosc.Tag() == TTag::Interface && wartosc.Interfejs() != nullptr) {
-        wartosc.Interfejs()->_AddRef();
+    element.opieka = wlasny < elementy_.size() ? opieka_[wlasny] : OpiekaWartosci(wartosc);
+    RejestrujKlase(KlasaONumerze(element.opieka.klasa));
+    if (const TObiektBazowy* wzor = std::exchange(element.opieka.obiekt, nullptr); wzor != nullptr) {
+        element.opieka.obiekt = wzor->KlonujObiekt(false).Oddaj();
+        element.wartosc = TArgument(element.opieka.obiekt);
+    } else if (element.wartosc.Tag() == TTag::Interface && element.wartosc.Interfejs() != nullptr) {
+        element.wartosc.Interfejs()->_AddRef();
     }
     return element;
+}
+
+TArrayOfConst::TOpieka TArrayOfConst::OpiekaWartosci(const TArgument& wartosc) {
+    if (wartosc.Tag() == TTag::Class)
+        return {nullptr, NumerKlasy(wartosc.Klasa())};
+    if (wartosc.Tag() == TTag::Object && wartosc.Obiekt() != nullptr)
+        return {ObiektModelu(wartosc), NumerKlasy(wartosc.Obiekt()->Klasa())};
+    return {};
 }
 
 std::size_t TArrayOfConst::NrWlasnego(const TArgument& wartosc) const noexcept {
@@ -98,17 +101,22 @@ void TArrayOfConst::Wloz(std::int32_t gdzie, TElement element) {
         Porzuc(element);
         throw;
     }
-    if (element.opieka.obiekt != nullptr)
-        JadroBiezace().UstawRodzica(*element.opieka.obiekt, this);
+    Przejmij(element.opieka.obiekt);
     const std::int32_t miejsce = std::clamp(gdzie, 0, Ile());
     elementy_.insert(elementy_.begin() + miejsce, std::move(element.wartosc)); // has room: cannot fail
     opieka_.insert(opieka_.begin() + miejsce, element.opieka);
     niepuste_ = true;
 }
 
+void TArrayOfConst::Przejmij(TObiektBazowy* obiekt) {
+    if (obiekt == nullptr)
+        return;
+    JadroBiezace().UstawRodzica(*obiekt, this);
+    Trzymaj(*obiekt, true);
+}
+
 void TArrayOfConst::Podmien(std::int32_t nr, TElement element) {
-    if (element.opieka.obiekt != nullptr)
-        JadroBiezace().UstawRodzica(*element.opieka.obiekt, this);
+    Przejmij(element.opieka.obiekt);
     std::swap(elementy_[static_cast<std::size_t>(nr)], element.wartosc);
     std::swap(opieka_[static_cast<std::size_t>(nr)], element.opieka);
     niepuste_ = true;
@@ -143,8 +151,9 @@ void TArrayOfConst::DodajWszystkie(TArgumenty wartosci) {
         for (const TArgument& wartosc : wartosci)
             Dodaj(wartosc);
     } else {
-        for (std::size_t i = 0; i < wartosci.size(); ++i)
-            Dodaj(elementy_[wlasne + i]); // they move when the array grows
+        // They move when the array grows, and a hook of an object that is copied may take some away.
+        for (std::size_t i = 0; i < wartosci.size() && wlasne + i < elementy_.size(); ++i)
+            Dodaj(elementy_[wlasne + i]);
     }
     niepuste_ = true;
 }
@@ -155,7 +164,7 @@ TObiektBazowy* TArrayOfConst::DodajObiekt(TWlasny<TObiektBazowy> obiekt, std::in
         return nullptr;
     }
     try {
-        SprawdzCykl(*this, *obiekt);
+        SprawdzPrzyjecie(*this, *obiekt);
     } catch (...) {
         static_cast<void>(obiekt.Oddaj());
         throw;
@@ -181,10 +190,8 @@ void TArrayOfConst::UstawWszystkie(TArgumenty wartosci) {
     TArrayOfConst nowa;
     for (const TArgument& wartosc : wartosci)
         nowa.Wloz(MaxInt, Przyjmij(wartosc));
-    for (std::int32_t i = 0; i < nowa.Ile(); ++i) {
-        if (nowa.Obiekt(i) != nullptr)
-            JadroBiezace().UstawRodzica(*nowa.Obiekt(i), this);
-    }
+    for (std::int32_t i = 0; i < nowa.Ile(); ++i)
+        Przejmij(nowa.Obiekt(i));
     elementy_.swap(nowa.elementy_);
     opieka_.swap(nowa.opieka_);
     niepuste_ = true;
@@ -204,6 +211,7 @@ TWlasny<TObiektBazowy> TArrayOfConst::WyjmijObiekt(std::int32_t nr) {
         return nullptr;
     TWlasny<TObiektBazowy> obiekt(WyjmijElement(nr).opieka.obiekt);
     JadroBiezace().UstawRodzica(*obiekt, nullptr);
+    Trzymaj(*obiekt, false);
     return obiekt;
 }
 
@@ -211,9 +219,19 @@ std::int32_t TArrayOfConst::Znajdz(const TArgument& wartosc, std::int32_t od) co
     TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, rlRozmLiterWazny, LocaleNiezmienny,
                                    tprRefJakoWskazn);
     const std::size_t wlasny = NrWlasnego(wartosc);
-    const TObiektBazowy* obiekt = wlasny < elementy_.size() ? opieka_[wlasny].obiekt : ObiektModelu(wartosc);
+    const TOpieka opieka = wlasny < elementy_.size() ? opieka_[wlasny] : OpiekaWartosci(wartosc);
+    // Objects that hold unequal numbers without an order, as NaN, are told apart where they can be: here.
+    const auto rowny = [&](const TArgument& element, const TOpieka& opiekaElementu) {
+        if (element.Tag() != wartosc.Tag())
+            return false;
+        if (element.Tag() == TTag::Extended)
+            return element.Rzeczywista() == wartosc.Rzeczywista();
+        if (element.Tag() == TTag::Variant)
+            return element.Wariant() == wartosc.Wariant();
+        return PorownajElement(element, opiekaElementu, wartosc, opieka, porownywacz) == 0;
+    };
     for (std::int32_t i = std::max(od, 0); i < Ile(); ++i)
-        if (PorownajElement(Element(i), Obiekt(i), wartosc, obiekt, porownywacz) == 0)
+        if (rowny(elementy_[static_cast<std::size_t>(i)], opieka_[static_cast<std::size_t>(i)]))
             return i;
     return -1;
 }
@@ -232,25 +250,27 @@ const TKlasa* TArrayOfConst::ZnanaKlasa(std::int32_t nr) const noexcept {
     return nr >= 0 && nr < IleKlas() ? KlasaONumerze(klasy_[static_cast<std::size_t>(nr)]) : nullptr;
 }
 
-std::u16string_view TArrayOfConst::NazwaKlasyObiektu(std::size_t nr) const noexcept {
-    const TKlasa* klasa = KlasaONumerze(opieka_[nr].klasa);
+std::u16string_view TArrayOfConst::NazwaKlasyElementu(const TOpieka& opieka) noexcept {
+    const TKlasa* klasa = KlasaONumerze(opieka.klasa);
     return klasa == nullptr ? std::u16string_view() : klasa->nazwa;
 }
 
 // --- as a field
 
 void TArrayOfConst::ZerujDane() {
-    niepuste_ = false;
-    // Out of the array first: an object that dies finds none of its neighbours half dead.
-    std::vector<TArgument> elementy;
-    std::vector<TOpieka> opieka;
-    elementy.swap(elementy_);
-    opieka.swap(opieka_);
     TPierwszyBlad blad;
-    for (std::size_t i = elementy.size(); i-- > 0;) {
-        TElement element{std::move(elementy[i]), opieka[i]};
-        blad.Wykonaj([&element] { Porzuc(element); });
+    while (!elementy_.empty()) { // a hook of an object that dies may add another
+        // Out of the array first: an object that dies finds none of its neighbours half dead.
+        std::vector<TArgument> elementy;
+        std::vector<TOpieka> opieka;
+        elementy.swap(elementy_);
+        opieka.swap(opieka_);
+        for (std::size_t i = elementy.size(); i-- > 0;) {
+            TElement element{std::move(elementy[i]), opieka[i]};
+            blad.Wykonaj([&element] { Porzuc(element); });
+        }
     }
+    niepuste_ = false;
     blad.Rzuc();
 }
 
@@ -379,6 +399,16 @@ TArgument ElementZWariantu(const TWariant& wartosc) {
     }
 }
 
+std::u16string TekstWariantu(const TWariant& wariant) {
+    if (wariant.JestTablica())
+        return Formatuj(Komunikat(kmIleElementow), {static_cast<std::int64_t>(wariant.Elementy().size())});
+    try {
+        return wariant.JakoTekst16();
+    } catch (const EBladWariantu&) { // a date beyond the calendar
+        return u"?";
+    }
+}
+
 } // namespace
 
 TWariant TArrayOfConst::GetJakoVariant() const {
@@ -412,16 +442,12 @@ std::u16string TArrayOfConst::GetJakoString() const {
             tekst += u"; ";
         if (opieka_[i].obiekt != nullptr)
             tekst += opieka_[i].obiekt->OpisTekstowy();
-        else if (element.Tag() == TTag::Object)
-            tekst += NazwaKlasyObiektu(i);
-        else if (element.Tag() == TTag::Class && element.Klasa() != nullptr)
-            tekst += element.Klasa()->nazwa;
+        else if (element.Tag() == TTag::Object || element.Tag() == TTag::Class)
+            tekst += NazwaKlasyElementu(opieka_[i]);
         else if (element.Tag() == TTag::Boolean)
             tekst += NieTakWide[element.Logiczna() ? 1 : 0];
-        else if (const TWariant wariant = WariantElementu(element); wariant.JestTablica())
-            tekst += Formatuj(Komunikat(kmIleElementow), {static_cast<std::int64_t>(wariant.Elementy().size())});
         else
-            tekst += wariant.JakoTekst16();
+            tekst += TekstWariantu(WariantElementu(element));
     }
     return tekst;
 }
@@ -442,18 +468,36 @@ template <class T> std::int32_t Znak(const T& a, const T& b) {
     return static_cast<int>(std::less<T>()(b, a)) - static_cast<int>(std::less<T>()(a, b));
 }
 
+// Every two variants have an order here, also those that PorownajWarianty refuses: comparing data must not raise.
+std::int32_t PorownajWariantyElementow(const TWariant& a, const TWariant& b, const TPorownywaczDanych& porownywacz) {
+    if (a.Typ() != b.Typ())
+        return Znak(a.Typ(), b.Typ());
+    if (!a.JestTablica())
+        return ZTOKVarCompare(a, b, porownywacz.RozmLiter, porownywacz.LocaleID);
+    if (a.Elementy().size() != b.Elementy().size())
+        return Znak(a.Elementy().size(), b.Elementy().size());
+    for (std::size_t i = 0; i < a.Elementy().size(); ++i)
+        if (const std::int32_t wynik = PorownajWariantyElementow(a.Elementy()[i], b.Elementy()[i], porownywacz);
+            wynik != 0)
+            return wynik;
+    return 0;
+}
+
 } // namespace
 
-std::int32_t TArrayOfConst::PorownajElement(const TArgument& a, const TObiektBazowy* obiektA, const TArgument& b,
-                                            const TObiektBazowy* obiektB, TPorownywaczDanych& porownywacz) {
+std::int32_t TArrayOfConst::PorownajElement(const TArgument& a, const TOpieka& opiekaA, const TArgument& b,
+                                            const TOpieka& opiekaB, TPorownywaczDanych& porownywacz) {
+    const TObiektBazowy* obiektA = opiekaA.obiekt;
+    const TObiektBazowy* obiektB = opiekaB.obiekt;
     if (a.Tag() != b.Tag())
         return Znak(a.Tag(), b.Tag());
     switch (a.Tag()) {
     case TTag::Integer:
-    case TTag::Boolean:
     case TTag::Currency:
     case TTag::Int64:
         return Znak(a.Calkowita(), b.Calkowita());
+    case TTag::Boolean:
+        return Znak(a.Logiczna(), b.Logiczna());
     case TTag::Extended:
         return static_cast<int>(a.Rzeczywista() > b.Rzeczywista()) -
                static_cast<int>(a.Rzeczywista() < b.Rzeczywista());
@@ -466,14 +510,10 @@ std::int32_t TArrayOfConst::PorownajElement(const TArgument& a, const TObiektBaz
     case TTag::WideString:
     case TTag::UnicodeString:
         return PorownajTeksty(a.JakoTekst(), b.JakoTekst(), porownywacz.RozmLiter, porownywacz.LocaleID);
-    case TTag::Class: {
-        const auto nazwa = [](const TKlasa* klasa) { return klasa == nullptr ? std::u16string_view() : klasa->nazwa; };
-        return CompareStrSgn(nazwa(a.Klasa()), nazwa(b.Klasa()));
-    }
+    case TTag::Class:
+        return CompareStrSgn(NazwaKlasyElementu(opiekaA), NazwaKlasyElementu(opiekaB));
     case TTag::Variant:
-        return a.Wariant() == b.Wariant()
-                   ? 0
-                   : ZTOKVarCompare(a.Wariant(), b.Wariant(), porownywacz.RozmLiter, porownywacz.LocaleID);
+        return PorownajWariantyElementow(a.Wariant(), b.Wariant(), porownywacz);
     case TTag::Object:
         if (obiektA == nullptr || obiektB == nullptr) {
             if (obiektA == obiektB) // neither is of the model
@@ -496,9 +536,9 @@ std::int32_t TArrayOfConst::WykonajPorownanie(const TPole& inne, TPorownywaczDan
     const auto& inna = static_cast<const TArrayOfConst&>(inne);
     if (Ile() != inna.Ile())
         return Znak(Ile(), inna.Ile());
-    for (std::int32_t i = 0; i < Ile() && i < inna.Ile(); ++i)
+    for (std::size_t i = 0; i < elementy_.size() && i < inna.elementy_.size(); ++i)
         if (const std::int32_t wynik =
-                PorownajElement(Element(i), Obiekt(i), inna.Element(i), inna.Obiekt(i), porownywacz);
+                PorownajElement(elementy_[i], opieka_[i], inna.elementy_[i], inna.opieka_[i], porownywacz);
             wynik != 0)
             return wynik;
     return 0;
@@ -527,8 +567,9 @@ void TArrayOfConst::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier
                 RejestrujKlase(skad->Klasa());
                 dokad = skad->TworzInstancje(this).Oddaj();
                 element = {TArgument(dokad), {dokad, NumerKlasy(dokad->Klasa())}};
-            } else if (wzor.Element(i).Tag() == TTag::Object) {
+            } else if (const TTag tag = wzor.Element(i).Tag(); tag == TTag::Object || tag == TTag::Class) {
                 element = {wzor.Element(i), wzor.opieka_[static_cast<std::size_t>(i)]};
+                RejestrujKlase(KlasaONumerze(element.opieka.klasa));
             } else {
                 element = Przyjmij(wzor.Element(i));
             }
@@ -537,7 +578,8 @@ void TArrayOfConst::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier
             else
                 Wloz(i, std::move(element));
         }
-        if (skad != nullptr)
+        // What was replaced may have taken elements of either array along when it died.
+        if (skad != nullptr && skad == wzor.Obiekt(i) && dokad == Obiekt(i))
             dokad->KopiujDane(*skad, &kopier);
     }
     niepuste_ = wzor.niepuste_;

@@ -13,7 +13,7 @@ namespace ztok {
 //   - an object of the model belongs to the array, whose part it is: a copy of the one given, or the one handed over;
 //   - an interface is held counted;
 //   - a raw pointer, a class and an object that is not of the model are only named. The array never looks at such an
-//     object again, so it may die; a stream keeps its class and reads back null.
+//     object or class again, so it may go; a stream keeps the name of the class, and reads a raw object back as null.
 // Indices count from 0; as a field of its owner, its field number N is the element N and -1 the whole array. Whether
 // it holds a value is a flag of its own: set by every change and every read, cleared by ZerujDane, so that an array
 // that was set to nothing is told from one that was never set. At most 32767 elements, as many as a stream can count.
@@ -45,8 +45,8 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     void DodajWszystkie(std::initializer_list<TArgument> wartosci) {
         DodajWszystkie(TArgumenty(wartosci.begin(), wartosci.size()));
     }
-    // Takes the object over, also when the call raises; only an object that the array is a part of is refused and left
-    // alone. Null adds a null object.
+    // Takes the object over, also when the call raises; only an object that the array is a part of, or that another
+    // owner holds, is refused and left alone. Null adds a null object.
     TObiektBazowy* DodajObiekt(TWlasny<TObiektBazowy> obiekt, std::int32_t gdzie = MaxInt);
     // Replaces the element. ZTException for an index out of range.
     void Ustaw(std::int32_t nr, const TArgument& wartosc);
@@ -60,7 +60,7 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     // Removes the element and gives the object that the array held there; null, and nothing done, when it held none.
     [[nodiscard]] TWlasny<TObiektBazowy> WyjmijObiekt(std::int32_t nr);
     // The first element, from the index on, of the same kind and value (texts to the letter, objects of the model by
-    // content); -1 when there is none.
+    // content, variants of one type); -1 when there is none. A NaN equals nothing.
     [[nodiscard]] std::int32_t Znajdz(const TArgument& wartosc, std::int32_t od = 0) const;
 
     // The classes met: those of elements, of what was read, and those named here, which the kernel then knows by name.
@@ -90,12 +90,12 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     void TrymujPolaTekstowe(bool podobiektyTez) override;
     [[nodiscard]] bool SaDaneUnicode(int nrPola) const override;
     // The array with fewer elements is less; then the first elements that differ decide: by kind, by value. NaN equals
-    // everything, and a variant that has no order only itself.
+    // every real number. Variants compare by type, then by value, arrays in them as this one does.
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
     void DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const override;
-    // ZTException for a variant: no format has a form for it. Reading raises it for an unknown kind, for a class that
-    // the kernel does not know, and for a count that the data cannot hold.
+    // ZTException for a variant, which the binary form has no place for; the text form has. Reading raises it for an
+    // unknown kind, for a class that the kernel does not know, and for a count that the data cannot hold.
     void WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const override;
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
     void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const override;
@@ -107,7 +107,7 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     // arguments, and so that an object that is not of the model need not be alive.
     struct TOpieka {
         TObiektBazowy* obiekt = nullptr; // of the model, owned
-        std::uint32_t klasa = 0;         // number of an object's class
+        std::uint32_t klasa = 0;         // number of an object's class, or of the class that the element is
     };
     struct TElement {
         TArgument wartosc{0};
@@ -116,24 +116,27 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
 
     // The element of a value: what it refers to is copied, counted or named.
     TElement Przyjmij(const TArgument& wartosc);
+    // What a value that is no element yet refers to.
+    [[nodiscard]] static TOpieka OpiekaWartosci(const TArgument& wartosc);
     // The index of an element that the reference is; the count when it is none.
     [[nodiscard]] std::size_t NrWlasnego(const TArgument& wartosc) const noexcept;
     static void Porzuc(TElement& element);
     void SprawdzMiejsce();
     void SprawdzIndeks(std::int32_t nr) const;
+    // The object becomes a part of this array.
+    void Przejmij(TObiektBazowy* obiekt);
     // The element is the array's, also when the call raises.
     void Wloz(std::int32_t gdzie, TElement element);
     void Podmien(std::int32_t nr, TElement element);
     [[nodiscard]] TElement WyjmijElement(std::int32_t nr) noexcept;
     TObiektBazowy& DodajNowy(const TKlasa& klasa);
-    [[nodiscard]] std::u16string_view NazwaKlasyObiektu(std::size_t nr) const noexcept;
-    [[nodiscard]] static std::int32_t PorownajElement(const TArgument& a, const TObiektBazowy* obiektA,
-                                                      const TArgument& b, const TObiektBazowy* obiektB,
-                                                      TPorownywaczDanych& porownywacz);
+    [[nodiscard]] static std::u16string_view NazwaKlasyElementu(const TOpieka& opieka) noexcept;
+    [[nodiscard]] static std::int32_t PorownajElement(const TArgument& a, const TOpieka& opiekaA, const TArgument& b,
+                                                      const TOpieka& opiekaB, TPorownywaczDanych& porownywacz);
     // The element, but not the record of an object. Reading gives the object, made and added, whose record follows.
     void ZapiszElement(std::size_t nr, TStrumien& strumien, TZapisywaczDanych& zapisywacz) const;
     TObiektBazowy* WczytajElement(TStrumien& strumien, TOdczytywaczDanych& odczytywacz);
-    static void ZapiszElementTekstowo(const TArgument& element, TZapisywaczTekstu& zapisywacz);
+    void ZapiszElementTekstowo(std::size_t nr, TZapisywaczTekstu& zapisywacz) const;
     TObiektBazowy* WczytajElementTekstowo(TOdczytywaczTekstu& odczytywacz);
 
     std::vector<TArgument> elementy_;

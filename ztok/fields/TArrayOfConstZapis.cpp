@@ -6,12 +6,14 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TArrayOfConst.h"
+#include "ztok/fields/WariantTekstowy.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/Interfejsy.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TStrumien.h"
+#include "ztok/platform/TWariant.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -104,12 +106,12 @@ void TArrayOfConst::ZapiszElement(std::size_t nr, TStrumien& strumien, TZapisywa
     case TTag::Interface:
         return strumien.WriteBuffer(kPustyAdres, sizeof kPustyAdres);
     case TTag::Object:
-        ZapiszNazweKlasy(strumien, NazwaKlasyObiektu(nr));
+        ZapiszNazweKlasy(strumien, NazwaKlasyElementu(opieka_[nr]));
         if (opieka_[nr].obiekt != nullptr)
             return; // its record is written by the caller
         return strumien.WriteBuffer(kPustyAdres, sizeof kPustyAdres);
     case TTag::Class:
-        return ZapiszNazweKlasy(strumien, element.Klasa() == nullptr ? u"" : element.Klasa()->nazwa);
+        return ZapiszNazweKlasy(strumien, NazwaKlasyElementu(opieka_[nr]));
     case TTag::WideChar:
         return ZapiszBajty(strumien, static_cast<std::uint16_t>(element.Calkowita()));
     case TTag::Currency:
@@ -166,7 +168,7 @@ TObiektBazowy* TArrayOfConst::WczytajElement(TStrumien& strumien, TOdczytywaczDa
         Dodaj(WczytajBajty<std::int32_t>(strumien));
         break;
     case TTag::Boolean:
-        Dodaj(WczytajBajty<std::uint8_t>(strumien) != 0);
+        Dodaj(TArgument::BajtLogiczny(WczytajBajty<std::uint8_t>(strumien)));
         break;
     case TTag::Char:
         Dodaj(static_cast<char>(WczytajBajty<std::uint8_t>(strumien)));
@@ -309,16 +311,6 @@ long double WczytajExtended(TZTParser& parser) {
     return wynik;
 }
 
-// An integer token within the bounds.
-std::int64_t WczytajCalkowita(TZTParser& parser, std::int64_t od, std::int64_t doIlu) {
-    parser.CheckToken(TZTParser::Calkowita64);
-    const std::int64_t liczba = parser.TokenInt();
-    if (liczba < od || liczba > doIlu)
-        parser.ErrorFmt(kmZaDuzaWartosc, {liczba});
-    parser.NextToken();
-    return liczba;
-}
-
 // A text of exactly one character.
 template <class TTekst, class F> auto WczytajZnak(TZTParser& parser, const F& dekoduj) {
     if (!JestTekstem(parser))
@@ -337,7 +329,7 @@ void TArrayOfConst::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     for (std::size_t i = 0; i < elementy_.size(); ++i) {
         const TObiektBazowy* obiekt = opieka_[i].obiekt;
         if (obiekt == nullptr) {
-            ZapiszElementTekstowo(elementy_[i], zapisywacz);
+            ZapiszElementTekstowo(i, zapisywacz);
             continue;
         }
         zapisywacz.ZacznijObiekt(obiekt->NazwaKlasy());
@@ -347,10 +339,10 @@ void TArrayOfConst::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     zapisywacz.ZmniejszAkapit();
 }
 
-void TArrayOfConst::ZapiszElementTekstowo(const TArgument& element, TZapisywaczTekstu& zapisywacz) {
-    if (element.Tag() == TTag::Variant)
-        ZTErrorFmt(Komunikat(kmBrakImplementacji), {u"ZapiszVariantTekstowo"});
-    zapisywacz.ZapiszLinie(kNazwyTagow[static_cast<std::size_t>(element.Tag())]);
+void TArrayOfConst::ZapiszElementTekstowo(std::size_t nr, TZapisywaczTekstu& zapisywacz) const {
+    const TArgument& element = elementy_[nr];
+    const bool tekst8 = element.Tag() == TTag::UnicodeString && zapisywacz.DaneDlaD2007;
+    zapisywacz.ZapiszLinie(kNazwyTagow[static_cast<std::size_t>(tekst8 ? TTag::AnsiString : element.Tag())]);
     zapisywacz.ZapiszTxt("=");
     switch (element.Tag()) {
     case TTag::Integer:
@@ -371,10 +363,13 @@ void TArrayOfConst::ZapiszElementTekstowo(const TArgument& element, TZapisywaczT
     case TTag::PWideChar:
     case TTag::WideString:
     case TTag::UnicodeString:
+        if (tekst8)
+            return zapisywacz.ZapiszTekst(PolskiAnsi(element.Tekst()), Cudzyslow8Bit);
         return zapisywacz.ZapiszTekst(element.JakoTekst());
+    case TTag::Variant:
+        return ZapiszWariantTekstowo(element.Wariant(), zapisywacz, *this);
     case TTag::Class:
-        if (element.Klasa() != nullptr) {
-            const std::string nazwa = PolskiAnsi(element.Klasa()->nazwa);
+        if (const std::string nazwa = PolskiAnsi(NazwaKlasyElementu(opieka_[nr])); !nazwa.empty()) {
             if (JestNazwaTekstowa(nazwa))
                 return zapisywacz.ZapiszTxt(nazwa);
             return zapisywacz.ZapiszTekst(nazwa, Cudzyslow8Bit);
@@ -383,7 +378,6 @@ void TArrayOfConst::ZapiszElementTekstowo(const TArgument& element, TZapisywaczT
     case TTag::Object:
     case TTag::Pointer:
     case TTag::Interface:
-    case TTag::Variant:
         break;
     }
     zapisywacz.ZapiszTxt("0"); // nothing, or an address, which means nothing to a reader
@@ -425,13 +419,11 @@ TObiektBazowy* TArrayOfConst::WczytajElementTekstowo(TOdczytywaczTekstu& odczyty
     }
     parser.CheckToken('=');
     parser.NextToken();
-    using TGranice32 = std::numeric_limits<std::int32_t>;
-    using TGranice64 = std::numeric_limits<std::int64_t>;
     const auto tekst = [&] { return TOdczytywaczTekstu::DekodujTrescUTF8(odczytywacz.WczytajTekstAnsi()); };
     const auto bajty = [&] { return std::string(odczytywacz.WczytajTekstAnsi()); };
     switch (tag) {
     case TTag::Integer:
-        Dodaj(static_cast<std::int32_t>(WczytajCalkowita(parser, TGranice32::min(), TGranice32::max())));
+        Dodaj(WczytajLiczbe<std::int32_t>(parser));
         break;
     case TTag::Boolean: {
         const bool wartosc = parser.TokenInt() != 0;
@@ -467,15 +459,15 @@ TObiektBazowy* TArrayOfConst::WczytajElementTekstowo(TOdczytywaczTekstu& odczyty
         Dodaj(tekst());
         break;
     case TTag::Currency:
-        Dodaj(TWaluta{WczytajCalkowita(parser, TGranice64::min(), TGranice64::max())});
+        Dodaj(TWaluta{WczytajLiczbe<std::int64_t>(parser)});
         break;
     case TTag::Int64:
-        Dodaj(WczytajCalkowita(parser, TGranice64::min(), TGranice64::max()));
+        Dodaj(WczytajLiczbe<std::int64_t>(parser));
         break;
     case TTag::Class: {
         const TKlasa* klasa = nullptr;
         if (parser.Token() == TZTParser::Calkowita) {
-            WczytajCalkowita(parser, 0, 0);
+            WczytajZGranic(parser, 0, 0);
             Dodaj(klasa);
             break;
         }
@@ -488,11 +480,12 @@ TObiektBazowy* TArrayOfConst::WczytajElementTekstowo(TOdczytywaczTekstu& odczyty
         break;
     }
     case TTag::Variant:
-        ZTErrorFmt(Komunikat(kmBrakImplementacji), {u"WczytajVariantTekstowo"});
+        Dodaj(WczytajWariantTekstowo(odczytywacz, *this));
+        break;
     case TTag::Pointer:
     case TTag::Object:
     case TTag::Interface:
-        WczytajCalkowita(parser, 0, 0);
+        WczytajZGranic(parser, 0, 0);
         Dodaj(tag == TTag::Pointer  ? TArgument::Pointer(nullptr)
               : tag == TTag::Object ? BezObiektu()
                                     : TArgument(static_cast<IInterfejs*>(nullptr)));

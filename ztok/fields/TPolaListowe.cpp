@@ -17,6 +17,7 @@
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
+#include "ztok/util/Ztfunbazowe.h"
 
 namespace ztok {
 
@@ -275,6 +276,18 @@ std::int32_t TPoleListyWartosci<W>::PorownajZCecha(const TArgument& cecha, TRozm
     const std::u16string tekst = GetJakoString();
     return Szerokie() ? PorownajTekstySzerokie(cecha.JakoTekst(), tekst, rozmLiter, localeID)
                       : PorownajTeksty(cecha.JakoTekst(), tekst, rozmLiter, localeID);
+}
+
+template <class W> std::u16string TPoleListyWartosci<W>::OpisTekstowy() const {
+    std::u16string opis;
+    for (const W& wartosc : wartosci_) {
+        opis += &wartosc == wartosci_.data() ? u"" : u"; ";
+        if constexpr (kTekst<W>)
+            opis += wartosc;
+        else
+            opis += LiczbaNaTekst(wartosc);
+    }
+    return WJednejLinii(std::move(opis));
 }
 
 template <class W> void TPoleListyWartosci<W>::TrymujPolaTekstowe(bool /*podobiektyTez*/) {

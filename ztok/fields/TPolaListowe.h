@@ -57,7 +57,8 @@ template <class W> class TPoleListyWartosci : public TObiektBazowy {
     void TrymujPolaTekstowe(bool podobiektyTez) override;
     void PrzytnijPolaWgRozm(bool trymuj) override;
     [[nodiscard]] bool SaDaneUnicode(int nrPola) const override;
-    [[nodiscard]] std::u16string OpisTekstowy() const override { return GetJakoString(); }
+    // The values with "; " between them.
+    [[nodiscard]] std::u16string OpisTekstowy() const override;
     // First the counts, then value by value as fields of one value compare.
     [[nodiscard]] std::int32_t WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const override;
     void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;

@@ -14,6 +14,7 @@
 #include "ztok/platform/TWariant.h"
 #include "ztok/platform/Wyjatki.h"
 #include "ztok/util/ZTBledy.h"
+#include "ztok/util/Ztfunbazowe.h"
 
 namespace ztok {
 
@@ -197,6 +198,14 @@ std::u16string TPole::InfoWartPozaZakresem(const TWariant& wartosc) const {
     } catch (const EBladKonwersji&) { // NOLINT(bugprone-empty-catch): the value has no text, "?" stands for it
     }
     return Formatuj(Komunikat(kmWartoscPozaZakresem), {NazwaKlasy(), tekst});
+}
+
+std::u16string TPole::TekstDoOpisu() const {
+    try {
+        return WJednejLinii(GetJakoString());
+    } catch (const EBladKonwersji&) {
+        return u"?";
+    }
 }
 
 bool TPole::MaDefWartosc() const {

@@ -98,6 +98,10 @@ class ZTOK_API TPole : public TTrwaly {
     // owner is held meanwhile; one that nobody else holds is freed at the end.
     bool EdytujDaneWgKlasy(TObiektBazowy* wlasciciel, bool flaga, const TKlasa* granica = nullptr);
 
+    // The text for descriptions: one line, "?" for a value that has no text, as a date beyond the calendar. A
+    // description must not fail.
+    [[nodiscard]] std::u16string TekstDoOpisu() const;
+
     // Whether a plain value is at its default, and a pointer null; objects of the model answer false.
     [[nodiscard]] bool MaDefWartosc() const;
 

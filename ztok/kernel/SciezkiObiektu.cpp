@@ -319,7 +319,7 @@ void DopiszDrzewo(std::u16string& tekst, std::u16string_view nazwa, const TPole&
             const TObiektBazowy* cel = static_cast<const TPoleWskObiektu&>(pole).Obiekt();
             tekst += cel == nullptr ? std::u16string(u"nil") : u"-> " + cel->DajSciezkeDoSiebie();
         } else {
-            tekst += pole.GetJakoString();
+            tekst += pole.TekstDoOpisu();
         }
         tekst += u"\r\n";
         return;
@@ -346,10 +346,14 @@ void DopiszDrzewo(std::u16string& tekst, std::u16string_view nazwa, const TPole&
         }
     } else if ((cechy & ckTablica) != 0) {
         const auto& tablica = static_cast<const TArrayOfConst&>(pole);
-        tekst.append(2 * (poziom + 1), u' ').append(tablica.GetJakoString()).append(u"\r\n");
+        tekst.append(2 * (poziom + 1), u' ').append(tablica.TekstDoOpisu()).append(u"\r\n");
         for (std::int32_t i = 0; i < tablica.Ile(); ++i)
             if (const TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
                 DopiszDrzewo(tekst, u"[" + TWariant(i).JakoTekst16() + u"]", *element, poziom + 1, licznik);
+    } else { // a list of values
+        tekst.append(2 * (poziom + 1), u' ')
+            .append(static_cast<const TObiektBazowy&>(pole).OpisTekstowy())
+            .append(u"\r\n");
     }
 }
 

@@ -653,6 +653,7 @@ template <class P> void TObiekt::PiszListe(int nrPola, const P& wartosc) {
     P& pole = PoleDoZapisuKlasy<P>(nrPola);
     if (&pole != &wartosc)
         pole.UstawWartosci(wartosc.Wartosci());
+    pole.UstawNiepuste(CalyObiekt, true);
     SetBylyZmiany(nrPola);
 }
 

@@ -181,7 +181,7 @@ std::u16string TObiekt::OpisTekstowy() const {
         const TPole* pole = Pole(nr);
         if (!PoleNiepuste(nr) || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
             continue;
-        opis.append(przed).append(NazwaPolaNr(nr)).append(u"=").append(pole->GetJakoString());
+        opis.append(przed).append(NazwaPolaNr(nr)).append(u"=").append(pole->TekstDoOpisu());
         przed = u", ";
     }
     if (opis.size() > kWiersz)

@@ -27,7 +27,7 @@ inline constexpr char Cudzyslow8Bit = '\'';
 [[nodiscard]] ZTOK_API bool JestNazwaTekstowa(std::string_view nazwa) noexcept;
 
 // One writer serves one write, on one thread. It decides which fields and objects are written, and numbers them, as the
-// binary writer does; the options of that writer that concern the encoding of strings have no meaning here.
+// binary writer does; `OpcjeZapisu` has no meaning here.
 class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
   public:
     // Writes to the stream, which is not owned and must outlive the writer. A file is written through a buffer of the

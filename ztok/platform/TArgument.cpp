@@ -83,6 +83,12 @@ void TArgument::Porzuc() noexcept {
     tekst_.clear();
 }
 
+TArgument TArgument::BajtLogiczny(std::uint8_t bajt) noexcept {
+    TArgument wynik(TTag::Boolean);
+    wynik.calkowita_ = bajt;
+    return wynik;
+}
+
 TArgument TArgument::ShortString(std::string bajty) {
     TArgument wynik(TTag::ShortString);
     if (bajty.size() > kNajdluzszyShortString)

@@ -87,6 +87,8 @@ class ZTOK_API TArgument {
     TArgument& operator=(TArgument&& inny) noexcept;
     ~TArgument();
 
+    // A boolean with the byte that a stream had: true when it is not 0, kept as it is.
+    static TArgument BajtLogiczny(std::uint8_t bajt) noexcept;
     // Kinds that no C++ type stands for.
     static TArgument ShortString(std::string bajty);       // at most 255 bytes are kept
     static TArgument PChar(std::string bajty);             // up to the first zero

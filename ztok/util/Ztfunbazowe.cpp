@@ -76,4 +76,10 @@ std::u16string TrescPoZnaku(std::u16string_view S, char16_t Znak, bool Trymuj) {
 
 std::string TrescPoZnaku(std::string_view S, char Znak, bool Trymuj) { return PoZnaku(S, Znak, Trymuj); }
 
+std::u16string WJednejLinii(std::u16string S) noexcept {
+    std::replace_if(
+        S.begin(), S.end(), [](char16_t znak) { return znak < u' ' || znak == 0x7F; }, u' ');
+    return S;
+}
+
 } // namespace ztok

@@ -30,4 +30,7 @@ class TListaNapisow;
 [[nodiscard]] ZTOK_API std::u16string TrescPoZnaku(std::u16string_view S, char16_t Znak, bool Trymuj = false);
 [[nodiscard]] ZTOK_API std::string TrescPoZnaku(std::string_view S, char Znak, bool Trymuj = false);
 
+// The text with a blank in place of every control character: one line, whatever it was.
+[[nodiscard]] ZTOK_API std::u16string WJednejLinii(std::u16string S) noexcept;
+
 } // namespace ztok
