@@ -35,7 +35,7 @@ TWariant TPoleWskObiektu::GetJakoVariant() const {
 }
 
 void TPoleWskObiektu::SetJakoVariant(const TWariant& wartosc) {
-    obiekt_ = reinterpret_cast<TObiektBazowy*>(static_cast<std::intptr_t>(wartosc.JakoInt64()));
+    UstawAdres(static_cast<std::intptr_t>(wartosc.JakoInt64()));
 }
 
 std::u16string TPoleWskObiektu::GetJakoString() const {
@@ -43,7 +43,15 @@ std::u16string TPoleWskObiektu::GetJakoString() const {
 }
 
 void TPoleWskObiektu::SetJakoString(std::u16string_view tekst) {
-    obiekt_ = reinterpret_cast<TObiektBazowy*>(static_cast<std::intptr_t>(TekstNaInt64(tekst)));
+    UstawAdres(static_cast<std::intptr_t>(TekstNaInt64(tekst)));
+}
+
+void TPoleWskObiektu::UstawAdres(std::intptr_t adres) {
+    auto* cel = reinterpret_cast<TObiektBazowy*>(adres);
+    if (cel == obiekt_)
+        return;
+    UstawObiekt(nullptr); // an object that is no longer pointed at must not remember this field
+    obiekt_ = cel;
 }
 
 void TPoleWskObiektu::ZerujDane() { obiekt_ = nullptr; }
@@ -99,7 +107,10 @@ void TPoleWskObiektu::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* o
     odczyt->WczytajRef(*this);
 }
 
-TPoleRefObiektu::~TPoleRefObiektu() = default;
+TPoleRefObiektu::~TPoleRefObiektu() {
+    if (obiekt_ != nullptr) // on the stack, or a part of something else: nobody has ended it
+        obiekt_->ZwolnijRefOd(this);
+}
 
 void TPoleRefObiektu::UstawObiekt(TObiektBazowy* obiekt) {
     if (obiekt == obiekt_)
