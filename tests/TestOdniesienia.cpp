@@ -569,4 +569,50 @@ TEST(Odniesienia, ZdarzenieMozeWszystko) {
     EXPECT_EQ(PulaZajete(), zajete);
 }
 
+// What points at an object that is already dying is cleared when it is gone; what nobody ends leaves no trace.
+TEST(Odniesienia, NicNieZostajePoObiekcie) {
+    struct TUklad {
+        TWezel* ginacy = nullptr;
+        TPoleRefObiektu pozne;
+        TListaRefObiektow poznaLista;
+    } u;
+    const TZdarzeniePola naGinacy = {[](void* dane, TPole& /*nadawca*/) {
+                                         auto& uklad = *static_cast<TUklad*>(dane);
+                                         uklad.pozne.UstawObiekt(uklad.ginacy);
+                                         uklad.poznaLista.DodajObiekt(uklad.ginacy, 0);
+                                     },
+                                     &u};
+    class TWezelSlad : public TWezel { // not of the plain end of life
+        ZTOK_OBIEKT(TWezelSlad, TWezel)
+        void ZerujDane() override { TWezel::ZerujDane(); }
+    };
+    for (const bool zwykly : {true, false}) {
+        auto rodzic = zwykly ? Utworz<TWezel>() : TWlasny<TWezel>(Utworz<TWezelSlad>());
+        u.ginacy = rodzic.get();
+        TPoleRefZeZdarz naDziecko; // of the part, which dies within its owner's end
+        naDziecko.OnZerujRefDo = naGinacy;
+        naDziecko.UstawObiekt(&rodzic->GetDzieci().Dopisz());
+        Zwolnij(rodzic.Oddaj());
+        EXPECT_EQ(u.pozne.Obiekt(), nullptr);
+        EXPECT_TRUE(u.poznaLista.ListaPusta());
+    }
+    TWezel cel;
+    {
+        TPoleRefObiektu naStosie;
+        naStosie.UstawObiekt(&cel);
+        EXPECT_TRUE(cel.MaJakiesRef());
+    }
+    EXPECT_FALSE(cel.MaJakiesRef());
+    TWezel inny;
+    TPoleRefObiektu surowe;
+    surowe.UstawObiekt(&cel);
+    surowe.SetJakoVariant(surowe.GetJakoVariant()); // the same address changes nothing
+    EXPECT_TRUE(cel.MaRefOd(&surowe));
+    TPoleRefObiektu wzor;
+    wzor.UstawObiekt(&inny);
+    surowe.SetJakoString(wzor.GetJakoString()); // points, unregistered, and leaves no registration behind
+    EXPECT_EQ(surowe.Obiekt(), &inny);
+    EXPECT_FALSE(cel.MaJakiesRef() || inny.MaRefOd(&surowe));
+}
+
 } // namespace

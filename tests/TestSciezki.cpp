@@ -401,6 +401,70 @@ TEST_F(Sciezki, OperacjePoListachPol) {
     EXPECT_FALSE(x.GetPodrzedne().PrzepnijLubKopiuj(x.GetPodrzedne()));
 }
 
+// Lists of mixed classes, and lists as the object that is asked.
+TEST_F(Sciezki, RozneKlasyElementow) {
+    o.GetRozne().Dodaj(Utworz<TAdres>())->SetTekstowoWgSciezki(u"Numer", u"9");
+    o.GetRozne().Dodaj(Utworz<probki::TListaAdresow>());
+    const struct {
+        std::u16string_view sciezka;
+        int cecha;
+        int wynik; // of the comparison; 9: a bad path
+    } tablica[] = {{u"Rozne[?].I", 9, 0},           {u"Rozne[?].Numer", 9, 0},
+                   {u"Rozne[?].Numer", 8, -1},      {u"Rozne[?].Nie", 9, 9},
+                   {u"Rozne[?].Adresy[?].X", 1, 1}, {u"Rozne[2][?].Numer", 9, 1},
+                   {u"Adresy[?].Nie", 9, 9},        {u"Nie[?].I", 9, 9}};
+    for (const auto& w : tablica) {
+        std::int32_t wynik = 9;
+        static_cast<void>(Blad([&] { wynik = o.PorPoleONazwieZCecha(w.sciezka, w.cecha, kWazny, LocaleWin1250); }));
+        EXPECT_EQ(wynik, w.wynik) << Utf8ZUtf16(w.sciezka);
+        EXPECT_EQ(o.MaCechy(TArg{w.sciezka}, TArg{w.cecha}, kWazny), w.wynik == 0) << Utf8ZUtf16(w.sciezka);
+    }
+    o.ZerujPole(u"Rozne[?].Numer");
+    EXPECT_TRUE(o.MaCechy(TArg{u"Rozne[1].Numer"}, TArg{0}, kWazny));
+    EXPECT_EQ(o.GetTekstowoWgSciezki(u"Rozne[0].I"), u"9");
+
+    TListaBazowa& lista = o.GetAdresy();
+    EXPECT_TRUE(lista.MaCechy(TArg{u"[1].Numer", u"[?].Ulica"}, TArg{2, u"Inna"}, kWazny));
+    EXPECT_FALSE(lista.MaCechy(TArg{u"[1].Numer", u"[7].Ulica"}, TArg{2, u"Inna"}, kWazny));
+    EXPECT_EQ(lista.PorownajCechy(TArg{u"[1].Numer", u"[2].Numer"}, TArg{2, 4}, kWazny, LocaleWin1250), 1);
+    EXPECT_FALSE(lista.PoleNrMaCeche(3, 0, kWazny)); // an index without an element is no error
+    EXPECT_EQ(lista.PorPoleNrZCecha(-2, 0, kWazny, LocaleWin1250), 1);
+    EXPECT_TRUE(o.GetLiczby().MaCechy(TArg{-1}, TArg{u""}, kWazny));
+}
+
+TEST_F(Sciezki, ZKlasyIJakoMaska) {
+    const TKlasa* klasa = nullptr;
+    int nr = -2;
+    EXPECT_TRUE(TObiektBazowy::KlasaIPole(TWszystko::KlasaStatyczna(), u"Podrzedne[?].Adres.Numer", klasa, nr));
+    EXPECT_EQ(klasa, TAdres::KlasaStatyczna());
+    EXPECT_EQ(nr, 1);
+    EXPECT_TRUE(TListaBazowa::KlasaIPole(probki::TListaAdresow::KlasaStatyczna(), u"[0]", klasa, nr));
+    EXPECT_EQ(klasa, TAdres::KlasaStatyczna());
+    EXPECT_FALSE(TObiektBazowy::KlasaIPole(nullptr, u"", klasa, nr));
+    // An object's value by mask is what stands at the path; a pointer's is its target's.
+    EXPECT_EQ(o.WartWgMaski(u"Adres.Ulica"), u"Długa");
+    EXPECT_EQ(o.Pole(TWszystko::nrReferencja)->WartWgMaski(u"Numer"), u"2");
+    EXPECT_EQ(o.Pole(TWszystko::nrReferencja)->WartWgMaski(u""), u"Adres: Ulica=A; B, Numer=2");
+    EXPECT_EQ(o.GetAdresy().WartWgMaski(u"[0].Numer"), u"1");
+    EXPECT_EQ(o.WartWgMaski(u"Nie"), u"");
+}
+
+// Whatever a path says, no number of it becomes an address, and its length is no depth of the stack.
+TEST_F(Sciezki, ZlosliweSciezki) {
+    for (const std::u16string_view s : {u"Podrzedne[Wskaznik=4660].I", u"Podrzedne[I=3;referencja=4660].I"})
+        EXPECT_EQ(Blad([&] { o.SetTekstowoWgSciezki(s, u"1"); }).find(u"SetTekstowoWgSciezki: Błędna ścieżka"), 0U);
+    EXPECT_EQ(Blad([&] { o.GetPodrzedne().DajElemListy(u"Wskaznik=4660", true); }),
+              u"WD: Błędne podpole = \"Wskaznik\"");
+    EXPECT_EQ(o.GetPodrzedne().IleObiektow(), 1);
+    std::u16string wGlab;
+    for (int i = 0; i < 200000; ++i)
+        wGlab += u"[0]";
+    TListaWskObiektow wkolko;
+    wkolko.DodajObiekt(&wkolko, 0);
+    EXPECT_FALSE(wkolko.SciezkaIstnieje(wGlab));
+    EXPECT_TRUE(wkolko.SciezkaIstnieje(wGlab.substr(0, 600)));
+}
+
 } // namespace
 
 // A pointer back to the object itself: a path through it ends, however long it is.

@@ -166,11 +166,11 @@ TEST_F(Sortowanie, KluczeZeSciezekIBrakujacePola) {
     EXPECT_TRUE(lista.ListaMaPosortowanie(TArg{1}, {}));
     static_cast<TWszystko*>(lista.Obiekty(5))->SetS(-1); // a missing one comes before any other value
     EXPECT_TRUE(lista.ListaMaPosortowanie(TArg{1}, {}));
-    for (const TArgument& zly : {TArgument(2.5), TArgument(true), TArgument(u'c'), TArgument(nullptr)})
+    for (const TArgument& zly :
+         {TArgument(2.5), TArgument(true), TArgument(u'c'), TArgument(nullptr), TArgument(std::int64_t{3})})
         EXPECT_EQ(Blad([&] { lista.PosortujWgPol(TArg{3, zly}); }), u"PWP: Błędny typ indeksu");
     EXPECT_EQ(kolejnosc(), (std::vector<int>{0, 2, 4, 5, 3, 1}));
-    EXPECT_TRUE(lista.PosortujWgPol(TArg{std::string("i")})); // 8-bit names and 64-bit numbers too
-    EXPECT_FALSE(lista.PosortujWgPol(TArg{std::int64_t{3}}));
+    EXPECT_TRUE(lista.PosortujWgPol(TArg{std::string("i")})); // 8-bit names too
 
     // Letter case as asked; slots without an object come first and are no reason to fall.
     TListaAdresow adresy;
@@ -403,6 +403,126 @@ TEST_F(Sortowanie, DopisywanieJakLista) {
     EXPECT_EQ(napisy.Wartosc(3), reinterpret_cast<std::uintptr_t>(dane.Obiekty(3)));
     dane.WpiszDoStrings(u"Nie.Ma", napisy);
     EXPECT_EQ(napisy.JakoTekst(u","), u",,,");
+}
+
+std::vector<int> Numery(const TListaBazowa& lista) {
+    std::vector<int> wynik;
+    for (TObiektBazowy* o : lista)
+        wynik.push_back(static_cast<TAdres*>(o)->GetNumer());
+    return wynik;
+}
+
+TListaWskObiektow* zmieniana = nullptr;
+std::int16_t ZmieniaListe(const TObiektBazowy& a, const TObiektBazowy& b) {
+    if (zmieniana->IleObiektow() > 4)
+        zmieniana->SkrocListe(1, false);
+    else
+        zmieniana->DodajObiekt(const_cast<TObiektBazowy*>(&a), MaxInt);
+    return WgNumeru(a, b);
+}
+
+TEST_F(Sortowanie, ListaZmienianaIElementyBezPol) {
+    TListaAdresow adresy;
+    for (int i = 0; i < 6; ++i)
+        adresy.Dopisz().SetNumer(i);
+    for (const int ile : {4, 6}) { // grows, shrinks
+        TListaWskObiektow lista;
+        for (int i = 0; i < ile; ++i)
+            lista.DodajObiekt(adresy.Obiekty(i), 0);
+        zmieniana = &lista;
+        EXPECT_EQ(Blad([&] { lista.PosortujWgFun(&ZmieniaListe); }),
+                  u"TListaWskObiektow: lista zmieniona w trakcie sortowania");
+    }
+    // Lists as elements compare as a whole, down and up; by fields, element by element.
+    TKolekcjaObiektow listy;
+    for (const int ile : {2, 0, 1}) {
+        auto lista = Utworz<TListaAdresow>();
+        for (int i = 0; i < ile; ++i)
+            lista->Dopisz().SetNumer(i);
+        listy.Dodaj(std::move(lista));
+    }
+    const auto dlugosci = [&] {
+        std::vector<int> wynik;
+        for (TObiektBazowy* o : listy)
+            wynik.push_back(static_cast<TListaBazowa*>(o)->IleObiektow());
+        return wynik;
+    };
+    listy.PosortujWgPol(TArg{1}, rsMalejaco);
+    EXPECT_EQ(dlugosci(), (std::vector<int>{2, 1, 0}));
+    listy.PosortujWgPol(TArg{1}, rsRosnaco);
+    EXPECT_EQ(dlugosci(), (std::vector<int>{0, 1, 2}));
+    TListaAdresow wzor;
+    wzor.Dopisz().SetUlica(u"x");
+    wzor.Dopisz().SetNumer(1);
+    std::int32_t gdzie = -1;
+    EXPECT_TRUE(listy.JestObiektTakiJak(wzor, TArg{1}, gdzie));
+    EXPECT_EQ(gdzie, 2);
+    EXPECT_FALSE(listy.JestObiektTakiJak(wzor, TArg{0}));
+    EXPECT_EQ(wzor.PorownajOproczPol(*static_cast<TListaAdresow*>(listy.Obiekty(2)), TArg{0}, kWazny), 0);
+    EXPECT_EQ(wzor.PorownajOproczPol(*static_cast<TListaAdresow*>(listy.Obiekty(2)), TArg{1}, kWazny), 1);
+    TListaWskObiektow a;
+    TListaWskObiektow b;
+    a.DodajObiekt(&a, 0);
+    b.DodajObiekt(&b, 0);
+    EXPECT_NE(Blad([&] { static_cast<void>(a.PorownajWgPol(b, TArg{1}, kWazny)); }), u"(no error)");
+}
+
+// A class that calls a field full which was never made.
+class TObliczane : public TObiekt {
+    ZTOK_OBIEKT(TObliczane, TObiekt, (0, A, Integer))
+    [[nodiscard]] bool PoleNiepuste(int nr) const override { return nr == 0 || TObiekt::PoleNiepuste(nr); }
+};
+
+TEST_F(Sortowanie, PrzypadkiSzczegolne) {
+    TObliczane bezPola;
+    TObliczane zPolem;
+    zPolem.SetA(5);
+    EXPECT_EQ(bezPola.PorownajWgPol(zPolem, TArg{0}, kWazny), -1);
+    EXPECT_EQ(bezPola.OpisTekstowy() + bezPola.DrzewoObiektu(), u"Obliczane(TObliczane)\r\n");
+    // One comparer for a whole search: what differed in one element says nothing about the next.
+    TAdres cele[3];
+    for (int i = 0; i < 3; ++i)
+        cele[i].SetNumer(i);
+    TListaWszystkich lista;
+    for (int i = 0; i < 3; ++i) {
+        lista.Dopisz().SetWskaznik(nullptr);
+        static_cast<TWszystko*>(lista.Obiekty(i))->SetReferencja(&cele[i / 2]);
+        static_cast<TWszystko*>(lista.Obiekty(i))->GetPowiazane().DodajObiekt(&cele[i / 2], 0);
+    }
+    TWszystko wzor;
+    wzor.SetReferencja(&cele[2]);
+    wzor.GetPowiazane().DodajObiekt(&cele[2], 0);
+    TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, kWazny, LocaleWin1250, tprRefJakoWskazn);
+    EXPECT_FALSE(lista.JestTakiObiekt(wzor, rwOdKonca, MaxInt, &porownywacz));
+    // The order given without a letter case; an example's fields; null.
+    TListaAdresow malejaca;
+    for (const int n : {3, 2, 2})
+        malejaca.Dopisz().SetNumer(n);
+    std::int32_t gdzie = -1;
+    EXPECT_TRUE(malejaca.WyszukajWgPol(TArg{1}, TArg{2}, gdzie, rsMalejaco));
+    EXPECT_EQ(gdzie, 1);
+    EXPECT_TRUE(malejaca.WyszukajWgPol(cele[2], TArg{1}, gdzie, rsMalejaco));
+    const TObiektBazowy* pusty = malejaca.DopiszObiektGdyBrak(nullptr, TArg{1}, kWazny);
+    EXPECT_EQ(malejaca.ZnajdzObiekt(pusty), 3);
+    // An element that cannot take the values is not left in the list, which stays sorted.
+    const auto zle = [&](auto dodaj) { EXPECT_NE(Blad(dodaj), u"(no error)"); };
+    zle([&] { malejaca.DodajObiektGdyBrak(TArg{1, u"Adres"}, TArg{2, 1}); });
+    zle([&] { malejaca.DopiszObiektGdyBrak(TArg{u"Ulica", u"Nie"}, TArg{u"x", 1}); });
+    EXPECT_EQ(Numery(malejaca), (std::vector<int>{3, 2, 2, 0}));
+    // Filled from its own elements, and from a list inside one of them.
+    TListaWskObiektow wsk;
+    wsk.DopiszDane(&malejaca);
+    EXPECT_TRUE(malejaca.KopiujObiektyOCechach(&wsk, TArg{1}, TArg{2}, kWazny));
+    EXPECT_EQ(Numery(malejaca), (std::vector<int>{2, 2}));
+    wsk.ZerujDane();
+    TListaWszystkich drzewo;
+    TListaWszystkich& wnetrze = drzewo.Dopisz().GetPodrzedne();
+    wnetrze.Dopisz().SetI(4);
+    EXPECT_FALSE(drzewo.PrzepnijLubKopiuj(wnetrze));
+    EXPECT_FALSE(wnetrze.PrzepnijLubKopiuj(drzewo)); // nothing is lost
+    EXPECT_EQ(wnetrze.IleObiektow(), 1);
+    EXPECT_TRUE(drzewo.KopiujObiektyOCechach(&wnetrze, TArg{3}, TArg{4}, kWazny));
+    EXPECT_EQ(drzewo.GetTekstowoWgSciezki(u"[0].I"), u"4");
 }
 
 } // namespace

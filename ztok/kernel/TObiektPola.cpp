@@ -6,6 +6,7 @@
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/util/ZTBledy.h"
@@ -62,8 +63,29 @@ std::vector<TWybranePole> WybranePola(const TObiekt& obiekt, TArgumenty pola, st
     return wybrane;
 }
 
+std::vector<TWybranePole>::const_iterator Znajdz(const std::vector<TWybranePole>& pola, int nr) {
+    return std::find_if(pola.begin(), pola.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+}
+
 TObiektBazowy* JakoObiekt(TPole* pole) {
     return pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy) ? static_cast<TObiektBazowy*>(pole) : nullptr;
+}
+
+// The object with fields that a field is: only such a one has parts; lists and pointers are taken as a whole.
+TObiekt* JakoZPolami(TPole* pole) {
+    return pole != nullptr && pole->Klasa()->Ma(ckObiekt) ? static_cast<TObiekt*>(pole) : nullptr;
+}
+
+// Compares nested objects but for the parts; one that is not there counts as an empty one.
+std::int32_t PorownajOproczCzesci(const TObiekt* tu, const TObiekt* tam, TArgumenty czesci,
+                                  TPorownywaczDanych& porownywacz) {
+    if (tu == nullptr && tam == nullptr)
+        return 0;
+    const TWlasny<TObiektBazowy> pusty =
+        tu != nullptr && tam != nullptr ? nullptr : (tu != nullptr ? tu : tam)->TworzInstancje(nullptr);
+    const TObiektBazowy* lewy = tu != nullptr ? tu : pusty.get();
+    const TObiektBazowy* prawy = tam != nullptr ? tam : pusty.get();
+    return lewy->WykonajPorownOproczPol(*prawy, czesci, porownywacz);
 }
 
 // The text of a text field, changed by `zmien`; the field is cleared when nothing is left of it.
@@ -88,9 +110,25 @@ template <class F> void ZmienTekst(TObiekt& obiekt, int nr, TPole& pole, const F
     }
 }
 
+// For an object without numbered fields: whether a selector names it as a whole.
+bool CalyWsrod(TArgumenty pola, std::u16string_view operacja) {
+    bool caly = false;
+    for (const TArgument& selektor : pola) {
+        if (selektor.Tag() == TTag::Integer)
+            caly = caly || static_cast<std::int16_t>(selektor.Calkowita()) == CalyObiekt;
+        else if (selektor.JestNazwa())
+            caly = caly || selektor.JakoTekst().empty();
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {operacja});
+    }
+    return caly;
+}
+
 } // namespace
 
-void TObiekt::ZerujDanePol(TArgumenty pola) {
+// --- of any object of the model
+
+void TObiektBazowy::ZerujDanePol(TArgumenty pola) {
     const TBlokadaObiektu blokada(*this);
     for (const TArgument& selektor : pola) {
         if (selektor.Tag() == TTag::Integer)
@@ -102,6 +140,52 @@ void TObiekt::ZerujDanePol(TArgumenty pola) {
     }
 }
 
+void TObiektBazowy::ZerujDaneOprocz(TArgumenty pola) {
+    if (!CalyWsrod(pola, u"ZDO"))
+        ZerujDane();
+}
+
+void TObiektBazowy::PrzytnijPolaWgRozm(bool /*trymuj*/) {}
+void TObiektBazowy::TrymujPolaTekstowe(bool /*podobiektyTez*/) {}
+bool TObiektBazowy::SaDaneUnicode(int /*nrPola*/) const { return false; }
+
+std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                               TPorownywaczDanych& porownywacz) const {
+    for (const TArgument& selektor : pola) {
+        std::int32_t wynik = 0;
+        if (selektor.Tag() == TTag::Integer) {
+            const auto nr = static_cast<std::int16_t>(selektor.Calkowita());
+            if (nr == CalyObiekt) {
+                wynik = Porownaj(inny, &porownywacz);
+            } else {
+                SprawdzKlase(*this, TObiekt::KlasaStatyczna());
+                SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+                wynik =
+                    static_cast<const TObiekt&>(*this).PorownajPole(nr, static_cast<const TObiekt&>(inny), porownywacz);
+            }
+        } else if (selektor.JestNazwa()) {
+            const std::u16string sciezka = selektor.JakoTekst();
+            const TPole* tu = const_cast<TObiektBazowy*>(this)->PoleONazwie(sciezka);
+            const TPole* tam = const_cast<TObiektBazowy&>(inny).PoleONazwie(sciezka);
+            wynik = tu != nullptr && tam != nullptr
+                        ? tu->Porownaj(*tam, &porownywacz)
+                        : static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
+        } else {
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PWP"});
+        }
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+std::int32_t TObiektBazowy::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                   TPorownywaczDanych& porownywacz) const {
+    return CalyWsrod(pola, u"POP") ? 0 : Porownaj(inny, &porownywacz);
+}
+
+// --- of an object with fields
+
 void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
     const TBlokadaObiektu blokada(*this);
     bool calyObiekt = false;
@@ -109,14 +193,37 @@ void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
     if (calyObiekt)
         return;
     for (int nr = ilePol_ - 1; nr >= 0; --nr) {
-        const auto gdzie =
-            std::find_if(zachowane.begin(), zachowane.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+        const auto gdzie = Znajdz(zachowane, nr);
         if (gdzie == zachowane.end())
             UstawNiepuste(nr, false);
-        else if (TObiektBazowy* obiekt = JakoObiekt(Pole(nr));
-                 !gdzie->cale && obiekt != nullptr && obiekt->Klasa()->Ma(ckObiekt)) // a list is kept as a whole
+        else if (TObiekt* obiekt = JakoZPolami(Pole(nr)); !gdzie->cale && obiekt != nullptr)
             obiekt->ZerujDaneOprocz(gdzie->czesci);
     }
+}
+
+std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                             TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(inny);
+    bool calyObiekt = false;
+    const std::vector<TWybranePole> pominiete = WybranePola(*this, pola, u"POP", calyObiekt);
+    if (calyObiekt)
+        return 0;
+    const int ile = std::max(ilePol_, obiekt.ilePol_);
+    for (int nr = 0; nr < ile; ++nr) {
+        if (porownywacz.PominChwilowe && !PoleZapisywane(nr))
+            continue;
+        const auto gdzie = Znajdz(pominiete, nr);
+        std::int32_t wynik = 0;
+        if (gdzie == pominiete.end())
+            wynik = PorownajPole(nr, obiekt, porownywacz);
+        else if (!gdzie->cale)
+            wynik =
+                PorownajOproczCzesci(JakoZPolami(Pole(nr)), JakoZPolami(obiekt.Pole(nr)), gdzie->czesci, porownywacz);
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
 }
 
 void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
@@ -178,7 +285,7 @@ std::u16string TObiekt::OpisTekstowy() const {
     std::u16string_view przed = u": ";
     for (int nr = 0; nr < ilePol_ && opis.size() < kWiersz; ++nr) {
         const TPole* pole = Pole(nr);
-        if (!PoleNiepuste(nr) || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
+        if (pole == nullptr || !PoleNiepuste(nr) || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
             continue;
         opis.append(przed).append(NazwaPolaNr(nr)).append(u"=").append(pole->GetJakoString());
         przed = u", ";

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "ztok/kernel/TObiekt.h"
+#include "ztok/lists/TKolekcjaObiektow.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
@@ -50,6 +51,17 @@ bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty po
     if (dane == this) {
         UsunObiektyOprocz(pola, wartosci, rozmLiter);
         return !ListaPusta();
+    }
+    // Elements that die when this list is emptied are copied aside first.
+    const auto ginie = [this](const TObiektBazowy& o) { return JestCzescia(o, *this); };
+    if (dane != nullptr && Klasa()->Ma(ckListaZObiektami) &&
+        (ginie(*dane) || (dane->Klasa()->Ma(ckListaWsk) &&
+                          std::any_of(dane->FObiekty, dane->FObiekty + dane->FIleObiektow,
+                                      [&](const TObiektBazowy* o) { return o != nullptr && ginie(*o); })))) {
+        const TWlasny<TKolekcjaObiektow> osobno = Utworz<TKolekcjaObiektow>();
+        osobno->DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
+        ZerujDane();
+        return DopiszDane(osobno.get());
     }
     ZerujDane();
     return DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
