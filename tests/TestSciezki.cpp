@@ -465,6 +465,42 @@ TEST_F(Sciezki, ZlosliweSciezki) {
     EXPECT_TRUE(wkolko.SciezkaIstnieje(wGlab.substr(0, 600)));
 }
 
+// Part of a nested object that the source, or the target, has not.
+TEST_F(Sciezki, CzesciKtorychNieMa) {
+    const TArg czesc = {u"Adres.Ulica"};
+    const auto stan = [](const TWszystko& w) {
+        const TAdres* a = w.GetAdres();
+        return a == nullptr ? u"brak" : a->GetUlica() + (a->GetNumer() == 0 ? u"" : u"+");
+    };
+    const struct {
+        bool zrodlo, cel;
+        std::u16string_view pol, oprocz;
+    } tablica[] = {{true, true, u"zrodlo+", u"cel+"}, {false, true, u"+", u"cel"}, {true, false, u"zrodlo", u"+"}};
+    for (const auto& w : tablica)
+        for (const bool oprocz : {false, true}) {
+            TWszystko zrodlo;
+            TWszystko cel;
+            if (w.zrodlo)
+                zrodlo.WpiszDane({u"Adres.Ulica", u"Adres.Numer"}, {u"zrodlo", 1});
+            if (w.cel)
+                cel.WpiszDane({u"Adres.Ulica", u"Adres.Numer"}, {u"cel", 2});
+            if (oprocz)
+                cel.KopiujDaneOprocz(zrodlo, czesc);
+            else
+                cel.KopiujDanePol(zrodlo, czesc);
+            EXPECT_EQ(stan(cel), oprocz ? w.oprocz : w.pol) << w.zrodlo << w.cel << oprocz;
+            EXPECT_EQ(cel.PorownajOproczPol(zrodlo, czesc, kWazny), oprocz || !w.cel ? oprocz ? 0 : -1 : 1)
+                << w.zrodlo << w.cel << oprocz;
+        }
+    TWszystko pelny;
+    pelny.SetI(5);
+    const TKlasa* const klasy[] = {TPoleInteger::KlasaStatyczna()};
+    pelny.KopiujDaneKlas(TWszystko(), klasy); // a field that the source never made is empty in the copy
+    EXPECT_FALSE(pelny.PoleNiepuste(TWszystko::nrI));
+    EXPECT_EQ(Blad([&] { static_cast<void>(o.PorownajOproczPol(pelny, TArg{u"Nie"}, kWazny)); }),
+              u"POP: Błędna ścieżka : Nie");
+}
+
 } // namespace
 
 // A pointer back to the object itself: a path through it ends, however long it is.

@@ -216,6 +216,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    template <class F> bool KopiujCzesc(int nr, const TObiekt& zrodlo, const F& kopiuj);
     [[nodiscard]] int ZarezerwujNaKopie(int ile, const TObiekt& zrodlo, const TMigawkaOpisu& migawka);
     // Makes a copy of a plain field in the block; false when it has no place there.
     bool KopiujDoMiejsca(int nr, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka, int& naTeksty);

@@ -321,6 +321,21 @@ template <class F> void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, TKopierD
 
 } // namespace
 
+// Copies between the nested objects of a number, a source that was never made counting as an empty one; false when
+// there is nothing nested to take apart.
+template <class F> bool TObiekt::KopiujCzesc(int nr, const TObiekt& zrodlo, const F& kopiuj) {
+    const TPole* skad = zrodlo.Pole(nr);
+    if (const TObiekt* dokad = JakoZPolami(Pole(nr)); skad == nullptr && dokad != nullptr) {
+        const TWlasny<TObiektBazowy> pusty = dokad->TworzInstancje(nullptr);
+        kopiuj(static_cast<TObiekt&>(*Pole(nr)), static_cast<const TObiekt&>(*pusty));
+        return true;
+    }
+    if (skad == nullptr || !skad->Klasa()->Ma(ckObiekt))
+        return false;
+    kopiuj(static_cast<TObiekt&>(DajPoleKlasy(nr, TObiekt::KlasaStatyczna())), static_cast<const TObiekt&>(*skad));
+    return true;
+}
+
 void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale, TKopierDanych* kopier) {
     KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
         if (zerujPozostale)
@@ -331,14 +346,11 @@ void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPo
             KopiujDane(zrodlo, &k);
             return;
         }
-        for (const TWybranePole& wybrane1 : wybrane) {
-            TObiektBazowy* skad = JakoObiekt(zrodlo.Pole(wybrane1.nr));
-            if (wybrane1.cale || skad == nullptr || !skad->Klasa()->Ma(ckObiekt))
+        for (const TWybranePole& wybrane1 : wybrane)
+            if (wybrane1.cale || !KopiujCzesc(wybrane1.nr, zrodlo, [&](TObiekt& dokad, const TObiekt& skad) {
+                    dokad.KopiujDanePol(skad, wybrane1.czesci, false, &k);
+                }))
                 KopiujPole(wybrane1.nr, zrodlo, k);
-            else
-                static_cast<TObiekt&>(DajPoleKlasy(wybrane1.nr, TObiekt::KlasaStatyczna()))
-                    .KopiujDanePol(static_cast<const TObiekt&>(*skad), wybrane1.czesci, false, &k);
-        }
     });
 }
 
@@ -350,28 +362,25 @@ void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDa
             return;
         const int ile = std::max(ilePol_, zrodlo.ilePol_);
         for (int nr = 0; nr < ile; ++nr) {
-            const auto gdzie =
-                std::find_if(pominiete.begin(), pominiete.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
-            if (gdzie == pominiete.end()) {
+            const auto gdzie = Znajdz(pominiete, nr);
+            if (gdzie == pominiete.end())
                 KopiujPole(nr, zrodlo, k);
-            } else if (TObiektBazowy* skad = JakoObiekt(zrodlo.Pole(nr));
-                       !gdzie->cale && skad != nullptr && skad->Klasa()->Ma(ckObiekt)) {
-                static_cast<TObiekt&>(DajPoleKlasy(nr, TObiekt::KlasaStatyczna()))
-                    .KopiujDaneOprocz(static_cast<const TObiekt&>(*skad), gdzie->czesci, &k);
-            }
+            else if (!gdzie->cale)
+                KopiujCzesc(nr, zrodlo, [&](TObiekt& dokad, const TObiekt& skad) {
+                    dokad.KopiujDaneOprocz(skad, gdzie->czesci, &k);
+                });
         }
     });
 }
 
 void TObiekt::KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier) {
     KopiujPola(*this, zrodlo, kopier, [&](TKopierDanych& k) {
-        for (int nr = 0; nr < zrodlo.ilePol_; ++nr)
-            if (const TPole* skad = zrodlo.Pole(nr); skad != nullptr)
-                for (const TKlasa* klasa : klasy)
-                    if (skad->JestKlasy(klasa)) {
-                        KopiujPole(nr, zrodlo, k);
-                        break;
-                    }
+        for (int nr = 0; nr < std::max(ilePol_, zrodlo.ilePol_); ++nr) {
+            const TPole* pole = zrodlo.Pole(nr) != nullptr ? zrodlo.Pole(nr) : Pole(nr); // what is not there is cleared
+            if (pole != nullptr &&
+                std::any_of(klasy.begin(), klasy.end(), [pole](const TKlasa* klasa) { return pole->JestKlasy(klasa); }))
+                KopiujPole(nr, zrodlo, k);
+        }
     });
 }
 
