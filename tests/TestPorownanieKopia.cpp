@@ -290,6 +290,64 @@ TEST(Kopia, CelKtoryGinieWTrakcieKopiiWypisujeSie) {
     }
 }
 
+TEST(Kopia, ZdarzenieWTrakcieKopii) {
+    // While the target's list shrinks, after the pointers before it were copied, an event frees what they point at,
+    // lets go of it, frees a copied field, or changes one.
+    for (const char coRobi : {'g', 'p', 'u', 'z'}) {
+        auto obcy = Utworz<TAdres>();
+        const auto inny = Utworz<TAdres>();
+        auto zrodlo = Utworz<TSplot>();
+        Splec(*zrodlo, 1, obcy.get());
+        const auto cel = Utworz<TSplot>();
+        Splec(*cel, 3, inny.get());
+        struct TKontekst {
+            char coRobi;
+            TWlasny<TAdres>& obcy;
+            TSplot& zrodlo;
+            TSplot& cel;
+            TAdres* inny;
+        } kontekst{coRobi, obcy, *zrodlo, *cel, inny.get()};
+        TPoleRefZeZdarz czujka;
+        czujka.OnZerujRefDo = {[](void* dane, TPole& /*nadawca*/) {
+                                   auto& k = *static_cast<TKontekst*>(dane);
+                                   switch (k.coRobi) {
+                                   case 'g': // nobody else is recorded with it any more
+                                       k.zrodlo.GetPrzed().SkrocListe(0, true);
+                                       k.zrodlo.GetPo().SkrocListe(0, true);
+                                       Zwolnij(k.obcy.Oddaj());
+                                       break;
+                                   case 'p':
+                                       k.obcy->ZwolnijReferencje();
+                                       break;
+                                   case 'u':
+                                       k.cel.UstawPole(TSplot::nrPrzed, nullptr, true);
+                                       break;
+                                   default:
+                                       k.cel.GetPrzed().SkrocListe(1, true);
+                                       k.cel.GetPrzed().DodajObiekt(k.inny, MaxInt);
+                                   }
+                               },
+                               &kontekst};
+        czujka.UstawObiekt(cel->GetAdresy()[2]);
+        cel->KopiujDane(*zrodlo);
+        EXPECT_EQ(czujka.Obiekt(), nullptr);
+        std::vector<TObiektBazowy*> przed;
+        if (cel->Pole(TSplot::nrPrzed) != nullptr)
+            for (TObiektBazowy* element : cel->GetPrzed())
+                przed.push_back(element);
+        TAdres* kopia = cel->GetAdresy()[0];
+        const std::vector<TObiektBazowy*> oczekiwane = coRobi == 'u' ? std::vector<TObiektBazowy*>{}
+                                                       : coRobi == 'z'
+                                                           ? std::vector<TObiektBazowy*>{obcy.get(), inny.get()}
+                                                           : std::vector<TObiektBazowy*>{kopia, kopia};
+        EXPECT_EQ(przed, oczekiwane) << coRobi;
+        for (TAdres* adres : {kopia, zrodlo->GetAdresy()[0], inny.get(), obcy.get()})
+            if (adres != nullptr)
+                SprawdzRejestracje(*cel, {adres});
+        Zwolnij(zrodlo.Oddaj());
+    }
+}
+
 TEST(Kopia, BladWSrodkuNieZostawiaNiezarejestrowanych) {
     const auto obcy = Utworz<TAdres>();
     auto zrodlo = Utworz<TSplot>();

@@ -174,6 +174,7 @@ void ZarejestrujModel(const dane::TBaza& baza) {
     constexpr std::int32_t kIle[] = {2000, 200000, 200000};
     constexpr std::int32_t kOkno[] = {1000, 1000, 200000};
     static ztok::TWlasny<TListaWezlow> drzewa[3];
+    static ztok::TWlasny<ztok::TObiektBazowy> kopie[3];
     std::minstd_rand los(1);
     for (std::size_t k = 0; k < 3; ++k) {
         TListaWezlow& drzewo = *(drzewa[k] = ztok::Utworz<TListaWezlow>());
@@ -183,8 +184,9 @@ void ZarejestrujModel(const dane::TBaza& baza) {
             const auto skok = static_cast<std::int32_t>(los() % static_cast<std::uint32_t>(kOkno[k])) - kOkno[k] / 2;
             drzewo[i]->SetInny(drzewo[(i + skok + kIle[k]) % kIle[k]]);
         }
-        Calosc(kKopiaRef[k], kZtok, static_cast<std::size_t>(kIle[k]),
-               [&drzewo] { Zuzyj(drzewo.KlonujObiekt(false)); });
+        PoPrzygotowaniu(
+            kKopiaRef[k], kZtok, static_cast<std::size_t>(kIle[k]), [&kopia = kopie[k]] { kopia = nullptr; },
+            [&drzewo, &kopia = kopie[k]] { kopia = drzewo.KlonujObiekt(false); });
     }
 }
 

@@ -4,6 +4,8 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/kernel/TObiektBazowy.h"
+#include "ztok/kernel/TPrzejscie.h"
+#include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
@@ -20,7 +22,7 @@ ZTOK_KLASA_DEF(TPoleRefZeZdarz, TPoleRefObiektu)
 TPoleWskObiektu::~TPoleWskObiektu() = default;
 
 void TPoleWskObiektu::WykonajDestrukcje() {
-    TOdczytywaczDanych::Zapomnij(*this);
+    TPrzejscie::Zapomnij(*this);
     ZerujDane();
 }
 
@@ -130,7 +132,18 @@ void TPoleRefObiektu::ZerujRefDo(TObiektBazowy* cel) {
 void TPoleRefObiektu::ZerujDane() { TPoleRefObiektu::UstawObiekt(nullptr); }
 
 void TPoleRefObiektu::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
-    TPoleWskObiektu::KopiujDane(zrodlo, kopier);
+    SprawdzKlase(zrodlo, TPoleWskObiektu::KlasaStatyczna());
+    TPole::KopiujDane(zrodlo, kopier);
+    TObiektBazowy* cel = static_cast<const TPoleWskObiektu&>(zrodlo).Obiekt();
+    const TKlasa* klasa = Klasa();
+    const bool wprost = klasa == KlasaStatyczna() || klasa == TPoleRefZeZdarz::KlasaStatyczna();
+    if (!wprost || kopier == nullptr || !kopier->Odklada(*this)) {
+        UstawObiekt(cel); // a class of the application's hears of it
+    } else if (cel != obiekt_) {
+        if (obiekt_ != nullptr)
+            obiekt_->ZwolnijRefOd(this);
+        obiekt_ = cel; // registered by the copier, when it is known whether the target has a copy
+    }
 }
 
 TPoleRefZeZdarz::~TPoleRefZeZdarz() {

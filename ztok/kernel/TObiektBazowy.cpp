@@ -1,16 +1,13 @@
 #include "ztok/kernel/TObiektBazowy.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <functional>
-#include <new>
 #include <vector>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TArrayOfConst.h"
 #include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TPrzejscie.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -33,12 +30,9 @@ TObiektBazowy::TObiektBazowy(TObiektBazowy* wlasciciel) noexcept : FRodzic(wlasc
 
 TObiektBazowy::~TObiektBazowy() {
     DokonczZycie();
-    if (odwolania_ != nullptr) [[unlikely]] {
-        if (MaJakiesRef()) { // an error kept the end of life from its last step
-            TPierwszyBlad pominiety;
-            pominiety.Wykonaj([this] { ZwolnijReferencje(); });
-        }
-        std::free(odwolania_);
+    if (MaJakiesRef()) [[unlikely]] { // an error kept the end of life from its last step
+        TPierwszyBlad pominiety;
+        pominiety.Wykonaj([this] { ZwolnijReferencje(); });
     }
 }
 
@@ -56,7 +50,7 @@ void TObiektBazowy::WykonajDestrukcje() {
         return;
     zakonczony_ = true;
     kontrola_.Zakoncz(*this);
-    TOdczytywaczDanych::Zapomnij(*this);
+    TPrzejscie::Zapomnij(*this);
     const auto kontekst = [this](EKomunikat numer) {
         return [this, numer](std::u16string_view komunikat) {
             return FormatujBezWyjatku(Komunikat(numer), {NazwaKlasy(), DajSciezkeDoSiebie(), komunikat});
@@ -216,16 +210,7 @@ std::u16string TObiektBazowy::DajSciezkeDoSiebie(const TObiektBazowy* korzen) co
 
 // --- incoming references
 
-bool TObiektBazowy::JestRefOd(const TPole* pole, int& gdzie) const noexcept {
-    if (odwolania_ == nullptr) {
-        gdzie = 0;
-        return false;
-    }
-    TPole** koniec = odwolania_->pola + odwolania_->ile;
-    TPole** miejsce = std::lower_bound(odwolania_->pola, koniec, pole, std::less<>());
-    gdzie = static_cast<int>(miejsce - odwolania_->pola);
-    return miejsce != koniec && *miejsce == pole;
-}
+bool TObiektBazowy::JestRefOd(const TPole* pole, int& gdzie) const noexcept { return odwolania_.Znajdz(pole, gdzie); }
 
 bool TObiektBazowy::MaRefOd(const TPole* pole) const noexcept {
     int gdzie = 0;
@@ -233,39 +218,17 @@ bool TObiektBazowy::MaRefOd(const TPole* pole) const noexcept {
 }
 
 void TObiektBazowy::DodajRefOd(TPole* pole) {
-    int gdzie = 0;
-    if (pole == nullptr || JestRefOd(pole, gdzie))
-        return;
-    const int ile = odwolania_ == nullptr ? 0 : odwolania_->ile;
-    if (odwolania_ == nullptr || ile == odwolania_->pojemnosc) {
-        const int nowa = ile == 0 ? 1 : 2 * ile;
-        const std::size_t rozmiar = offsetof(TOdwolania, pola) + static_cast<std::size_t>(nowa) * sizeof(TPole*);
-        auto* blok = static_cast<TOdwolania*>(std::realloc(odwolania_, rozmiar));
-        if (blok == nullptr)
-            throw std::bad_alloc();
-        odwolania_ = blok;
-        odwolania_->ile = ile;
-        odwolania_->pojemnosc = nowa;
-    }
-    std::memmove(odwolania_->pola + gdzie + 1, odwolania_->pola + gdzie,
-                 static_cast<std::size_t>(ile - gdzie) * sizeof(TPole*));
-    odwolania_->pola[gdzie] = pole;
-    ++odwolania_->ile;
+    if (pole != nullptr)
+        odwolania_.Dodaj(pole);
 }
 
-void TObiektBazowy::ZwolnijRefOd(TPole* pole) {
-    int gdzie = 0;
-    if (!JestRefOd(pole, gdzie))
-        return;
-    --odwolania_->ile;
-    std::memmove(odwolania_->pola + gdzie, odwolania_->pola + gdzie + 1,
-                 static_cast<std::size_t>(odwolania_->ile - gdzie) * sizeof(TPole*));
-}
+void TObiektBazowy::ZwolnijRefOd(TPole* pole) { odwolania_.Usun(pole); }
 
 void TObiektBazowy::ZwolnijReferencje() {
+    TPrzejscie::ZarejestrujOdlozone();
     TPierwszyBlad blad;
     while (MaJakiesRef()) {
-        TPole* pole = odwolania_->pola[--odwolania_->ile];
+        TPole* pole = odwolania_.ZdejmijOstatni();
         blad.Wykonaj([&] { pole->ZerujRefDo(this); });
     }
     blad.Rzuc();
@@ -332,21 +295,6 @@ std::int32_t TObiektBazowy::PorownajOproczPol(const TObiektBazowy& inny, TArgume
     return WykonajPorownOproczPol(inny, pola, wlasny);
 }
 
-namespace {
-
-// The top of a copy: whatever happens, no pointer of the copy stays half registered.
-template <class F> void KopiujJakoKorzen(TKopierDanych& kopier, const F& kopiuj) {
-    try {
-        kopiuj();
-        kopier.PrzepnijReferencje();
-    } catch (...) {
-        kopier.ZarejestrujPoBledzie();
-        throw;
-    }
-}
-
-} // namespace
-
 void TObiektBazowy::KopiujZ(const TPole& zrodlo, TKopierDanych& kopier) {
     TPole::KopiujDane(zrodlo, &kopier);
     const TPoziom poziom(kopier.Zagniezdzenie, *this);
@@ -372,10 +320,11 @@ void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
         KopiujDane(*osobno);
         return;
     }
-    TKopierDanych wlasny;
     const TBlokadaObiektu blokada(*this);
     const TBlokadaObiektu blokadaZrodla(obiekt);
-    KopiujJakoKorzen(wlasny, [&] { KopiujZ(zrodlo, wlasny); });
+    TKopierDanych wlasny; // goes before the locks do: after an error it still registers references
+    KopiujZ(zrodlo, wlasny);
+    wlasny.PrzepnijReferencje();
 }
 
 void TObiektBazowy::KopiujDanePrzodkow(const TObiektBazowy& zrodlo, TKopierDanych* kopier) {
@@ -392,7 +341,8 @@ void TObiektBazowy::KopiujDanePrzodkow(const TObiektBazowy& zrodlo, TKopierDanyc
     }
     TKopierDanych wlasny;
     wlasny.TrybKopiowania = tkdPolaPrzodka;
-    KopiujJakoKorzen(wlasny, [&] { KopiujZ(zrodlo, wlasny); });
+    KopiujZ(zrodlo, wlasny);
+    wlasny.PrzepnijReferencje();
 }
 
 TWlasny<TObiektBazowy> TObiektBazowy::TworzInstancje(TObiektBazowy* wlasciciel) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ztok/fields/TPole.h"
+#include "ztok/kernel/TOdwolania.h"
 #include "ztok/platform/Kontrolowane.h"
 
 namespace ztok {
@@ -115,7 +116,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] bool MaRefOd(const TPole* pole) const noexcept;
     // Whether the field is recorded; the position, or the one to insert at.
     [[nodiscard]] bool JestRefOd(const TPole* pole, int& gdzie) const noexcept;
-    [[nodiscard]] bool MaJakiesRef() const noexcept { return odwolania_ != nullptr && odwolania_->ile > 0; }
+    [[nodiscard]] bool MaJakiesRef() const noexcept { return !odwolania_.Puste(); }
     // Clears every field that refers to this object, from the highest address to the lowest. All of them, even when one
     // raises; the first error is raised at the end.
     void ZwolnijReferencje();
@@ -235,12 +236,6 @@ class ZTOK_API TObiektBazowy : public TPole {
     friend class TOdczytywaczDanych;
     friend struct TPrzydzial;
 
-    struct TOdwolania { // growable array behind one pointer: most objects have no incoming reference
-        int ile;
-        int pojemnosc;
-        TPole* pola[1];
-    };
-
     // One step of a copy: the copier is told, and the class does its part one level deeper.
     void KopiujZ(const TPole& zrodlo, TKopierDanych& kopier);
     // Told once by Utworz and the virtual constructors, with the class's ECechyKlasy.
@@ -255,7 +250,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     void Odlacz() noexcept override;
     [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
 
-    TOdwolania* odwolania_ = nullptr;
+    TOdwolania odwolania_;
     // Threads that are about to lock the object read the first two bits, which nobody changes once it is made; so the
     // bits that change have a byte of their own, behind the one between.
     bool bezBlokady_ : 1 = false;   // known to lock nothing: no virtual call

@@ -307,16 +307,11 @@ template <class F> void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, TKopierD
         kopiuj(*kopier);
         return;
     }
-    TKopierDanych wlasny;
     const TBlokadaObiektu blokada(cel);
     const TBlokadaObiektu blokadaZrodla(zrodlo);
-    try {
-        kopiuj(wlasny);
-        wlasny.PrzepnijReferencje();
-    } catch (...) {
-        wlasny.ZarejestrujPoBledzie();
-        throw;
-    }
+    TKopierDanych wlasny; // goes before the locks do: after an error it still registers references
+    kopiuj(wlasny);
+    wlasny.PrzepnijReferencje();
 }
 
 } // namespace

@@ -18,15 +18,17 @@ void TIndeksWskaznikow::Wstaw(std::size_t pozycja) const noexcept {
             tablica_[i] = static_cast<std::uint32_t>(pozycja + 1);
             return;
         }
-        if (lista_[tablica_[i] - 1] == lista_[pozycja])
+        if (lista_[tablica_[i] - 1] == lista_[pozycja]) {
+            powtorki_ = true;
             return; // the first position stays
+        }
     }
 }
 
 bool TIndeksWskaznikow::Zindeksuj() const noexcept {
     if (2 * lista_.size() > tablica_.size()) {
         try {
-            tablica_.assign(std::bit_ceil(4 * lista_.size()), 0);
+            tablica_.assign(std::bit_ceil(2 * lista_.size()), 0);
         } catch (...) {
             tablica_.clear();
             zindeksowane_ = 0;
@@ -34,8 +36,9 @@ bool TIndeksWskaznikow::Zindeksuj() const noexcept {
         }
         zindeksowane_ = 0;
     }
-    while (zindeksowane_ < lista_.size())
-        Wstaw(zindeksowane_++);
+    for (; zindeksowane_ < lista_.size(); ++zindeksowane_)
+        if (lista_[zindeksowane_] != nullptr)
+            Wstaw(zindeksowane_);
     return true;
 }
 
@@ -49,10 +52,20 @@ std::size_t TIndeksWskaznikow::Znajdz(const void* wskaznik) const noexcept {
     return lista_.size();
 }
 
+void TIndeksWskaznikow::Usun(const void* wskaznik) noexcept {
+    const std::size_t gdzie = Znajdz(wskaznik);
+    if (gdzie == lista_.size())
+        return;
+    lista_[gdzie] = nullptr;
+    if (powtorki_ || zindeksowane_ != lista_.size()) // the table knows the first one only
+        std::replace(lista_.begin(), lista_.end(), wskaznik, static_cast<const void*>(nullptr));
+}
+
 void TIndeksWskaznikow::Zeruj() noexcept {
     lista_.clear();
     tablica_.clear();
     zindeksowane_ = 0;
+    powtorki_ = false;
 }
 
 } // namespace ztok

@@ -120,18 +120,13 @@ template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow
         return;
     cel.WyrownajDoListy(zrodlo, false);
     TKopierDanych kopier;
-    try {
-        for (std::int32_t i = 0; i < cel.IleObiektow(); ++i) {
-            TObiektBazowy* dokad = cel.Obiekty(i);
-            const TObiektBazowy* skad = zrodlo.Obiekty(i);
-            if (dokad != nullptr && skad != nullptr && dokad->Klasa()->Ma(ckObiekt) && skad->Klasa()->Ma(ckObiekt))
-                kopiuj(static_cast<TObiekt&>(*dokad), static_cast<const TObiekt&>(*skad), kopier);
-        }
-        kopier.PrzepnijReferencje();
-    } catch (...) {
-        kopier.ZarejestrujPoBledzie();
-        throw;
+    for (std::int32_t i = 0; i < cel.IleObiektow(); ++i) {
+        TObiektBazowy* dokad = cel.Obiekty(i);
+        const TObiektBazowy* skad = zrodlo.Obiekty(i);
+        if (dokad != nullptr && skad != nullptr && dokad->Klasa()->Ma(ckObiekt) && skad->Klasa()->Ma(ckObiekt))
+            kopiuj(static_cast<TObiekt&>(*dokad), static_cast<const TObiekt&>(*skad), kopier);
     }
+    kopier.PrzepnijReferencje();
 }
 
 } // namespace
@@ -184,10 +179,19 @@ std::int32_t TListaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDa
 
 void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     const TListaBazowa& lista = JakoLista(zrodlo);
-    WyrownajDoListy(lista, false);
-    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+    // Each new item is made just before its content, next to which it then stands in memory.
+    const bool poKolei = lista.IleObiektow() > FIleObiektow && !Klasa()->Ma(ckWlasneWyrownanie);
+    if (poKolei)
+        UstawPojemnosc(lista.IleObiektow());
+    else
+        WyrownajDoListy(lista, false);
+    const TKlasa* nowe = poKolei ? &KlasaElementu() : nullptr;
+    for (std::int32_t i = 0; i < FIleObiektow || (nowe != nullptr && i < lista.IleObiektow()); ++i) {
+        if (i == FIleObiektow)
+            DodajNowy(*nowe, MaxInt);
         if (FObiekty[i] != nullptr && lista.Obiekty(i) != nullptr)
             FObiekty[i]->KopiujDane(*lista.Obiekty(i), &kopier);
+    }
 }
 
 void TListaObiektow::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {

@@ -321,7 +321,8 @@ void TListaRefObiektow::ZerujDane() {
 
 void TListaRefObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     TListaWskObiektow::WykonajKopiowanie(zrodlo, kopier);
-    // At once, not when the copier re-points: until then the copy may free what the list points at.
+    if (kopier.Odklada(*this))
+        return; // the copier registers each with what it points at in the end
     const std::int32_t ile = std::exchange(FIleObiektow, 0);
     while (FIleObiektow < ile) {
         if (FObiekty[FIleObiektow] != nullptr)

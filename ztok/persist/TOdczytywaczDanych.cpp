@@ -1,7 +1,6 @@
 #include "ztok/persist/TOdczytywaczDanych.h"
 
 #include <algorithm>
-#include <atomic>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -18,10 +17,6 @@
 namespace ztok {
 
 namespace {
-
-// Readers that run: how many in the process, and the innermost of this thread.
-std::atomic<int> czynneOdczyty{0};
-ZTOK_TLS_BLISKI constinit thread_local TOdczytywaczDanych* biezacyOdczyt = nullptr;
 
 // What a text may grow by before more of it has been read, for a stream that cannot tell how much is left.
 constexpr std::size_t kKrokTekstu = 64UL * 1024UL;
@@ -46,39 +41,24 @@ void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica) {
 }
 
 TOdczytywaczDanych::TOdczytywaczDanych(bool odczytANSI, const TLimityOdczytu& limity)
-    : FOdczytANSI(odczytANSI), limity_(limity), poprzedni_(biezacyOdczyt) {
+    : FOdczytANSI(odczytANSI), limity_(limity) {
     Zagniezdzenie.granica = limity.zaglebienie;
-    biezacyOdczyt = this;
-    czynneOdczyty.fetch_add(1, std::memory_order_relaxed);
 }
 
-TOdczytywaczDanych::~TOdczytywaczDanych() {
-    TOdczytywaczDanych** wskaznik = &biezacyOdczyt;
-    while (*wskaznik != this && *wskaznik != nullptr)
-        wskaznik = &(*wskaznik)->poprzedni_;
-    if (*wskaznik == this)
-        *wskaznik = poprzedni_;
-    czynneOdczyty.fetch_sub(1, std::memory_order_relaxed);
-}
+TOdczytywaczDanych::~TOdczytywaczDanych() = default;
 
-bool TOdczytywaczDanych::CzyKtosCzyta() noexcept { return czynneOdczyty.load(std::memory_order_relaxed) != 0; }
-
-void TOdczytywaczDanych::ZapomnijWCzynnych(const TPole& pole) noexcept {
+void TOdczytywaczDanych::ZgubPole(const TPole& pole) noexcept {
     // An object that no reader has numbered, such as a hook's temporary one, needs no search.
     const std::uint32_t cechy = pole.Klasa()->cechy;
     const bool obiekt = (cechy & ckObiektBazowy) != 0;
     if (obiekt && !static_cast<const TObiektBazowy&>(pole).odczytany_)
         return;
-    for (TOdczytywaczDanych* o = biezacyOdczyt; o != nullptr; o = o->poprzedni_) {
-        if (obiekt)
-            if (auto* wpis =
-                    ZnajdzWpis(o->OdczObiekty, o->ostatniObiekt_, [&pole](const TPole* p) { return p == &pole; }))
-                *wpis = nullptr;
-        if ((cechy & (ckPoleWsk | ckListaWsk)) != 0)
-            if (auto* wpis =
-                    ZnajdzWpis(o->OdczRef, o->ostatniRef_, [&pole](const TWpisRef& w) { return w.pole == &pole; }))
-                wpis->pole = nullptr;
-    }
+    if (obiekt)
+        if (auto* wpis = ZnajdzWpis(OdczObiekty, ostatniObiekt_, [&pole](const TPole* p) { return p == &pole; }))
+            *wpis = nullptr;
+    if ((cechy & (ckPoleWsk | ckListaWsk)) != 0)
+        if (auto* wpis = ZnajdzWpis(OdczRef, ostatniRef_, [&pole](const TWpisRef& w) { return w.pole == &pole; }))
+            wpis->pole = nullptr;
 }
 
 void TOdczytywaczDanych::OdczytywanoPole(TPole& pole) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ztok/kernel/TPrzejscie.h"
 #include "ztok/persist/TLimityOdczytu.h"
 #include "ztok/platform/Eksport.h"
 #include "ztok/util/Zagniezdzenie.h"
@@ -24,12 +25,12 @@ class TTekstPola;
 // Object number N is the Nth object whose reading began. Pointer fields and lists stay null or empty while the reader
 // runs; their numbers stand here until KorygujReferencje resolves them. A field or object that dies meanwhile takes its
 // entry along. One reader serves one read, on one thread.
-class ZTOK_API TOdczytywaczDanych {
+class ZTOK_API TOdczytywaczDanych : private TPrzejscie {
   public:
     explicit TOdczytywaczDanych(bool odczytANSI = false, const TLimityOdczytu& limity = {});
     TOdczytywaczDanych(const TOdczytywaczDanych&) = delete;
     TOdczytywaczDanych& operator=(const TOdczytywaczDanych&) = delete;
-    virtual ~TOdczytywaczDanych();
+    ~TOdczytywaczDanych() override;
 
     // Every field reports itself here before it is read. A reader that only numbers objects need not hear of scalars:
     // see ChceKazdePole.
@@ -83,12 +84,6 @@ class ZTOK_API TOdczytywaczDanych {
     bool BladNieznanejKlasy = false; // an unknown class name in a collection is an error; else the entry is passed over
     TLicznikZagniezdzenia Zagniezdzenie;
 
-    // An object or pointer field that dies tells every reader that runs on this thread.
-    static void Zapomnij(const TPole& pole) noexcept {
-        if (CzyKtosCzyta())
-            ZapomnijWCzynnych(pole);
-    }
-
   protected:
     [[noreturn]] static void BladLimitu(std::u16string_view limit, std::int64_t wartosc);
 
@@ -106,8 +101,7 @@ class ZTOK_API TOdczytywaczDanych {
   private:
     friend class TObiektBazowy;
 
-    static bool CzyKtosCzyta() noexcept;
-    static void ZapomnijWCzynnych(const TPole& pole) noexcept;
+    void ZgubPole(const TPole& pole) noexcept override;
     [[nodiscard]] TObiektBazowy* ObiektONumerze(std::uint32_t numer) const noexcept;
 
     TLimityOdczytu limity_;
@@ -115,7 +109,6 @@ class ZTOK_API TOdczytywaczDanych {
     bool kazdePole_ = true;
     std::size_t ostatniObiekt_ = 0; // places of those that died last
     std::size_t ostatniRef_ = 0;
-    TOdczytywaczDanych* poprzedni_; // readers that run on this thread
 };
 
 } // namespace ztok

@@ -10,6 +10,8 @@
 
 namespace ztok {
 
+class TListaBazowa;
+class TListaObiektow;
 class TObiekt;
 
 // The class reference of a type, as a function whose address is a constant in every module.
@@ -105,6 +107,13 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
             cechy |= ckWlasneNazwyPol;
         if constexpr (!requires { requires std::is_same_v<decltype(&T::ZerujDane), void (TObiekt::*)()>; })
             cechy |= ckWlasneZerowanie;
+    }
+    if constexpr ((T::CechyKlasy & ckListaObiektow) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::WyrownajDoListy),
+                                                  void (TListaObiektow::*)(const TListaBazowa&, bool)>;
+                      })
+            cechy |= ckWlasneWyrownanie;
     }
     return cechy;
 }
