@@ -331,7 +331,7 @@ bool TObiektBazowy::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter 
                     return false; // what is not there has no features
                 }
             } else if (!const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola) ||
-                       !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
+                       obiekt == nullptr || !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
                 return false;
         } else {
             ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});
@@ -367,7 +367,7 @@ std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, co
         return lista == nullptr ? 1 : lista->PorPoleONazwieZCecha(dalej, cecha, rozmLiter, localeID);
     TObiektBazowy* obiekt = nullptr;
     int nrPola = CalyObiekt;
-    if (CelSciezki(u"PorPoleONazwieZCecha", sciezka, obiekt, nrPola))
+    if (CelSciezki(u"PorPoleONazwieZCecha", sciezka, obiekt, nrPola) && obiekt != nullptr)
         return obiekt->PorPoleNrZCecha(nrPola, cecha, rozmLiter, localeID);
     // Nothing there: compared as the default value of the field that the classes declare.
     const TKlasa* klasa = nullptr;
