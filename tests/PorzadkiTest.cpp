@@ -101,7 +101,7 @@ TEST(Porzadki, Teksty) {
         static constexpr std::u16string_view znaki = u"aAąĄzŹż_-'1 bßsłŁ";
         std::u16string t;
         for (std::uint64_t n = los(), ile = n % 6; ile > 0; --ile)
-            t += znaki[(n /= 7, n) % znaki.size()];
+            t += znaki[static_cast<std::size_t>((n /= 7, n) % znaki.size())];
         return t;
     };
     for (const bool bez : {false, true}) {

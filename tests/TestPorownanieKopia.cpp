@@ -190,6 +190,7 @@ TEST(Porownanie, OpcjePorownywacza) {
     TPorownywaczDanych bezChwilowych = Porownywacz(rpBezChwilowych);
     EXPECT_EQ(a->Porownaj(*b, &wszystkie), 1);
     EXPECT_EQ(a->Porownaj(*b, &bezChwilowych), 0);
+    EXPECT_EQ(a->PorownajOproczPol(*b, {}, rlRozmLiterWazny, LocaleWin1250, &bezChwilowych), 0);
     // Targets by their place, or by what they hold.
     TWszystko ta;
     TWszystko tb;

@@ -212,10 +212,11 @@ TEST_F(Sciezki, DowolnyElement) {
                 Blad([&] { jest = obiekt.PorPoleONazwieZCecha(sciezka, cecha, kWazny, LocaleWin1250); });
             EXPECT_EQ(jest, wynik);
             EXPECT_EQ(blad.find(u"PorPoleONazwieZCecha: Błędna ścieżka : ") == 0, wynik == 9);
-            EXPECT_EQ(obiekt.MaCechy(TArg{sciezka}, TArg{cecha}, kWazny), wynik == 0);
+            EXPECT_EQ(obiekt.MaCechy(TArg{TArgument(sciezka)}, TArg{TArgument(cecha)}, kWazny), wynik == 0);
             if (wynik != 9) {
                 EXPECT_EQ(obiekt.PoleMaCeche(sciezka, cecha, kWazny), wynik == 0);
-                EXPECT_EQ(obiekt.PorownajCechy(TArg{sciezka}, TArg{cecha}, kWazny, LocaleWin1250), wynik);
+                EXPECT_EQ(obiekt.PorownajCechy(TArg{TArgument(sciezka)}, TArg{TArgument(cecha)}, kWazny, LocaleWin1250),
+                          wynik);
             }
             EXPECT_EQ(obiekt.SciezkaIstnieje(sciezka), wynik != 9 && sciezka.find(u'?') == std::u16string_view::npos);
         }
