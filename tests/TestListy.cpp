@@ -137,14 +137,14 @@ class TChod {
                 std::swap(m.elementy[a], m.elementy[b]);
             }
             break;
-        case 3: // of equal elements the first stays
-            EXPECT_EQ(l.UsunDuplikaty(Z(2) == 0 ? TArg{0} : TArg{}, kWazny),
-                      m.UsunNiektore(m.Ktore([](const TModel& x, std::int32_t i) {
-                          return std::any_of(x.elementy.begin(), x.elementy.begin() + i,
-                                             [&](const TKlucz* o) { return o->GetKlucz() == x.Klucz(i); });
-                      }),
-                                     false));
+        case 3: { // of equal elements the first stays
+            const auto ktore = m.Ktore([](const TModel& x, std::int32_t i) {
+                return std::any_of(x.elementy.begin(), x.elementy.begin() + i,
+                                   [&](const TKlucz* o) { return o->GetKlucz() == x.Klucz(i); });
+            });
+            EXPECT_EQ(l.UsunDuplikaty(Z(2) == 0 ? TArg{0} : TArg{}, kWazny), m.UsunNiektore(ktore, false));
             break;
+        }
         case 4:
         case 5: {
             const auto klucz = static_cast<int>(Z(12));
