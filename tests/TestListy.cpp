@@ -14,6 +14,8 @@ namespace {
 using namespace ztok;
 using probki::TAdres;
 using probki::TListaAdresow;
+using TArg = std::vector<TArgument>;
+constexpr TRozmiarLiter kWazny = rlRozmLiterWazny;
 using testy::Blad;
 using testy::Zglasza;
 
@@ -37,6 +39,14 @@ struct TModel {
     std::int32_t pojemnosc = 0;
 
     [[nodiscard]] std::int32_t Ile() const { return static_cast<std::int32_t>(elementy.size()); }
+    [[nodiscard]] int Klucz(std::int32_t i) const { return elementy[static_cast<std::size_t>(i)]->GetKlucz(); }
+    template <class F> [[nodiscard]] std::set<std::int32_t> Ktore(const F& wybrany) const {
+        std::set<std::int32_t> ktore;
+        for (std::int32_t i = 0; i < Ile(); ++i)
+            if (wybrany(*this, i))
+                ktore.insert(i);
+        return ktore;
+    }
     void Dodaj(TKlucz* o, std::int32_t gdzie) {
         if (Ile() == pojemnosc)
             pojemnosc += pojemnosc > 128 ? pojemnosc / 8 : pojemnosc >= 9 ? 16 : 4;
@@ -128,42 +138,31 @@ class TChod {
             }
             break;
         case 3: { // of equal elements the first stays
-            const bool wgPola = Z(2) == 0;
-            std::set<std::int32_t> ktore;
-            std::set<std::int32_t> klucze;
-            for (std::int32_t i = 0; i < n; ++i)
-                if (!klucze.insert(Klucz(m, i)).second)
-                    ktore.insert(i);
-            static const TArgument pole = 0;
-            EXPECT_EQ(l.UsunDuplikaty(wgPola ? TArgumenty(&pole, 1) : TArgumenty(), rlRozmLiterWazny),
-                      m.UsunNiektore(ktore, false));
+            const auto ktore = m.Ktore([](const TModel& x, std::int32_t i) {
+                return std::any_of(x.elementy.begin(), x.elementy.begin() + i,
+                                   [&](const TKlucz* o) { return o->GetKlucz() == x.Klucz(i); });
+            });
+            EXPECT_EQ(l.UsunDuplikaty(Z(2) == 0 ? TArg{0} : TArg{}, kWazny), m.UsunNiektore(ktore, false));
             break;
         }
         case 4:
         case 5: {
             const auto klucz = static_cast<int>(Z(12));
             const bool oprocz = Z(6) == 0;
-            std::set<std::int32_t> ktore;
-            for (std::int32_t i = 0; i < n; ++i)
-                if ((Klucz(m, i) == klucz) != oprocz)
-                    ktore.insert(i);
-            const TArgument pole = 0;
-            const TArgument wartosc = klucz;
-            EXPECT_EQ(oprocz ? l.UsunObiektyOprocz({&pole, 1}, {&wartosc, 1}, rlRozmLiterWazny)
-                             : l.UsunObiekty({&pole, 1}, {&wartosc, 1}, rlRozmLiterWazny),
+            const auto ktore =
+                m.Ktore([&](const TModel& x, std::int32_t i) { return (x.Klucz(i) == klucz) != oprocz; });
+            EXPECT_EQ(oprocz ? l.UsunObiektyOprocz(TArg{0}, TArg{klucz}, kWazny)
+                             : l.UsunObiekty(TArg{0}, TArg{klucz}, kWazny),
                       m.UsunNiektore(ktore, false));
             break;
         }
         case 6: { // every occurrence from a pointer list, one from an owning list
             const auto te = Utworz<TListaWskObiektow>();
-            std::set<std::int32_t> ktore;
-            for (int i = 0; n > 0 && i < 3; ++i) {
-                const auto wybrany = static_cast<std::int32_t>(Z(static_cast<std::uint32_t>(n)));
-                te->DodajObiekt(l.Obiekty(wybrany), MaxInt);
-                for (std::int32_t j = 0; j < n; ++j)
-                    if (l.Obiekty(j) == l.Obiekty(wybrany))
-                        ktore.insert(j);
-            }
+            for (int i = 0; n > 0 && i < 3; ++i)
+                te->DodajObiekt(l.Obiekty(static_cast<std::int32_t>(Z(static_cast<std::uint32_t>(n)))), MaxInt);
+            const auto ktore = m.Ktore([&](const TModel& x, std::int32_t i) {
+                return te->ZnajdzObiekt(x.elementy[static_cast<std::size_t>(i)]) >= 0;
+            });
             EXPECT_EQ(l.UsunTeObiekty(*te, zachowaj), m.UsunNiektore(ktore, zachowaj));
             break;
         }
@@ -196,9 +195,8 @@ class TChod {
             const TKlucz* wzor = m.elementy[Z(static_cast<std::uint32_t>(n))];
             const bool tresc = Z(2) == 0;
             std::int32_t i = n - 1;
-            while (tresc ? Klucz(m, i) != wzor->GetKlucz() : m.elementy[static_cast<std::size_t>(i)] != wzor)
+            while (tresc ? m.Klucz(i) != wzor->GetKlucz() : m.elementy[static_cast<std::size_t>(i)] != wzor)
                 --i;
-            EXPECT_EQ(l.ZnajdzObiekt(m.elementy[static_cast<std::size_t>(i)]) >= i, true);
             TKlucz* o = m.Usun(i, false);
             EXPECT_EQ(tresc ? l.UsunTakiObiekt(*wzor, false) : l.UsunTenObiekt(wzor, false), o);
             Oddany(o);
@@ -254,9 +252,6 @@ class TChod {
         return rodzaj_ == TRodzajListy::Wlasna || rodzaj_ == TRodzajListy::Kolekcja;
     }
     std::uint32_t Z(std::uint32_t ile) { return static_cast<std::uint32_t>(los_() % ile); }
-    static std::int32_t Klucz(const TModel& m, std::int32_t i) {
-        return m.elementy[static_cast<std::size_t>(i)]->GetKlucz();
-    }
     TWlasny<TKlucz> Nowy() {
         TWlasny<TKlucz> o = Utworz<TKlucz>();
         o->SetKlucz(static_cast<int>(Z(12)));
@@ -342,66 +337,45 @@ class Listy : public testing::Test {
             wynik.push_back(static_cast<const TKlucz*>(o)->GetKlucz());
         return wynik;
     }
+    using V = std::vector<int>;
     TWlasny<TListaKluczy> lista_;
 };
 
-TEST_F(Listy, PojemnoscRosnieIMalejeStalymiKrokami) {
-    std::vector<std::int32_t> pojemnosci;
-    const auto wsk = Utworz<TListaWskObiektow>();
+TEST_F(Listy, EnumeratoryIKrokiPojemnosci) {
+    std::vector<std::int32_t> pojemnosci = {0};
+    TListaWskObiektow wsk;
     for (int i = 0; i < 200; ++i) {
-        wsk->DodajObiekt(lista_.get(), MaxInt);
-        if (pojemnosci.empty() || pojemnosci.back() != wsk->Pojemnosc())
-            pojemnosci.push_back(wsk->Pojemnosc());
+        wsk.DodajObiekt(lista_.get(), MaxInt);
+        if (pojemnosci.back() != wsk.Pojemnosc())
+            pojemnosci.push_back(wsk.Pojemnosc());
     }
-    EXPECT_EQ(pojemnosci, (std::vector<std::int32_t>{4, 8, 12, 28, 44, 60, 76, 92, 108, 124, 140, 157, 176, 198, 222}));
-    wsk->SkrocListe(40, false);
-    EXPECT_EQ(wsk->Pojemnosc(), 40);
-    pojemnosci.clear();
-    while (!wsk->ListaPusta()) {
-        wsk->UsunObiekt(0, false, false);
-        if (wsk->Pojemnosc() != (pojemnosci.empty() ? 40 : pojemnosci.back())) {
-            EXPECT_EQ(wsk->IleObiektow(), 29);
-            pojemnosci.push_back(wsk->Pojemnosc());
-        }
-    }
-    EXPECT_EQ(pojemnosci, std::vector<std::int32_t>{32});
-    wsk->SkrocListe(10, false); // also upwards
-    EXPECT_EQ(wsk->Pojemnosc(), 10);
-    EXPECT_EQ(wsk->IleObiektow(), 0);
-}
-
-TEST_F(Listy, Enumeratory) {
+    EXPECT_EQ(pojemnosci, (V{0, 4, 8, 12, 28, 44, 60, 76, 92, 108, 124, 140, 157, 176, 198, 222}));
     Wypelnij({1, 2, 3, 4, 5});
-    std::vector<int> kolejnosc;
-    for (TKlucz* o : *lista_)
-        kolejnosc.push_back(o->GetKlucz());
-    EXPECT_EQ(kolejnosc, (std::vector<int>{1, 2, 3, 4, 5}));
-    kolejnosc.clear();
+    EXPECT_EQ(Klucze(*lista_), (V{1, 2, 3, 4, 5}));
+    V kolejnosc;
     for (TObiektBazowy* o : lista_->ListaOdKonca()) { // each is met once while the loop removes it
         kolejnosc.push_back(static_cast<TKlucz*>(o)->GetKlucz());
         lista_->UsunTenObiekt(o, true);
     }
-    EXPECT_EQ(kolejnosc, (std::vector<int>{5, 4, 3, 2, 1}));
-    EXPECT_TRUE(lista_->ListaPusta());
+    EXPECT_EQ(kolejnosc, (V{5, 4, 3, 2, 1}));
     Wypelnij({1, 2, 3, 4, 5, 6, 7, 8});
     TEnumListaBazowaOdKonca e = lista_->ListaOdKonca().GetEnumerator();
     ASSERT_TRUE(e.MoveNext());
     lista_->SkrocListe(3, false); // the list shrinks under the enumerator
-    std::vector<int> reszta;
-    while (e.MoveNext())
-        reszta.push_back(static_cast<TKlucz*>(e.GetCurrent())->GetKlucz());
-    EXPECT_EQ(reszta, (std::vector<int>{3, 2, 1}));
+    for (const int klucz : {3, 2, 1}) {
+        ASSERT_TRUE(e.MoveNext());
+        EXPECT_EQ(static_cast<TKlucz*>(e.GetCurrent())->GetKlucz(), klucz);
+    }
+    EXPECT_FALSE(e.MoveNext());
     TEnumListaObiektow<TKlucz> naprzod = lista_->GetEnumerator();
     EXPECT_EQ(naprzod.GetCurrent(), nullptr);
     while (naprzod.MoveNext())
         EXPECT_NE(naprzod.GetCurrent(), nullptr);
-    EXPECT_FALSE(naprzod.MoveNext());
     EXPECT_EQ(naprzod.GetCurrent(), (*lista_)[2]);
 }
 
 TEST_F(Listy, WyszukiwanieLiniowe) {
     Wypelnij({7, 1, 7, 2, 7});
-    const TArgument pole = 0;
     struct {
         bool inny;
         int klucz;
@@ -417,79 +391,42 @@ TEST_F(Listy, WyszukiwanieLiniowe) {
         {false, 2, rwOdKonca, 2, false, -1},      {true, 7, static_cast<TRodzajWyszukiwania>(2), MaxInt, false, 77},
     };
     for (const auto& t : tabela) {
-        const TArgument wartosc = t.klucz;
+        const TArg klucz = {t.klucz};
         std::int32_t gdzie = 77;
-        EXPECT_EQ(t.inny ? lista_->JestInnyObiekt({&pole, 1}, {&wartosc, 1}, gdzie, rlRozmLiterWazny, t.jak, t.od)
-                         : lista_->JestObiekt({&pole, 1}, {&wartosc, 1}, gdzie, rlRozmLiterWazny, t.jak, t.od),
+        EXPECT_EQ(t.inny ? lista_->JestInnyObiekt(TArg{0}, klucz, gdzie, kWazny, t.jak, t.od)
+                         : lista_->JestObiekt(TArg{0}, klucz, gdzie, kWazny, t.jak, t.od),
                   t.jest);
         EXPECT_EQ(gdzie, t.gdzie) << t.klucz << " " << t.od;
     }
+    EXPECT_TRUE(lista_->JestInnyObiekt(TArg{0}, TArg{7}));
     const auto wzor = Utworz<TKlucz>();
     wzor->SetKlucz(7);
     wzor->SetNazwa(u"inna");
     std::int32_t gdzie = 0;
-    EXPECT_TRUE(lista_->JestObiektTakiJak(*wzor, {&pole, 1}, gdzie));
+    EXPECT_TRUE(lista_->JestObiektTakiJak(*wzor, TArg{0}, gdzie));
     EXPECT_EQ(gdzie, 4);
     EXPECT_FALSE(lista_->JestTakiObiekt(*wzor, gdzie, rwOdPoczatku));
     EXPECT_EQ(gdzie, 5);
-    EXPECT_EQ(lista_->DopiszObiektGdyBrak(wzor.get(), {&pole, 1}, rlRozmLiterWazny), (*lista_)[4]);
-    EXPECT_EQ(lista_->ZnajdzObiekt(wzor.get()), -1);
+    EXPECT_EQ(lista_->DopiszObiektGdyBrak(wzor.get(), TArg{0}, kWazny), (*lista_)[4]);
     // A value of 0 and a field that was never written are the same; so are letters, when case does not count.
     lista_->Dopisz().SetNazwa(u"ABC");
-    const TArgument pola[] = {0, u"Nazwa"};
-    const TArgument wartosci[] = {0, u"abc"};
-    EXPECT_FALSE(lista_->JestObiekt(pola, wartosci));
-    EXPECT_TRUE(lista_->JestObiekt(pola, wartosci, gdzie, rlRozmLiterNiewazny));
-    EXPECT_EQ(gdzie, 5);
-}
-
-TEST_F(Listy, BisekcjaDajeNajnizszyIndeksLubMiejsce) {
-    const TArgument pole = 0;
-    std::mt19937 los(3);
-    for (int proba = 0; proba < 300; ++proba) {
-        const bool malejaco = proba % 2 == 1;
-        std::vector<int> klucze(los() % 12);
-        for (int& klucz : klucze)
-            klucz = static_cast<int>(los() % 7) * 2;
-        std::sort(klucze.begin(), klucze.end());
-        if (malejaco)
-            std::reverse(klucze.begin(), klucze.end());
-        lista_->ZerujDane();
-        for (const int klucz : klucze)
-            Dodaj(klucz);
-        for (int szukany = -1; szukany <= 13; ++szukany) {
-            const auto miejsce = malejaco ? std::lower_bound(klucze.begin(), klucze.end(), szukany, std::greater<>())
-                                          : std::lower_bound(klucze.begin(), klucze.end(), szukany);
-            const TArgument wartosc = szukany;
-            std::int32_t gdzie = -5;
-            EXPECT_EQ(lista_->WyszukajWgPol({&pole, 1}, {&wartosc, 1}, gdzie, rlRozmLiterWazny,
-                                            malejaco ? rsMalejaco : rsRosnaco),
-                      miejsce != klucze.end() && *miejsce == szukany);
-            EXPECT_EQ(gdzie, miejsce - klucze.begin());
-        }
-    }
+    EXPECT_FALSE(lista_->JestObiekt(TArg{0, u"Nazwa"}, TArg{0, u"abc"}));
+    EXPECT_TRUE(lista_->JestObiekt(TArg{0, u"Nazwa"}, TArg{0, u"abc"}, gdzie, rlRozmLiterNiewazny));
     // Adding what is missing keeps the order; what is there comes back.
     lista_->ZerujDane();
+    std::mt19937 los(3);
     std::set<int> model;
     for (int i = 0; i < 200; ++i) {
         const int klucz = static_cast<int>(los() % 60);
-        const TArgument wartosc = klucz;
-        const bool nowy = model.insert(klucz).second;
-        std::int32_t gdzie = -1;
-        TObiektBazowy* o = lista_->DodajObiektGdyBrak({&pole, 1}, {&wartosc, 1}, rlRozmLiterWazny, rsRosnaco, gdzie);
+        model.insert(klucz);
+        TObiektBazowy* o = lista_->DodajObiektGdyBrak(TArg{0}, TArg{klucz}, kWazny, rsRosnaco, gdzie);
         EXPECT_EQ(lista_->Obiekty(gdzie), o);
         EXPECT_EQ(gdzie, std::distance(model.begin(), model.find(klucz)));
-        EXPECT_EQ(lista_->IleObiektow(), static_cast<std::int32_t>(model.size())) << nowy;
     }
-    EXPECT_EQ(Klucze(*lista_), std::vector<int>(model.begin(), model.end()));
-    const TArgument nazwa = u"Nazwa";
-    const TArgument wartosc = u"dopisana";
-    std::int32_t gdzie = -1;
-    TObiektBazowy* nowy =
-        lista_->DopiszObiektGdyBrak({&nazwa, 1}, {&wartosc, 1}, rlRozmLiterWazny, rwOdPoczatku, gdzie);
-    EXPECT_EQ(lista_->DopiszObiektGdyBrak({&nazwa, 1}, {&wartosc, 1}), nowy);
-    EXPECT_EQ(lista_->ZnajdzObiekt(nowy), lista_->IleObiektow() - 1);
-    EXPECT_EQ(gdzie, lista_->IleObiektow() - 1);
+    EXPECT_EQ(Klucze(*lista_), V(model.begin(), model.end()));
+    TObiektBazowy* nowy = lista_->DopiszObiektGdyBrak(TArg{1}, TArg{u"dopisana"}, kWazny, rwOdPoczatku, gdzie);
+    EXPECT_EQ(lista_->DopiszObiektGdyBrak(TArg{1}, TArg{u"dopisana"}), nowy);
+    EXPECT_EQ(lista_->ZnajdzObiekt(nowy), gdzie);
 }
 
 TEST_F(Listy, ElementWedlugTekstu) {
@@ -497,48 +434,42 @@ TEST_F(Listy, ElementWedlugTekstu) {
     Dodaj(2, u"Jan; Kowalski");
     Dodaj(1, u"Ola");
     Dodaj(3, u"a=b");
-    struct {
-        std::u16string_view opis;
-        std::int32_t indeks; // -1: none
-    } const tabela[] = {{u"Max", 3},
-                        {u"mAX", 3},
-                        {u"0", 0},
-                        {u"3", 3},
-                        {u"4", -1},
-                        {u"-1", -1},
-                        {u"Klucz=1", 2},
-                        {u"KLUCZ=1;", 2},
-                        {u"Klucz=1;nazwa=Ala", 0},
-                        {u"Klucz=2;Nazwa='Jan; Kowalski'", 1},
-                        {u"Nazwa='Jan; Kowalski';Klucz=2", 1},
-                        {u"Nazwa=a=b", 3},
-                        {u"Nazwa='a=b';", 3},
-                        {u"Nazwa=ala", -1},
-                        {u"Klucz=1;tekst bez znaku", 2}, // what follows a final ";" and holds no "=" is ignored
-                        {u"Klucz=", -1},
-                        {u"=5", -1},
-                        {u"Klucz=1;=2", -1},
-                        {u"Klucz=1;Nazwa=", -1},
-                        {u"Nazwa='Ala", -1},
-                        {u"Nazwa='Ala'x", -1},
-                        {u"Nazwa='Ala'x;Klucz=1", -1},
-                        {u"", -1},
-                        {u"Klucz", -1},
-                        {u";", -1},
-                        {u"Nieznane=1", -1},
-                        {u"Klucz=9", -1}};
-    for (const auto& t : tabela)
-        EXPECT_EQ(lista_->DajElemListy(t.opis, false), t.indeks < 0 ? nullptr : lista_->Obiekty(t.indeks))
-            << testing::PrintToString(t.opis);
+    const std::pair<std::u16string_view, std::int32_t> tabela[] = {// index; -1: none
+                                                                   {u"Max", 3},
+                                                                   {u"mAX", 3},
+                                                                   {u"0", 0},
+                                                                   {u"3", 3},
+                                                                   {u"4", -1},
+                                                                   {u"-1", -1},
+                                                                   {u"Klucz=1", 2},
+                                                                   {u"KLUCZ=1;", 2},
+                                                                   {u"Klucz=1;nazwa=Ala", 0},
+                                                                   {u"Klucz=2;Nazwa='Jan; Kowalski'", 1},
+                                                                   {u"Nazwa='Jan; Kowalski';Klucz=2", 1},
+                                                                   {u"Nazwa=a=b", 3},
+                                                                   {u"Nazwa='a=b';", 3},
+                                                                   {u"Nazwa=ala", -1},
+                                                                   {u"Klucz=1;tekst bez znaku", 2},
+                                                                   {u"Klucz=", -1},
+                                                                   {u"=5", -1},
+                                                                   {u"Klucz=1;=2", -1},
+                                                                   {u"Klucz=1;Nazwa=", -1},
+                                                                   {u"Nazwa='Ala", -1},
+                                                                   {u"Nazwa='Ala'x", -1},
+                                                                   {u"Nazwa='Ala'x;Klucz=1", -1},
+                                                                   {u"", -1},
+                                                                   {u"Klucz", -1},
+                                                                   {u";", -1},
+                                                                   {u"Nieznane=1", -1},
+                                                                   {u"Klucz=9", -1}};
+    for (const auto& [opis, indeks] : tabela)
+        EXPECT_EQ(lista_->DajElemListy(opis, false), lista_->Obiekty(indeks)) << testing::PrintToString(opis);
     EXPECT_EQ(Utworz<TListaKluczy>()->DajElemListy(u"Max", true), nullptr);
     const auto* nowy = static_cast<TKlucz*>(lista_->DajElemListy(u"Nazwa='Nowa';Klucz=8", true));
     ASSERT_EQ(nowy, (*lista_)[4]);
     EXPECT_EQ(nowy->GetKlucz(), 8);
     EXPECT_EQ(nowy->GetNazwa(), u"Nowa");
-    EXPECT_EQ(lista_->DajElemListy(u"=5", true), nullptr);
-    EXPECT_EQ(lista_->IleObiektow(), 5);
-    const auto wsk = Utworz<TListaWskObiektow>();
-    EXPECT_EQ(wsk->DajElemListy(u"Klucz=1", true), nullptr); // only a list that makes items creates one
+    EXPECT_EQ(TListaWskObiektow().DajElemListy(u"Klucz=1", true), nullptr); // only a list that makes items creates one
 
     struct {
         std::u16string_view sciezka;
@@ -565,94 +496,79 @@ TEST_F(Listy, ElementWedlugTekstu) {
 
 TEST_F(Listy, JakoPoleWlasciciela) {
     Wypelnij({1, 2, 3});
-    lista_->Dopisz();
-    EXPECT_TRUE(lista_->PoleNiepuste(-1));
-    EXPECT_TRUE(lista_->PoleNiepuste(2));
-    EXPECT_FALSE(lista_->PoleNiepuste(3)); // an element without values
-    EXPECT_FALSE(lista_->PoleNiepuste(4));
-    EXPECT_FALSE(lista_->PoleDoZapisu(3));
-    EXPECT_TRUE(lista_->PoleDoZapisu(0));
+    lista_->Dopisz(); // an element without values
+    const bool niepuste[] = {true, true, true, true, false, false};
+    for (int nr = -1; nr <= 4; ++nr) {
+        EXPECT_EQ(lista_->PoleNiepuste(nr), niepuste[nr + 1]) << nr;
+        EXPECT_EQ(lista_->PoleDoZapisu(nr), niepuste[nr + 1]) << nr;
+    }
     lista_->UstawNiepuste(1, true);
-    EXPECT_EQ(lista_->IleObiektow(), 4);
-    EXPECT_EQ(lista_->WartWgMaski(u"*"), u"4");
-    EXPECT_EQ(lista_->OpisTekstowy(), u"4 elem.");
+    EXPECT_EQ(lista_->WartWgMaski(u"*") + lista_->OpisTekstowy(), u"44 elem.");
+    lista_->WpiszDaneDoPol(TArg{1}, TArg{u"w"}); // into every element; one without fields is an error
+    EXPECT_EQ((*lista_)[3]->GetNazwa(), u"w");
     lista_->UstawNiepuste(-1, false);
     EXPECT_FALSE(lista_->PoleNiepuste(-1));
     EXPECT_TRUE(zywe.empty());
-    const auto baza = Utworz<TListaBazowa>();
-    EXPECT_EQ(Blad<ZTException>([&] { baza->WyrownajDoListy(*lista_, false); }),
+    TKolekcjaObiektow kolekcja;
+    kolekcja.Dodaj(Utworz<TListaAdresow>());
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { kolekcja.WpiszDaneDoPol(TArg{1}, TArg{u"w"}); }));
+    TListaBazowa baza;
+    EXPECT_EQ(Blad<ZTException>([&] { baza.WyrownajDoListy(*lista_, false); }),
               u"Brak wyrównania do listy w TListaBazowa");
-    EXPECT_TRUE(Zglasza<EBladAbstrakcyjny>([&] { baza->UsunDuplikaty({}, rlRozmLiterWazny); }));
-    // Values into every element; an element without fields is an error.
-    Wypelnij({1, 2});
-    const TArgument pole = 1;
-    const TArgument wartosc = u"w";
-    lista_->WpiszDaneDoPol({&pole, 1}, {&wartosc, 1});
-    EXPECT_EQ((*lista_)[1]->GetNazwa(), u"w");
-    const auto kolekcja = Utworz<TKolekcjaObiektow>();
-    kolekcja->Dodaj(Utworz<TListaAdresow>());
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { kolekcja->WpiszDaneDoPol({&pole, 1}, {&wartosc, 1}); }));
+    EXPECT_TRUE(Zglasza<EBladAbstrakcyjny>([&] { baza.UsunDuplikaty({}, kWazny); }));
 }
 
 TEST_F(Listy, WlasnoscElementow) {
-    const auto obcy = Utworz<TKlucz>();
-    obcy->SetKlucz(5);
-    auto* kopia = static_cast<TKlucz*>(lista_->DopiszObiekt(obcy.get(), MaxInt));
-    EXPECT_NE(kopia, obcy.get());
+    TKlucz obcy;
+    obcy.SetKlucz(5);
+    auto* kopia = static_cast<TKlucz*>(lista_->DopiszObiekt(&obcy, MaxInt));
+    EXPECT_NE(kopia, &obcy);
     EXPECT_EQ(kopia->GetKlucz(), 5);
-    EXPECT_EQ(obcy->Rodzic(), nullptr);
-    EXPECT_EQ(lista_->IleObiektow(), 1);
-    auto plus = Utworz<TKluczPlus>();
-    lista_->PrzypnijObiekt(plus.Oddaj()); // a derived class fits
+    EXPECT_EQ(obcy.Rodzic(), nullptr);
+    lista_->PrzypnijObiekt(Utworz<TKluczPlus>().Oddaj()); // a derived class fits
     EXPECT_EQ((*lista_)[1]->Rodzic(), lista_.get());
     const auto zywych = zywe.size();
     EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { lista_->DodajObiekt(Utworz<TAdres>().Oddaj(), 0); }));
     EXPECT_EQ(zywe.size(), zywych);
-    EXPECT_EQ(lista_->IleObiektow(), 2);
-    const auto kolekcja = Utworz<TKolekcjaObiektow>();
-    const TObiektBazowy* kopiaPlus = kolekcja->DopiszObiekt((*lista_)[1], 0);
-    EXPECT_EQ(kopiaPlus->Klasa(), TKluczPlus::KlasaStatyczna());
-    EXPECT_EQ(kolekcja->DodajObiekt(nullptr, 0), nullptr); // no item class: null is null
-    EXPECT_EQ(kolekcja->IleObiektow(), 2);
-    kolekcja->UsunObiektyNil(false);
-    EXPECT_EQ(kolekcja->Pojemnosc(), 1);
-    // Moving by a bad index inserts null: nothing in a collection, a fresh item in a list that makes items.
-    EXPECT_EQ(kolekcja->PrzeniesZListy(*lista_, 7, 0), nullptr);
-    EXPECT_EQ(kolekcja->IleObiektow(), 2);
-    EXPECT_TRUE(lista_->MoznaKopiowacZListy(*lista_));
-    EXPECT_FALSE(lista_->MoznaKopiowacZListy(TListaAdresow::KlasaStatyczna()));
-    EXPECT_FALSE(lista_->MoznaKopiowacZListy(TKolekcjaObiektow::KlasaStatyczna()));
+    TKolekcjaObiektow kolekcja;
+    EXPECT_EQ(kolekcja.DopiszObiekt((*lista_)[1], 0)->Klasa(), TKluczPlus::KlasaStatyczna());
+    EXPECT_EQ(kolekcja.DodajObiekt(nullptr, 0), nullptr);       // no item class: null is null
+    EXPECT_EQ(kolekcja.PrzeniesZListy(*lista_, 7, 0), nullptr); // a bad index gives null too
+    EXPECT_EQ(kolekcja.IleObiektow(), 3);
+    kolekcja.UsunObiektyNil(false);
+    EXPECT_EQ(kolekcja.Pojemnosc(), 1);
     class TListaPlusow : public TListaTypu<TKluczPlus> {
         ZTOK_LISTA(TListaPlusow, TKluczPlus)
     };
+    EXPECT_TRUE(lista_->MoznaKopiowacZListy(*lista_));
     EXPECT_TRUE(lista_->MoznaKopiowacZListy(TListaPlusow::KlasaStatyczna()));
-    EXPECT_TRUE(Utworz<TListaPlusow>()->MoznaKopiowacZListy(*lista_));
-    // Aligning makes fresh items, or frees the surplus.
-    const auto wzor = Utworz<TListaWskObiektow>();
-    for (int i = 0; i < 6; ++i)
-        wzor->DodajObiekt(obcy.get(), 0);
-    lista_->WyrownajDoListy(*wzor, false);
-    EXPECT_EQ(lista_->IleObiektow(), 6);
-    EXPECT_EQ(lista_->Pojemnosc(), 6);
-    EXPECT_EQ((*lista_)[0], kopia);
-    EXPECT_EQ((*lista_)[5]->Rodzic(), lista_.get());
-    wzor->SkrocListe(1, false);
-    lista_->WyrownajDoListy(*wzor, true);
-    EXPECT_EQ(lista_->IleObiektow(), 1);
-    EXPECT_EQ(lista_->Pojemnosc(), 6);
-    const auto puste = Utworz<TListaWskObiektow>();
-    puste->WyrownajDoListy(*wzor, false);
-    EXPECT_EQ(puste->IleObiektow(), 1);
-    EXPECT_EQ(puste->Obiekty(0), nullptr);
+    EXPECT_TRUE(TListaPlusow().MoznaKopiowacZListy(*lista_));
+    EXPECT_FALSE(lista_->MoznaKopiowacZListy(TListaAdresow::KlasaStatyczna()));
+    EXPECT_FALSE(lista_->MoznaKopiowacZListy(TKolekcjaObiektow::KlasaStatyczna()));
+    // Aligning makes fresh items, or frees the surplus; in a pointer list the new places are empty.
+    TListaWskObiektow wzor;
+    wzor.DodajObiekt(&obcy, 0);
+    TListaWskObiektow puste;
+    puste.WyrownajDoListy(wzor, false);
+    EXPECT_EQ(puste.IleObiektow(), 1);
+    EXPECT_EQ(puste.Obiekty(0), nullptr);
+    for (const std::int32_t ile : {6, 1}) {
+        wzor.SkrocListe(1, false);
+        while (wzor.IleObiektow() < ile)
+            wzor.DodajObiekt(&obcy, 0);
+        lista_->WyrownajDoListy(wzor, ile == 1);
+        EXPECT_EQ(lista_->IleObiektow(), ile);
+        EXPECT_EQ(lista_->Pojemnosc(), 6);
+        EXPECT_EQ((*lista_)[0], kopia);
+        EXPECT_EQ((*lista_)[ile - 1]->Rodzic(), lista_.get());
+    }
 }
 
 TEST_F(Listy, BladPorownaniaNieZostawiaDziur) {
     // The text "x" is no number: asking for Nazwa = 5 fails on that element, which the walk from the end meets in the
     // middle.
     const auto usun = [](TListaBazowa& lista) {
-        const TArgument pole = 1;
-        const TArgument wartosc = 5;
-        return Zglasza<EBladWariantu>([&] { lista.UsunObiekty({&pole, 1}, {&wartosc, 1}, rlRozmLiterWazny); });
+        return Zglasza<EBladWariantu>([&] { lista.UsunObiekty(TArg{1}, TArg{5}, kWazny); });
     };
     std::vector<TWlasny<TKlucz>> obiekty;
     for (const std::u16string_view nazwa : {u"5", u"x", u"7", u"5"}) {
@@ -661,22 +577,18 @@ TEST_F(Listy, BladPorownaniaNieZostawiaDziur) {
         Dodaj(0, nazwa);
     }
     {
-        const auto wsk = Utworz<TListaWskObiektow>();
-        const auto ref = Utworz<TListaRefObiektow>();
-        for (const auto& o : obiekty)
-            for (TListaBazowa* l : {static_cast<TListaBazowa*>(wsk.get()), static_cast<TListaBazowa*>(ref.get())})
+        TListaWskObiektow wsk;
+        TListaRefObiektow ref;
+        for (TListaBazowa* l : {static_cast<TListaBazowa*>(&wsk), static_cast<TListaBazowa*>(&ref)}) {
+            for (const auto& o : obiekty)
                 l->DodajObiekt(o.get(), MaxInt);
-        EXPECT_TRUE(usun(*wsk));
-        EXPECT_TRUE(usun(*ref));
-        for (std::int32_t i = 0; i < 4; ++i) { // as they were
-            const TKlucz* o = obiekty[static_cast<std::size_t>(i)].get();
-            EXPECT_EQ(wsk->Obiekty(i), o);
-            EXPECT_EQ(ref->Obiekty(i), o);
-            EXPECT_TRUE(o->MaRefOd(ref.get()));
+            EXPECT_TRUE(usun(*l));
+            for (std::int32_t i = 0; i < 4; ++i) { // as they were
+                EXPECT_EQ(l->Obiekty(i), obiekty[static_cast<std::size_t>(i)].get());
+                EXPECT_EQ(l->Obiekty(i)->MaRefOd(l), l == &ref);
+            }
         }
     }
-    for (const auto& o : obiekty)
-        EXPECT_FALSE(o->MaJakiesRef()); // the list that died is in nobody's record
     EXPECT_TRUE(usun(*lista_));
     ASSERT_EQ(lista_->IleObiektow(), 3); // freed elements are gone, without a hole
     EXPECT_EQ((*lista_)[2]->GetNazwa(), u"7");
@@ -710,20 +622,6 @@ TEST_F(Listy, ZbiorWPorzadkuAdresow) {
     std::int32_t i = 0;
     for (TKlucz* o : model)
         EXPECT_EQ(zbior->Obiekty(i++), o);
-    // Moved by hand: the registration follows, and stays where an occurrence stays.
-    const auto cel = Utworz<TListaRefObiektow>();
-    const auto zrodlo = Utworz<TListaRefObiektow>();
-    TKlucz* o = obiekty[0].get();
-    zrodlo->DodajObiekt(o, 0);
-    zrodlo->DodajObiekt(o, 0);
-    for (int krok = 0; krok < 2; ++krok) {
-        cel->UstawPojemnosc(4);
-        cel->TListaWskObiektow::DodajObiekt(o, MaxInt);
-        zrodlo->TListaWskObiektow::UsunObiekt(0, false, false);
-        cel->PoPrzeniesieniu(*zrodlo, krok, 1);
-        EXPECT_TRUE(o->MaRefOd(cel.get()));
-        EXPECT_EQ(o->MaRefOd(zrodlo.get()), krok == 0);
-    }
 }
 
 TEST_F(Listy, PorownanieIKopia) {
@@ -747,25 +645,22 @@ TEST_F(Listy, PorownanieIKopia) {
                 EXPECT_EQ(o->Rodzic(), druga.get());
         }
     // A collection compares classes too, and a copy keeps the elements whose class fits.
-    const auto ka = Utworz<TKolekcjaObiektow>();
-    const auto kb = Utworz<TKolekcjaObiektow>();
-    ka->Dodaj(Utworz<TAdres>());
-    ka->Dodaj(Utworz<TKlucz>());
-    kb->Dodaj(Utworz<TKlucz>());
-    const TObiektBazowy* zostaje = kb->Dodaj(Utworz<TKlucz>());
-    kb->Dodaj(Utworz<TKlucz>());
-    EXPECT_EQ(ka->Porownaj(*kb), -1);
-    kb->UsunObiekt(2, true, false);
-    EXPECT_EQ(ka->Porownaj(*kb), 1); // different classes, either way
-    EXPECT_EQ(kb->Porownaj(*ka), 1);
-    kb->Dodaj(Utworz<TKlucz>());
-    kb->KopiujDane(*ka);
-    EXPECT_EQ(kb->IleObiektow(), 2);
-    EXPECT_EQ(kb->Obiekty(0)->Klasa(), TAdres::KlasaStatyczna());
-    EXPECT_EQ(kb->Obiekty(0)->Rodzic(), kb.get());
-    EXPECT_EQ(kb->Obiekty(1), zostaje);
-    EXPECT_EQ(ka->Porownaj(*kb), 0);
-    EXPECT_EQ(zywe.size(), static_cast<std::size_t>(lista_->IleObiektow() + druga->IleObiektow() + 2));
+    TKolekcjaObiektow ka;
+    TKolekcjaObiektow kb;
+    ka.Dodaj(Utworz<TAdres>());
+    ka.Dodaj(Utworz<TKlucz>());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(ka.Porownaj(kb), 1); // shorter, or with elements of other classes
+        kb.Dodaj(Utworz<TKlucz>());
+    }
+    const TObiektBazowy* zostaje = kb.Obiekty(1);
+    EXPECT_EQ(ka.Porownaj(kb), -1);
+    kb.KopiujDane(ka);
+    EXPECT_EQ(kb.IleObiektow(), 2);
+    EXPECT_EQ(kb.Obiekty(0)->Klasa(), TAdres::KlasaStatyczna());
+    EXPECT_EQ(kb.Obiekty(0)->Rodzic(), &kb);
+    EXPECT_EQ(kb.Obiekty(1), zostaje);
+    EXPECT_EQ(ka.Porownaj(kb), 0);
 }
 
 // Lists may hook how elements come in; reading goes through the hook.
@@ -783,31 +678,30 @@ TEST_F(Listy, OdczytDodajeJakLista) {
     TZTMemoryStream strumien;
     lista_->ZapiszWStrumieniu(strumien);
     strumien.Seek(0, ESeek::Poczatek);
-    const auto odczytana = Utworz<TListaZHakiem>();
-    odczytana->Dopisz();
-    odczytana->dodanych = 0;
-    odczytana->WczytajZeStrumienia(strumien);
-    EXPECT_EQ(odczytana->dodanych, 3);
-    EXPECT_EQ(Klucze(*odczytana), (std::vector<int>{3, 1, 2})); // the old elements are gone
+    TListaZHakiem odczytana;
+    odczytana.Dopisz();
+    odczytana.dodanych = 0;
+    odczytana.WczytajZeStrumienia(strumien);
+    EXPECT_EQ(odczytana.dodanych, 3);
+    EXPECT_EQ(Klucze(odczytana), (V{3, 1, 2})); // the old elements are gone
 }
 
 TEST_F(Listy, OproznienieDuzejListyReferencji) {
     // Quadratic work would take a minute here.
     std::vector<TWlasny<TKlucz>> obiekty;
-    const auto a = Utworz<TListaRefObiektow>();
-    const auto b = Utworz<TListaRefObiektow>();
+    TListaRefObiektow a;
+    TListaRefObiektow b;
     for (int i = 0; i < 200000; ++i) {
         obiekty.push_back(Utworz<TKlucz>());
-        a->DodajObiekt(obiekty.back().get(), MaxInt);
+        a.DodajObiekt(obiekty.back().get(), MaxInt);
     }
-    b->KopiujDane(*a);
-    EXPECT_TRUE(obiekty[7]->MaRefOd(b.get()));
-    b->KopiujDane(*a);
-    a->SkrocListe(3, false);
-    EXPECT_TRUE(obiekty[2]->MaRefOd(a.get()));
-    EXPECT_FALSE(obiekty[3]->MaRefOd(a.get()));
-    b->ZerujDane();
-    EXPECT_FALSE(obiekty[7]->MaJakiesRef());
+    for (int raz = 0; raz < 2; ++raz)
+        b.KopiujDane(a);
+    a.SkrocListe(100000, false);
+    EXPECT_TRUE(obiekty[99999]->MaRefOd(&a) && obiekty[7]->MaRefOd(&b));
+    EXPECT_FALSE(obiekty[100000]->MaRefOd(&a));
+    b.ZerujDane();
+    EXPECT_FALSE(obiekty[100000]->MaJakiesRef());
 }
 
 } // namespace

@@ -182,54 +182,48 @@ TEST_F(Obiekt, KoniecZyciaWKolejnosciIDoKonca) {
 
 TEST_F(Obiekt, BladWPoddrzewieMaJedenKontekst) {
     auto korzen = Utworz<TSladowy>();
-    TSladowy* wnuk = &korzen->GetDziecko().GetDziecko();
-    wnuk->bladZeruj = [] { ZTError(u"głęboko"); };
-    const auto odwolanie = Utworz<TSladowy>();
-    odwolanie->bladRef = true;
-    korzen->GetDziecko().DodajRefOd(odwolanie.get());
-    slady.clear();
+    korzen->GetDziecko().GetDziecko().bladZeruj = [] { ZTError(u"głęboko"); };
+    TSladowy odwolanie;
+    odwolanie.bladRef = true;
+    korzen->GetDziecko().DodajRefOd(&odwolanie);
     // The child's own error comes before the grandchild's; both are deeper than the root, which adds nothing.
     EXPECT_EQ(Blad([&] { Zwolnij(korzen.Oddaj()); }), u"Wyjątek w ZwolnijReferencje w TSladowy.Destroy (): ref");
     EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 3);
 
-    // A list frees all its elements and is valid after an error.
-    auto lista = Utworz<TKolekcjaObiektow>();
+    TKolekcjaObiektow lista; // frees all its elements and is valid after an error
     for (int i = 0; i < 5; ++i) {
         auto element = Utworz<TSladowy>();
         if (i == 1 || i == 3)
             element->bladZeruj = i == 3 ? [] { ZTError(u"trzy"); } : [] { ZTError(u"jeden"); };
-        lista->Dodaj(std::move(element));
+        lista.Dodaj(std::move(element));
     }
     slady.clear();
-    EXPECT_EQ(Blad([&] { lista->SkrocListe(1, false); }), u"Wyjątek w ZerujDane w TSladowy.Destroy (): trzy");
+    EXPECT_EQ(Blad([&] { lista.SkrocListe(1, false); }), u"Wyjątek w ZerujDane w TSladowy.Destroy (): trzy");
     EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 4);
-    EXPECT_EQ(lista->IleObiektow(), 1);
-    EXPECT_EQ(lista->Pojemnosc(), 1);
+    EXPECT_EQ(lista.IleObiektow(), 1);
+    EXPECT_EQ(lista.Pojemnosc(), 1);
 }
 
 TEST_F(Obiekt, RodziceIKlony) {
-    const auto korzen = Utworz<TWszystko>();
-    TWszystko& element = korzen->GetPodrzedne().Dopisz();
+    TWszystko korzen;
+    TWszystko& element = korzen.GetPodrzedne().Dopisz();
     TAdres& adres = element.GetAdres();
-    EXPECT_EQ(adres.DajKorzen(), korzen.get());
-    EXPECT_EQ(korzen->DajKorzen(), korzen.get());
-    EXPECT_EQ(adres.DajRodzica(TWszystko::KlasaStatyczna()), &element);
-    EXPECT_EQ(element.DajRodzica(TWszystko::KlasaStatyczna()), korzen.get()); // never the object itself
-    EXPECT_EQ(element.DajRodzica(TListaBazowa::KlasaStatyczna()), &korzen->GetPodrzedne());
-    EXPECT_EQ(korzen->DajRodzica(TObiektBazowy::KlasaStatyczna()), nullptr);
-    EXPECT_EQ(adres.DajRodzica(TAdres::KlasaStatyczna()), nullptr);
-    struct {
+    EXPECT_EQ(adres.DajKorzen(), &korzen);
+    EXPECT_EQ(korzen.DajKorzen(), &korzen);
+    const struct {
         const TObiektBazowy* obiekt;
-        const TObiektBazowy* od;
-        std::u16string_view sciezka;
-    } const sciezki[] = {{&adres, nullptr, u"Podrzedne[0].Adres"},
-                         {&adres, &korzen->GetPodrzedne(), u"[0].Adres"},
-                         {&adres, &element, u"Adres"},
-                         {&adres, &adres, u""},
-                         {korzen.get(), nullptr, u""}};
-    for (const auto& s : sciezki)
-        EXPECT_EQ(s.obiekt->DajSciezkeDoSiebie(s.od), s.sciezka);
-
+        const TKlasa* klasa;
+        const TObiektBazowy* rodzic;
+    } rodzice[] = {{&adres, TWszystko::KlasaStatyczna(), &element},
+                   {&element, TWszystko::KlasaStatyczna(), &korzen}, // never the object itself
+                   {&element, TListaBazowa::KlasaStatyczna(), &korzen.GetPodrzedne()},
+                   {&korzen, TObiektBazowy::KlasaStatyczna(), nullptr},
+                   {&adres, TAdres::KlasaStatyczna(), nullptr}};
+    for (const auto& r : rodzice)
+        EXPECT_EQ(r.obiekt->DajRodzica(r.klasa), r.rodzic);
+    EXPECT_EQ(adres.DajSciezkeDoSiebie(), u"Podrzedne[0].Adres");
+    EXPECT_EQ(adres.DajSciezkeDoSiebie(&korzen.GetPodrzedne()), u"[0].Adres");
+    EXPECT_EQ(adres.DajSciezkeDoSiebie(&adres), u"");
     adres.SetUlica(u"Długa");
     for (const bool zachowaj : {false, true}) {
         const TWlasny<TObiektBazowy> klon = adres.KlonujObiekt(zachowaj);
@@ -242,7 +236,6 @@ TEST_F(Obiekt, RodziceIKlony) {
         EXPECT_EQ(adres.GetUlica(), u"Długa");
         EXPECT_NE(klon->DajWyroznikObiektu(), adres.DajWyroznikObiektu());
     }
-    EXPECT_EQ(&element.GetAdres(), &adres);
     EXPECT_EQ(adres.OpisTekstowy(), u"Adres: Ulica=Długa");
     EXPECT_EQ(adres.TObiektBazowy::OpisTekstowy(), u"?"); // of a root object that has no description of its own
 }
@@ -259,12 +252,12 @@ TEST_F(Obiekt, MoznaCzytacDaneTypu) {
         bool adres;
         bool domek;
     } const tabela[] = {
-        {u"TAdres", true, true},   {u"tadres", true, true},      {u"Adres", true, false}, // the class's alias
-        {u"_TAdres", true, true},  {u"___tadres", true, true},   {u"_", false, false},
-        {u"", false, false},       {u"TDomek", true, true}, // derived: what is stored may be more than the object
-        {u"domek", false, true},   {u"TWszystko", false, false}, {u"TNieznana", false, false},
-        {u"_Adres", false, false}, // the alias is compared before the "_" go
-        {u"TObiekt", true, true},
+        {u"TAdres", true, true},      {u"tadres", true, true},      {u"_TAdres", true, true},
+        {u"___tadres", true, true},   {u"_", false, false},         {u"", false, false},
+        {u"Adres", true, false},                               // the class's alias
+        {u"_Adres", false, false},                             // compared before the "_" go
+        {u"TDomek", true, true},      {u"domek", false, true}, // derived: what is stored may be more than the object
+        {u"TWszystko", false, false}, {u"TNieznana", false, false}, {u"TObiekt", true, true},
     };
     for (const auto& t : tabela) {
         EXPECT_EQ(adres->MoznaCzytacDaneTypu(t.nazwa), t.adres) << testing::PrintToString(t.nazwa);
@@ -355,43 +348,33 @@ TEST_F(Obiekt, DostepDoPolaInnejKlasyZglaszaBlad) {
         EXPECT_TRUE(d.jest(*o, d.nr) || d.nr == 8 || d.nr == 12) << d.nr; // nothing was overwritten
 }
 
-TEST_F(Obiekt, DwajOsobniPisarze) {
-    const auto o = Utworz<TWszystko>();
-    o->SetNazwa(u""); // creates nothing
-    EXPECT_EQ(o->OstUzywanePole(), -1);
-    o->SetNazwa(u"x");
-    o->SetNazwa(u"");
-    EXPECT_TRUE(o->JestPole(TWszystko::nrNazwa));
-    EXPECT_FALSE(o->PoleNiepuste(TWszystko::nrNazwa));
-    o->SetSzeroki(u""); // the other text kinds keep an empty text as a value
-    EXPECT_TRUE(o->PoleNiepuste(TWszystko::nrSzeroki));
-    o->SetTak(false);
-    EXPECT_TRUE(o->PoleNiepuste(TWszystko::nrTak));
-    for (const int bajt : {2, 77, 255}) {
-        EXPECT_EQ(Blad<ZTException>([&] { o->SetPoleBoolean(7, static_cast<std::uint8_t>(bajt)); }),
+TEST_F(Obiekt, OsobniPisarzeIHaki) {
+    TWszystko o;
+    o.SetNazwa(u""); // creates nothing
+    EXPECT_EQ(o.OstUzywanePole(), -1);
+    o.SetNazwa(u"x");
+    o.SetNazwa(u"");
+    EXPECT_TRUE(o.JestPole(TWszystko::nrNazwa));
+    EXPECT_FALSE(o.PoleNiepuste(TWszystko::nrNazwa));
+    o.SetSzeroki(u""); // the other text kinds keep an empty text as a value
+    o.SetTak(false);
+    EXPECT_TRUE(o.PoleNiepuste(TWszystko::nrSzeroki) && o.PoleNiepuste(TWszystko::nrTak));
+    for (const int bajt : {2, 77, 255})
+        EXPECT_EQ(Blad<ZTException>([&] { o.SetPoleBoolean(7, static_cast<std::uint8_t>(bajt)); }),
                   u"błędna wartość boolean = " + PolskiWide(std::to_string(bajt)));
-        EXPECT_FALSE(o->GetTak());
-    }
-    o->SetPoleBoolean(7, std::uint8_t{1});
-    EXPECT_TRUE(o->GetTak());
-}
+    EXPECT_FALSE(o.GetTak());
 
-TEST_F(Obiekt, HakiPoUtworzeniuIPoZapisie) {
-    auto o = Utworz<TSladowy>();
-    EXPECT_EQ(slady, std::vector<std::u16string>{u"TworzSekcje"});
-    slady.clear();
-    o->SetNazwa(u"a");
-    o->SetNazwa(u"b");
-    o->SetNazwa(u"");
-    o->SetVariantowo(0, TWariant(5));
-    static_cast<void>(o->GetAdres());
-    EXPECT_EQ(slady, (std::vector<std::u16string>{u"Utworzono0-", u"Zmiana0+", u"Zmiana0+", u"Zmiana0-", u"Zmiana0+",
-                                                  u"Utworzono2-"}));
-    slady.clear();
-    const auto kopia = Utworz<TSladowy>();
-    slady.clear();
-    kopia->KopiujDane(*o);
-    EXPECT_EQ(slady, (std::vector<std::u16string>{u"Utworzono0-", u"Utworzono2-"}));
+    TSladowy s;
+    s.SetNazwa(u"a");
+    s.SetNazwa(u"b");
+    s.SetNazwa(u"");
+    s.SetVariantowo(0, TWariant(5));
+    static_cast<void>(s.GetAdres());
+    Utworz<TSladowy>()->KopiujDane(s);
+    const std::vector<std::u16string> oczekiwane = {u"Utworzono0-", u"Zmiana0+",    u"Zmiana0+",    u"Zmiana0-",
+                                                    u"Zmiana0+",    u"Utworzono2-", u"TworzSekcje", u"Utworzono0-",
+                                                    u"Utworzono2-", u"ZerujDane",   u"UsunSekcje"};
+    EXPECT_EQ(slady, oczekiwane);
 }
 
 // Fields of plain values share a block with their owner's field array; they leave it and come back, the array grows,
@@ -499,7 +482,8 @@ class TNiecierpliwy : public TObiekt {
     ZTOK_OBIEKT(TNiecierpliwy, TObiekt, (0, N, Integer))
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override {
         Bazowa::WykonajOdczyt(strumien, odczytywacz);
-        static_cast<TObiekt*>(Rodzic())->SetPoleString(2, u"za wczesnie");
+        if (Rodzic()->Klasa()->Ma(ckObiekt)) // a stream of another test may put it into a list
+            static_cast<TObiekt*>(Rodzic())->SetPoleString(2, u"za wczesnie");
     }
 };
 class TCierpliwy : public TObiekt {
@@ -520,38 +504,31 @@ TEST_F(Obiekt, DzieckoPiszeDoRodzicaWTrakcieOdczytu) {
 }
 
 TEST_F(Obiekt, UstawPoleIFlagi) {
-    const auto o = Utworz<TWszystko>();
-    o->UstawPole(8, Utworz<TPoleString>().Oddaj(), true);
-    EXPECT_TRUE(o->PoleNiepuste(8)); // a field put in counts as written
-    EXPECT_EQ(o->OstUzywanePole(), 8);
-    auto adres = Utworz<TAdres>();
-    TAdres* wsk = adres.get();
-    o->UstawPole(13, adres.Oddaj(), false);
-    EXPECT_EQ(wsk->Rodzic(), o.get());
-    EXPECT_FALSE(o->PoleNiepuste(13)); // its state is its own
-    o->SetMaWartosc(13, true);
-    EXPECT_FALSE(o->PoleNiepuste(13));
-    wsk->SetNumer(0);
-    EXPECT_TRUE(o->PoleNiepuste(13));
-    o->UstawPole(8, nullptr, true);
-    EXPECT_FALSE(o->PoleNiepuste(8));
-    EXPECT_TRUE(o->PoleNiepuste(-1)); // through the nested object
-    o->UstawPole(13, nullptr, false); // not freed: back to the test
-    const TWlasny<TAdres> oddany(wsk);
-    EXPECT_FALSE(o->PoleNiepuste(-1));
-    EXPECT_EQ(o->OstUzywanePole(), 13);
+    TWszystko o;
+    o.UstawPole(8, Utworz<TPoleString>().Oddaj(), true);
+    EXPECT_TRUE(o.PoleNiepuste(8)); // a field put in counts as written
+    const TWlasny<TAdres> adres = Utworz<TAdres>();
+    o.UstawPole(13, adres.get(), false);
+    EXPECT_EQ(adres->Rodzic(), &o);
+    o.SetMaWartosc(13, true);
+    EXPECT_FALSE(o.PoleNiepuste(13)); // its state is its own
+    adres->SetNumer(0);
+    EXPECT_TRUE(o.PoleNiepuste(13));
+    o.UstawPole(8, nullptr, true);
+    EXPECT_FALSE(o.PoleNiepuste(8));
+    EXPECT_TRUE(o.PoleNiepuste(-1)); // through the nested object
+    o.UstawPole(13, nullptr, false); // not freed: back to the test
+    EXPECT_EQ(o.OstUzywanePole(), 13);
     for (const int nr : {-1, 32768})
-        EXPECT_TRUE(Zglasza<ZTException>([&] { o->UstawPole(nr, Utworz<TPoleByte>().Oddaj(), true); }));
-    o->SetMaWartosc(30, true); // a flag without a field object counts as unset
-    EXPECT_FALSE(o->PoleNiepuste(30));
-    EXPECT_FALSE(o->PoleNiepuste(-1));
-    o->SetB(1);
-    o->SetMaWartosc(-1, false); // the whole object
-    EXPECT_EQ(o->OstUzywanePole(), -1);
-    EXPECT_FALSE(o->JestPole(-1, TPoleByte::KlasaStatyczna(), true));
-    EXPECT_FALSE(o->JestPole(9, nullptr, true));
-    EXPECT_TRUE(o->JestPole(9, TPoleByte::KlasaStatyczna(), true)); // a class given makes an undeclared field
-    EXPECT_EQ(o->DajPole(-5), nullptr);
+        EXPECT_TRUE(Zglasza<ZTException>([&] { o.UstawPole(nr, Utworz<TPoleByte>().Oddaj(), true); }));
+    o.SetMaWartosc(30, true); // a flag without a field object counts as unset
+    EXPECT_FALSE(o.PoleNiepuste(30) || o.PoleNiepuste(-1));
+    o.SetB(1);
+    o.SetMaWartosc(-1, false); // the whole object
+    EXPECT_EQ(o.OstUzywanePole(), -1);
+    EXPECT_FALSE(o.JestPole(-1, TPoleByte::KlasaStatyczna(), true));
+    EXPECT_FALSE(o.JestPole(9, nullptr, true));
+    EXPECT_TRUE(o.JestPole(9, TPoleByte::KlasaStatyczna(), true)); // a class given makes an undeclared field
 }
 
 TEST_F(Obiekt, WpiszDaneKazdegoZnacznika) {
@@ -640,53 +617,42 @@ TEST_F(Obiekt, KazdaOperacjaBlokujeIOddaje) {
     TBlokowany p;
     p.nazwa = u"p";
     p.SetLiczba(3);
-    using TOperacja = void (*)(TBlokowany&, TBlokowany&);
     celTestu = adres.get();
-    struct {
-        TOperacja operacja;
-        bool blad;
-    } const operacje[] = {
-        {[](TBlokowany& a, TBlokowany&) { a.SetLiczba(1); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleInteger(0)); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleInteger(1)); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetNazwa(u"x"); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleInteger(1)); }, true},
-        {[](TBlokowany& a, TBlokowany&) { a.SetPoleInteger(1, 5); }, true},
-        {[](TBlokowany& a, TBlokowany&) { a.SetNazwa(u""); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetTak(true); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetReferencja(celTestu); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetWskaznik(celTestu); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetPoleRefObiektu(4)); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetSzeroki(u"s"); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetKwota(1.5); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.GetMaWartosc(-1)); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.SetMaWartosc(1, false); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.SaJakiesDane(0)); }, false},
-        {[](TBlokowany& a, TBlokowany&) {
-             a.WpiszDane({0, 1}, {5, u"x"});
-         },
-         false},
-        {[](TBlokowany& a, TBlokowany&) {
+    const struct {
+        void (*operacja)(TBlokowany&, TBlokowany&);
+        bool blad = false;
+    } operacje[] = {
+        {[](auto& a, auto&) { a.SetLiczba(1); }},
+        {[](auto& a, auto&) { static_cast<void>(a.GetPoleInteger(0)); }},
+        {[](auto& a, auto&) { a.SetNazwa(u"x"); }},
+        {[](auto& a, auto&) { static_cast<void>(a.GetPoleInteger(1)); }, true},
+        {[](auto& a, auto&) { a.SetPoleInteger(1, 5); }, true},
+        {[](auto& a, auto&) { a.SetNazwa(u""); }},
+        {[](auto& a, auto&) { a.SetReferencja(celTestu); }},
+        {[](auto& a, auto&) { a.SetWskaznik(celTestu); }},
+        {[](auto& a, auto&) { static_cast<void>(a.GetPoleRefObiektu(4)); }},
+        {[](auto& a, auto&) { static_cast<void>(a.GetMaWartosc(-1)); }},
+        {[](auto& a, auto&) { a.SetMaWartosc(1, false); }},
+        {[](auto& a, auto&) { static_cast<void>(a.SaJakiesDane(0)); }},
+        {[](auto& a, auto&) {
              a.WpiszDane({0, 99}, {5, u"x"});
          },
          true},
-        {[](TBlokowany& a, TBlokowany&) { a.Inicjuj({0}, {u"x"}); }, true},
-        {[](TBlokowany& a, TBlokowany& b) { static_cast<void>(a.Porownaj(b)); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.Porownaj(TPoleByte())); }, true},
-        {[](TBlokowany& a, TBlokowany& b) { a.KopiujDane(b); }, false},
-        {[](TBlokowany& a, TBlokowany&) { static_cast<void>(a.DajWyroznikObiektu()); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.ZerujDane(); }, false},
-        {[](TBlokowany& a, TBlokowany&) { a.ZerujDane(); }, false},
+        {[](auto& a, auto&) { a.Inicjuj({0}, {u"x"}); }, true},
+        {[](auto& a, auto&) { static_cast<void>(a.PoleNrMaCeche(0, 1, rlRozmLiterWazny)); }},
+        {[](auto& a, auto&) { static_cast<void>(a.DajTrescWgSciezki(u"Liczba")); }},
+        {[](auto& a, auto& b) { static_cast<void>(a.Porownaj(b)); }},
+        {[](auto& a, auto& b) { a.KopiujDane(b); }},
+        {[](auto& a, auto&) { static_cast<void>(a.DajWyroznikObiektu()); }},
+        {[](auto& a, auto&) { a.ZerujDane(); }},
     };
-    int nr = 0;
     for (const auto& op : operacje) {
+        SCOPED_TRACE(&op - operacje);
         o.zablokowan = o.odblokowan = 0;
-        EXPECT_EQ(Blad([&] { op.operacja(o, p); }) != u"(no error)", op.blad) << nr;
-        // A comparison with no object of the model ends before it begins.
-        EXPECT_TRUE(o.zablokowan > 0 || nr == 20) << nr;
-        EXPECT_EQ(o.zablokowan, o.odblokowan) << nr;
-        EXPECT_EQ(p.zablokowan, p.odblokowan) << nr;
-        ++nr;
+        EXPECT_EQ(Blad([&] { op.operacja(o, p); }) != u"(no error)", op.blad);
+        EXPECT_GT(o.zablokowan, 0);
+        EXPECT_EQ(o.zablokowan, o.odblokowan);
+        EXPECT_EQ(p.zablokowan, p.odblokowan);
     }
     o.zablokowan = 0;
     EXPECT_TRUE(Zglasza<ZTException>([&] { o.SetPoleBoolean(2, std::uint8_t{2}); }));
@@ -729,16 +695,27 @@ TEST_F(Obiekt, OperacjeKtorychKlasaNieMa) {
         ZTOK_KLASA_MODELU(TGoly, TObiektBazowy)
         void ZerujDane() override {}
     };
-    const auto goly = Utworz<TGoly>();
-    const auto inny = Utworz<TGoly>();
-    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { static_cast<void>(goly->PoleNiepuste(-1)); }),
-              u"klasa TGoly nie ma operacji PoleNiepuste");
-    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { static_cast<void>(goly->Porownaj(*inny)); }),
-              u"klasa TGoly nie ma operacji WykonajPorownanie");
-    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { static_cast<void>(goly->KlonujObiekt(false)); }),
-              u"klasa TGoly nie ma operacji WykonajKopiowanie");
-    EXPECT_EQ(goly->Porownaj(*goly), 0);
-    EXPECT_EQ(goly->OpisTekstowy(), u"?");
+    TGoly goly;
+    TGoly inny;
+    const std::pair<std::u16string_view, std::function<void()>> operacje[] = {
+        {u"PoleNiepuste", [&] { static_cast<void>(goly.PoleNiepuste(-1)); }},
+        {u"WykonajPorownanie", [&] { static_cast<void>(goly.Porownaj(inny)); }},
+        {u"WykonajKopiowanie", [&] { static_cast<void>(goly.KlonujObiekt(false)); }}};
+    for (const auto& [nazwa, operacja] : operacje)
+        EXPECT_EQ(Blad<EBladAbstrakcyjny>(operacja), u"klasa TGoly nie ma operacji " + std::u16string(nazwa));
+    // The others have a meaning for any object.
+    EXPECT_EQ(goly.Porownaj(goly), 0);
+    EXPECT_EQ(goly.OpisTekstowy(), u"?");
+    EXPECT_FALSE(goly.SaDaneUnicode(-1));
+    goly.PrzytnijPolaWgRozm(true);
+    goly.TrymujPolaTekstowe(true);
+    goly.ZerujDaneOprocz({});
+    const TArgument calosc[] = {-1};
+    goly.ZerujDaneOprocz(calosc);
+    EXPECT_EQ(goly.PorownajOproczPol(inny, calosc, rlRozmLiterWazny), 0);
+    const TArgument zly[] = {2.5};
+    EXPECT_EQ(Blad([&] { goly.ZerujDaneOprocz(zly); }), u"ZDO: Błędny typ indeksu");
+    EXPECT_TRUE(Zglasza<ZTException>([&] { static_cast<void>(goly.PoleNrMaCeche(0, 1, rlRozmLiterWazny)); }));
 }
 
 } // namespace

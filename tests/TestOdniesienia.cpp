@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <random>
@@ -179,36 +180,33 @@ class TSwiat {
     void ZmniejszRefy(TModel& m) {
         TListaRefObiektow& refy = m.jest->GetRefy();
         const TArgument pola[] = {TWezel::nrId};
+        const std::size_t ile = Z(m.refy.size() + 1);
+        const auto gdzie = m.refy.begin() + static_cast<std::ptrdiff_t>(ile);
+        const auto indeks = static_cast<std::int32_t>(ile);
         switch (Z(4)) {
         case 0:
-            if (!m.refy.empty()) {
-                const std::size_t ktory = Z(m.refy.size());
-                EXPECT_EQ(refy.UsunObiekt(static_cast<std::int32_t>(ktory), true, false), m.refy[ktory]->jest);
-                m.refy.erase(m.refy.begin() + static_cast<std::ptrdiff_t>(ktory));
-            }
+            EXPECT_EQ(refy.UsunObiekt(indeks, true, false), gdzie == m.refy.end() ? nullptr : (*gdzie)->jest);
+            if (gdzie != m.refy.end())
+                m.refy.erase(gdzie);
             break;
         case 1: {
             std::vector<int> widziane;
-            EXPECT_EQ(refy.UsunDuplikaty(pola, rlRozmLiterWazny),
-                      std::erase_if(m.refy, [&](const TModel* cel) {
-                          const bool byl = std::count(widziane.begin(), widziane.end(), cel->id) != 0;
-                          widziane.push_back(cel->id);
-                          return byl;
-                      }) != 0);
+            EXPECT_EQ(refy.UsunDuplikaty(pola, rlRozmLiterWazny), std::erase_if(m.refy, [&](const TModel* cel) {
+                                                                      widziane.push_back(cel->id);
+                                                                      return std::count(widziane.begin(),
+                                                                                        widziane.end(), cel->id) > 1;
+                                                                  }) != 0);
             break;
         }
-        case 2: {
-            const std::size_t ile = Z(m.refy.size() + 1);
-            refy.SkrocListe(static_cast<std::int32_t>(ile), false);
-            m.refy.resize(ile);
+        case 2:
+            refy.SkrocListe(indeks, false);
+            m.refy.erase(gdzie, m.refy.end());
             break;
-        }
         default:
             if (!m.refy.empty()) {
                 const TArgument wartosci[] = {m.refy.front()->id};
-                const int id = m.refy.front()->id;
                 EXPECT_TRUE(refy.UsunObiekty(pola, wartosci, rlRozmLiterWazny));
-                std::erase_if(m.refy, [id](const TModel* cel) { return cel->id == id; });
+                std::erase_if(m.refy, [id = m.refy.front()->id](const TModel* cel) { return cel->id == id; });
             }
         }
     }
@@ -442,21 +440,23 @@ TEST(Odniesienia, JedenWlasciciel) {
         TWezel& wLiscie = korzen->GetDzieci().Dopisz();
         auto& wKolekcji = static_cast<TWezel&>(*korzen->GetRozne().Dodaj(Utworz<TWezel>()));
         const std::string przed = strumienie::Zapisz(*korzen);
-        for (TWezel* o : {&wPolu, &wLiscie, &wKolekcji}) {
-            const auto odmowa = [&](auto dzialanie) {
-                const std::u16string blad = testy::Blad<ZTException>(dzialanie);
-                EXPECT_NE(blad.find(u": obiekt klasy TWezel ma już właściciela : " + o->DajSciezkeDoSiebie()),
-                          std::u16string::npos)
-                    << Utf8ZUtf16(blad);
-            };
-            for (TWezel* dokad : {drugi.get(), korzen.get()}) {
-                odmowa([&] { dokad->GetDzieci().DodajObiekt(o, MaxInt); });
-                odmowa([&] { dokad->GetDzieci().PrzypnijObiekt(o); });
-                odmowa([&] { dokad->GetRozne().DodajObiekt(o, 0); });
-                odmowa([&] { dokad->GetRozne().PrzypnijObiekt(o); });
-                odmowa([&] { dokad->UstawPole(TWezel::nrId, o, false); });
-            }
-        }
+        for (TWezel* o : {&wPolu, &wLiscie, &wKolekcji})
+            for (TWezel* dokad : {drugi.get(), korzen.get()})
+                for (int jak = 0; jak < 5; ++jak) {
+                    const std::u16string blad = testy::Blad<ZTException>([&] {
+                        TListaZObiektami& lista = jak < 2 ? static_cast<TListaZObiektami&>(dokad->GetDzieci())
+                                                          : static_cast<TListaZObiektami&>(dokad->GetRozne());
+                        if (jak == 4)
+                            dokad->UstawPole(TWezel::nrId, o, false);
+                        else if (jak % 2 == 0)
+                            lista.DodajObiekt(o, MaxInt);
+                        else
+                            lista.PrzypnijObiekt(o);
+                    });
+                    EXPECT_NE(blad.find(u": obiekt klasy TWezel ma już właściciela : " + o->DajSciezkeDoSiebie()),
+                              std::u16string::npos)
+                        << Utf8ZUtf16(blad);
+                }
         EXPECT_EQ(strumienie::Zapisz(*korzen), przed);
         korzen->UstawPole(TWezel::nrJeden, &wPolu, true); // where it is
         korzen->UstawPole(TWezel::nrJeden, nullptr, false);
@@ -499,65 +499,46 @@ struct TZdarzenia {
 };
 
 TEST(Odniesienia, ZdarzenieMozeWszystko) {
-    const auto nic = [](TZdarzenia&, TPole&) {};
-    const auto zwolnijNadawce = [](TZdarzenia& z, TPole& nadawca) { z.Zwolnij(nadawca); };
-    const auto zwolnijInne = [](TZdarzenia& z, TPole& nadawca) {
-        std::erase_if(z.pola, [&](const auto& p) { return p.get() != &nadawca; });
-    };
-    const auto zwolnijWszystkie = [](TZdarzenia& z, TPole&) { z.pola.clear(); };
-    const auto wskazInny = [](TZdarzenia& z, TPole& nadawca) {
-        static_cast<TPoleRefZeZdarz&>(nadawca).UstawObiekt(z.lista.Obiekty(0));
-    };
-    const auto oproznijListe = [](TZdarzenia& z, TPole&) { z.lista.ZerujDane(); };
-    const auto skrocListe = [](TZdarzenia& z, TPole&) { z.lista.SkrocListe(3, false); };
-    const auto wydluzListe = [](TZdarzenia& z, TPole&) {
-        for (int i = 0; i < 50; ++i)
-            z.lista.Dopisz().SetId(9);
-    };
-    const auto zglos = [](TZdarzenia&, TPole&) { ZTErrorFmt(u"zdarzenie", {}); };
-    const auto zglosBezNadawcy = [](TZdarzenia& z, TPole& nadawca) {
-        z.Zwolnij(nadawca);
-        ZTErrorFmt(u"zdarzenie", {});
-    };
-    void (*const skutki[])(TZdarzenia&, TPole&) = {nic,       zwolnijNadawce, zwolnijInne, zwolnijWszystkie,
-                                                   wskazInny, oproznijListe,  skrocListe,  wydluzListe,
-                                                   zglos,     zglosBezNadawcy};
+    using TSkutek = void (*)(TZdarzenia&, TPole&);
+    const TSkutek nic = [](TZdarzenia&, TPole&) {};
+    const TSkutek skutki[] = {
+        nic,
+        [](TZdarzenia& z, TPole& nadawca) { z.Zwolnij(nadawca); },
+        [](TZdarzenia& z, TPole& nadawca) { std::erase_if(z.pola, [&](auto& p) { return p.get() != &nadawca; }); },
+        [](TZdarzenia& z, TPole&) { z.pola.clear(); },
+        [](TZdarzenia& z, TPole& nadawca) { static_cast<TPoleRefZeZdarz&>(nadawca).UstawObiekt(z.lista.Obiekty(0)); },
+        [](TZdarzenia& z, TPole&) { z.lista.ZerujDane(); },
+        [](TZdarzenia& z, TPole&) { z.lista.SkrocListe(3, false); },
+        [](TZdarzenia& z, TPole&) {
+            for (int i = 0; i < 50; ++i)
+                z.lista.Dopisz().SetId(9);
+        },
+        [](TZdarzenia&, TPole&) { ZTErrorFmt(u"zdarzenie", {}); }, // from here on they raise
+        [](TZdarzenia& z, TPole& nadawca) {
+            z.Zwolnij(nadawca);
+            ZTErrorFmt(u"zdarzenie", {});
+        }};
     const TArgument pole[] = {TWezel::nrId};
     const TArgument dwa[] = {2};
-    const auto usuwanie = [&](TListaWezlow& lista, int jak) {
-        switch (jak) {
-        case 0:
-            lista.UsunObiekt(30, true, false);
-            break;
-        case 1:
-            lista.UsunObiekty(pole, dwa, rlRozmLiterWazny);
-            break;
-        case 2:
-            lista.UsunObiektyOprocz(pole, dwa, rlRozmLiterWazny);
-            break;
-        case 3:
-            lista.UsunDuplikaty(pole, rlRozmLiterWazny);
-            break;
-        case 4: {
+    const std::function<void(TListaWezlow&)> usuwania[] = {
+        [](TListaWezlow& l) { l.UsunObiekt(30, true, false); },
+        [&](TListaWezlow& l) { l.UsunObiekty(pole, dwa, rlRozmLiterWazny); },
+        [&](TListaWezlow& l) { l.UsunObiektyOprocz(pole, dwa, rlRozmLiterWazny); },
+        [&](TListaWezlow& l) { l.UsunDuplikaty(pole, rlRozmLiterWazny); },
+        [](TListaWezlow& l) {
             TListaWskObiektow te;
-            te.DopiszDane(&lista);
+            te.DopiszDane(&l);
             te.SkrocListe(33, false);
-            lista.UsunTeObiekty(te, false);
-            break;
-        }
-        case 5:
-            lista.SkrocListe(2, false);
-            break;
-        default:
-            lista.ZerujDane();
-        }
-    };
+            l.UsunTeObiekty(te, false);
+        },
+        [](TListaWezlow& l) { l.SkrocListe(2, false); },
+        [](TListaWezlow& l) { l.ZerujDane(); }};
     const std::int64_t zajete = PulaZajete();
     for (std::size_t i = 0; i < std::size(skutki); ++i)
-        for (int jak = 0; jak < 7; ++jak) {
-            SCOPED_TRACE(testing::Message() << i << ' ' << jak);
+        for (const auto& usuwanie : usuwania) {
+            SCOPED_TRACE(testing::Message() << i << ' ' << &usuwanie - usuwania);
             TZdarzenia z(skutki[i]);
-            const std::u16string blad = testy::Blad([&] { usuwanie(z.lista, jak); });
+            const std::u16string blad = testy::Blad([&] { usuwanie(z.lista); });
             EXPECT_EQ(blad.find(u"zdarzenie") != std::u16string::npos, i >= 8) << Utf8ZUtf16(blad);
             EXPECT_GT(z.byloZdarzen, 0);
             for (const auto& p : z.pola) {
@@ -567,6 +548,52 @@ TEST(Odniesienia, ZdarzenieMozeWszystko) {
             z.skutek = nic;
         }
     EXPECT_EQ(PulaZajete(), zajete);
+}
+
+// What points at an object that is already dying is cleared when it is gone; what nobody ends leaves no trace.
+TEST(Odniesienia, NicNieZostajePoObiekcie) {
+    struct TUklad {
+        TWezel* ginacy = nullptr;
+        TPoleRefObiektu pozne;
+        TListaRefObiektow poznaLista;
+    } u;
+    const TZdarzeniePola naGinacy = {[](void* dane, TPole& /*nadawca*/) {
+                                         auto& uklad = *static_cast<TUklad*>(dane);
+                                         uklad.pozne.UstawObiekt(uklad.ginacy);
+                                         uklad.poznaLista.DodajObiekt(uklad.ginacy, 0);
+                                     },
+                                     &u};
+    class TWezelSlad : public TWezel { // not of the plain end of life
+        ZTOK_OBIEKT(TWezelSlad, TWezel)
+        void ZerujDane() override { TWezel::ZerujDane(); }
+    };
+    for (const bool zwykly : {true, false}) {
+        auto rodzic = zwykly ? Utworz<TWezel>() : TWlasny<TWezel>(Utworz<TWezelSlad>());
+        u.ginacy = rodzic.get();
+        TPoleRefZeZdarz naDziecko; // of the part, which dies within its owner's end
+        naDziecko.OnZerujRefDo = naGinacy;
+        naDziecko.UstawObiekt(&rodzic->GetDzieci().Dopisz());
+        Zwolnij(rodzic.Oddaj());
+        EXPECT_EQ(u.pozne.Obiekt(), nullptr);
+        EXPECT_TRUE(u.poznaLista.ListaPusta());
+    }
+    TWezel cel;
+    {
+        TPoleRefObiektu naStosie;
+        naStosie.UstawObiekt(&cel);
+        EXPECT_TRUE(cel.MaJakiesRef());
+    }
+    EXPECT_FALSE(cel.MaJakiesRef());
+    TWezel inny;
+    TPoleRefObiektu surowe;
+    surowe.UstawObiekt(&cel);
+    surowe.SetJakoVariant(surowe.GetJakoVariant()); // the same address changes nothing
+    EXPECT_TRUE(cel.MaRefOd(&surowe));
+    TPoleRefObiektu wzor;
+    wzor.UstawObiekt(&inny);
+    surowe.SetJakoString(wzor.GetJakoString()); // points, unregistered, and leaves no registration behind
+    EXPECT_EQ(surowe.Obiekt(), &inny);
+    EXPECT_FALSE(cel.MaJakiesRef() || inny.MaRefOd(&surowe));
 }
 
 } // namespace

@@ -190,34 +190,28 @@ TEST(Porownanie, OpcjePorownywacza) {
     TPorownywaczDanych bezChwilowych = Porownywacz(rpBezChwilowych);
     EXPECT_EQ(a->Porownaj(*b, &wszystkie), 1);
     EXPECT_EQ(a->Porownaj(*b, &bezChwilowych), 0);
+    EXPECT_EQ(a->PorownajOproczPol(*b, {}, rlRozmLiterWazny, LocaleWin1250, &bezChwilowych), 0);
     // Targets by their place, or by what they hold.
-    const auto ta = Utworz<TWszystko>();
-    const auto tb = Utworz<TWszystko>();
-    for (TWszystko* o : {ta.get(), tb.get()}) {
+    TWszystko ta;
+    TWszystko tb;
+    for (TWszystko* o : {&ta, &tb}) {
         for (int i = 0; i < 3; ++i)
             o->GetAdresy().Dopisz();
-        o->GetAdresy()[1]->SetNumer(o == ta.get() ? 1 : 0);
-        o->GetPowiazane().DodajObiekt(o->GetAdresy()[o == ta.get() ? 0 : 2], 0);
+        o->GetAdresy()[1]->SetNumer(o == &ta ? 1 : 0);
     }
-    struct {
-        int a;
-        int b;
-        int jakoSciezki;
-        int jakoWskazniki;
-    } const tabela[] = {{0, 0, 0, 0}, {0, 2, -1, 0}, {2, 0, 1, 0}, {1, 1, 0, 1}, {1, 2, -1, 1}};
-    for (const auto& t : tabela) {
-        for (const bool lista : {false, true}) {
-            const int nr = lista ? TWszystko::nrPowiazane : TWszystko::nrReferencja;
-            ta->SetReferencja(ta->GetAdresy()[t.a]);
-            tb->SetReferencja(tb->GetAdresy()[t.b]);
-            ta->GetPowiazane().SkrocListe(0, true);
-            tb->GetPowiazane().SkrocListe(0, true);
-            ta->GetPowiazane().DodajObiekt(ta->GetAdresy()[t.a], 0);
-            tb->GetPowiazane().DodajObiekt(tb->GetAdresy()[t.b], 0);
-            TPorownywaczDanych sciezki = Porownywacz(rpWszystkiePola, tprRefJakoSciezki, ta.get(), tb.get());
+    const int tabela[][4] = {{0, 0, 0, 0}, {0, 2, -1, 0}, {2, 0, 1, 0}, {1, 1, 0, 1}, {1, 2, -1, 1}};
+    for (const auto& [naCo, naCoDrugi, jakoSciezki, jakoWskazniki] : tabela) {
+        ta.SetReferencja(ta.GetAdresy()[naCo]);
+        tb.SetReferencja(tb.GetAdresy()[naCoDrugi]);
+        for (TWszystko* o : {&ta, &tb}) {
+            o->GetPowiazane().SkrocListe(0, true);
+            o->GetPowiazane().DodajObiekt(o->GetReferencja(), 0);
+        }
+        for (const int nr : {TWszystko::nrPowiazane, TWszystko::nrReferencja}) {
+            TPorownywaczDanych sciezki = Porownywacz(rpWszystkiePola, tprRefJakoSciezki, &ta, &tb);
             TPorownywaczDanych wskazniki = Porownywacz();
-            EXPECT_EQ(ta->PorownajPole(nr, *tb, sciezki), t.jakoSciezki) << t.a << t.b << lista;
-            EXPECT_EQ(ta->PorownajPole(nr, *tb, wskazniki), t.jakoWskazniki) << t.a << t.b << lista;
+            EXPECT_EQ(ta.PorownajPole(nr, tb, sciezki), jakoSciezki) << naCo << naCoDrugi << nr;
+            EXPECT_EQ(ta.PorownajPole(nr, tb, wskazniki), jakoWskazniki) << naCo << naCoDrugi << nr;
         }
     }
 }
@@ -399,54 +393,41 @@ TEST(Kopia, BladWSrodkuNieZostawiaNiezarejestrowanych) {
 }
 
 TEST(Kopia, ZnikajaPolaKtorychZrodloNieMa) {
-    const auto a = Utworz<TWszystko>();
-    const auto b = Utworz<TWszystko>();
-    b->SetNazwa(u"stara");
-    b->GetAdresy().Dopisz();
-    b->GetAdres().SetNumer(5);
-    b->SetI(7);
-    const TPole* pole = b->Pole(TWszystko::nrI);
-    a->SetI(8);
-    b->KopiujDane(*a);
-    EXPECT_EQ(b->Pole(TWszystko::nrI), pole); // a field object of the class stays
-    EXPECT_EQ(b->GetI(), 8);
-    EXPECT_EQ(b->GetNazwa(), u"");
-    EXPECT_FALSE(b->PoleNiepuste(TWszystko::nrNazwa));
-    EXPECT_TRUE(b->GetAdresy().ListaPusta());
-    EXPECT_EQ(b->Porownaj(*a), 0);
-    b->UstawPole(TWszystko::nrNazwa, Utworz<TPoleFileName>().Oddaj(), true);
-    static_cast<TPoleString&>(*b->Pole(TWszystko::nrNazwa)).UstawWartosc(u"plik");
-    a->KopiujDane(*b); // a field of a class derived from the declared one keeps its class
-    EXPECT_EQ(a->Pole(TWszystko::nrNazwa)->Klasa(), TPoleFileName::KlasaStatyczna());
-    EXPECT_EQ(a->GetNazwa(), u"plik");
-    b->KopiujDane(*b);
-    EXPECT_EQ(b->GetNazwa(), u"plik");
+    TWszystko a;
+    TWszystko b;
+    b.WpiszDane({u"Nazwa", u"Adres.Numer", u"I"}, {u"stara", 5, 7});
+    b.GetAdresy().Dopisz();
+    const TPole* pole = b.Pole(TWszystko::nrI);
+    a.SetI(8);
+    b.KopiujDane(a);
+    EXPECT_EQ(b.Pole(TWszystko::nrI), pole); // a field object of the class stays
+    EXPECT_FALSE(b.PoleNiepuste(TWszystko::nrNazwa));
+    EXPECT_TRUE(b.GetAdresy().ListaPusta());
+    EXPECT_EQ(b.Porownaj(a), 0);
+    b.UstawPole(TWszystko::nrNazwa, Utworz<TPoleFileName>().Oddaj(), true);
+    static_cast<TPoleString&>(*b.Pole(TWszystko::nrNazwa)).UstawWartosc(u"plik");
+    a.KopiujDane(b); // a field of a class derived from the declared one keeps its class
+    EXPECT_EQ(a.Pole(TWszystko::nrNazwa)->Klasa(), TPoleFileName::KlasaStatyczna());
+    a.KopiujDane(a);
+    EXPECT_EQ(a.GetNazwa(), u"plik");
 }
 
 TEST(Kopia, PolaWspolnegoPrzodka) {
-    const auto galaz = Utworz<TGalaz>();
-    const auto konar = Utworz<TKonar>();
-    galaz->SetA(1);
-    galaz->SetB(u"b");
-    galaz->SetC(3);
-    galaz->SetD(u"d");
-    galaz->GetGniazdo().SetUlica(u"u");
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { konar->KopiujDane(*galaz); })); // field 5 does not fit
-    konar->ZerujDane();
-    konar->SetE(55);
-    konar->KopiujDanePrzodkow(*galaz);
-    EXPECT_EQ(konar->GetA(), 1);
-    EXPECT_EQ(konar->GetB(), u"b");
-    EXPECT_EQ(konar->GetGniazdo().GetUlica(), u"u");
-    EXPECT_EQ(konar->GetE(), 55); // beyond the ancestor's last field: untouched
-    const auto pien = Utworz<TPien>();
-    pien->KopiujDanePrzodkow(*konar);
-    EXPECT_EQ(pien->GetGniazdo().GetUlica(), u"u");
-    EXPECT_EQ(pien->OstUzywanePole(), 4);
-    const auto obcy = Utworz<TAdres>();
-    obcy->SetNumer(9);
-    pien->KopiujDanePrzodkow(*obcy); // TObiekt is all they share
-    EXPECT_EQ(pien->GetA(), 1);
+    TGalaz galaz;
+    TKonar konar;
+    galaz.WpiszDane({u"A", u"B", u"C", u"D", u"Gniazdo.Ulica"}, {1, u"b", 3, u"d", u"u"});
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { konar.KopiujDane(galaz); })); // field 5 does not fit
+    konar.Inicjuj({u"E"}, {55});
+    konar.KopiujDanePrzodkow(galaz);
+    EXPECT_EQ(konar.OpisTekstowy(), u"Konar: A=1, B=b, E=55"); // beyond the ancestor's last field: untouched
+    TPien pien;
+    pien.KopiujDanePrzodkow(konar);
+    EXPECT_EQ(pien.GetGniazdo().GetUlica(), u"u");
+    EXPECT_EQ(pien.OstUzywanePole(), 4);
+    TAdres obcy;
+    obcy.SetNumer(9);
+    pien.KopiujDanePrzodkow(obcy); // TObiekt is all they share
+    EXPECT_EQ(pien.GetA(), 1);
 }
 
 TEST(Kopia, LosoweDrzewa) {
@@ -467,20 +448,19 @@ TEST(Kopia, LosoweDrzewa) {
     }
 }
 
-} // namespace
-
 // A copy between an object and a part of itself reads a copy first: neither frees nor grows what it reads.
 TEST(Kopia, ZWlasnejCzesci) {
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    o->SetI(1);
-    TWszystko& czesc = o->GetPodrzedne().Dopisz();
+    TWszystko o;
+    TWszystko& czesc = o.GetPodrzedne().Dopisz();
     czesc.SetI(2);
     czesc.GetPodrzedne().Dopisz().SetI(3);
     const TWlasny<TObiektBazowy> wzor = czesc.KlonujObiekt(false);
-    o->KopiujDane(czesc); // frees the part while it is the source
-    EXPECT_EQ(o->Porownaj(*wzor), 0);
-    TWszystko* srodek = o->GetPodrzedne()[0];
-    const TWlasny<TObiektBazowy> caly = o->KlonujObiekt(false);
-    srodek->KopiujDane(*o); // the source holds the target
+    o.KopiujDane(czesc); // frees the part while it is the source
+    EXPECT_EQ(o.Porownaj(*wzor), 0);
+    TWszystko* srodek = o.GetPodrzedne()[0];
+    const TWlasny<TObiektBazowy> caly = o.KlonujObiekt(false);
+    srodek->KopiujDane(o); // the source holds the target
     EXPECT_EQ(srodek->Porownaj(*caly), 0);
 }
+
+} // namespace

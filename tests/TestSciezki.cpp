@@ -40,76 +40,82 @@ class Sciezki : public ::testing::Test {
 };
 
 TEST_F(Sciezki, TablicaSciezek) {
-    enum : std::uint8_t { jest, bezObiektu, zla };
-    const struct {
-        std::u16string_view sciezka;
-        int stan; // there; a good path through what does not exist; a bad path
-        std::u16string_view tekst;
-    } tablica[] = {
-        {u"I", jest, u"7"},
-        {u"nAZWA", jest, u"Korzeń"},
-        {u"Adres.Ulica", jest, u"Długa"},
-        {u"ADRES.ulica", jest, u"Długa"},
-        {u"Adresy[1].Numer", jest, u"2"},
-        {u"Adresy[1]Numer", jest, u"2"},
-        {u"Adresy.[1].Numer", jest, u"2"},
-        {u"Adresy[max].Numer", jest, u"3"},
-        {u"Adresy[Numer=2;Ulica='A; B'].Numer", jest, u"2"},
-        {u"Adresy[Ulica=Inna].Numer", jest, u"3"}, // the last that meets them
-        {u"Rozne[0].I", jest, u"9"},
-        {u"Podrzedne[0].Adresy[0].Numer", jest, u"5"},
-        {u"Wskaznik.Wskaznik.Adres.Ulica", jest, u"Długa"},
-        {u"Referencja.Ulica", jest, u"A; B"},
-        {u"Powiazane[0].Ulica", jest, u"Długa"},
-        {u"S", jest, u""}, // declared, never written
-        {u"Adres.Miasto", jest, u""},
-        {u"Adresy[3].Numer", bezObiektu, u""},
-        {u"Adresy[-1].Numer", bezObiektu, u""},
-        {u"Adresy[Numer=4].Ulica", bezObiektu, u""},
-        {u"Podrzedne[0].Adres.Ulica", bezObiektu, u""},
-        {u"Podrzedne[0].Wskaznik.I", bezObiektu, u""},
-        {u"Nie", zla, u""},
-        {u"Adres.Nie", zla, u""},
-        {u"Adresy[0].Nie", zla, u""},
-        {u"Adresy.Numer", zla, u""},
-        {u"Adresy[0", zla, u""},
-        {u"[0].I", zla, u""},
-        {u"I.J", zla, u""},
-        {u"Adres..Ulica", zla, u""},
-        {u".I", zla, u""},
-        {u"Adres[0].Ulica", zla, u""},
-        {u"Rozne[1].I", zla, u""}, // the classes do not say what a collection holds
-    };
-    for (const auto& w : tablica) {
-        SCOPED_TRACE(::testing::PrintToString(std::u16string(w.sciezka)));
+    enum TStan { jest, bezObiektu, zla }; // there; a good path through what does not exist; a bad path
+    const auto sprawdz = [this](std::u16string_view sciezka, TStan stan, std::u16string_view oczekiwane) {
+        SCOPED_TRACE(Utf8ZUtf16(sciezka));
         TObiektBazowy* obiekt = nullptr;
         int nr = -2;
-        EXPECT_EQ(o.ObiektIPole(w.sciezka, false, obiekt, nr), w.stan == jest);
-        EXPECT_EQ(obiekt != nullptr, w.stan == jest);
-        EXPECT_EQ(o.SciezkaIstnieje(w.sciezka), w.stan == jest);
+        EXPECT_EQ(o.ObiektIPole(sciezka, false, obiekt, nr), stan == jest);
+        EXPECT_EQ(obiekt != nullptr, stan == jest);
+        EXPECT_EQ(o.SciezkaIstnieje(sciezka), stan == jest);
         const TKlasa* klasa = nullptr;
         int nrKlasy = -2;
-        const bool zKlas = o.KlasaIPole(w.sciezka, klasa, nrKlasy);
-        if (w.stan == jest && zKlas) {
+        const bool zKlas = o.KlasaIPole(sciezka, klasa, nrKlasy);
+        if (stan == jest && zKlas) {
             EXPECT_EQ(klasa, obiekt->Klasa());
             EXPECT_EQ(nrKlasy, nr);
         }
-        if (w.sciezka.find(u"Rozne") != 0 && w.sciezka.find(u"Powiazane") != 0) {
-            EXPECT_EQ(zKlas, w.stan != zla);
+        if (sciezka.find(u"Rozne") != 0 && sciezka.find(u"Powiazane") != 0) {
+            EXPECT_EQ(zKlas, stan != zla); // the classes do not say what a collection holds
         }
-        std::u16string tekst;
-        const auto zly = [&](std::u16string_view operacja) {
-            return w.stan == zla ? std::u16string(operacja) + u": Błędna ścieżka : " + std::u16string(w.sciezka)
-                                 : u"(no error)";
+        const auto tekst = [&](std::u16string_view operacja, auto dzialanie) {
+            std::u16string wynik;
+            const std::u16string blad = Blad([&] { wynik = dzialanie(); });
+            EXPECT_EQ(blad, stan == zla ? std::u16string(operacja).append(u": Błędna ścieżka : ").append(sciezka)
+                                        : u"(no error)");
+            EXPECT_EQ(wynik, oczekiwane);
         };
-        EXPECT_EQ(Blad([&] { tekst = o.GetTekstowoWgSciezki(w.sciezka); }), zly(u"GetTekstowoWgSciezki"));
-        EXPECT_EQ(tekst, w.tekst);
-        EXPECT_EQ(o.DajTrescWgSciezki(w.sciezka), w.tekst);
-        EXPECT_EQ(Blad([&] { tekst = o.GetVariantowoWgSciezki(w.sciezka).JakoTekst16(); }),
-                  zly(u"GetVariantowoWgSciezki"));
-        EXPECT_EQ(tekst, w.tekst);
-        EXPECT_EQ(Blad([&] { o.ZerujPole(std::u16string(w.stan == jest ? u"S" : w.sciezka)); }), zly(u"ZerujPole"));
-    }
+        tekst(u"GetTekstowoWgSciezki", [&] { return o.GetTekstowoWgSciezki(sciezka); });
+        tekst(u"GetVariantowoWgSciezki", [&] { return o.GetVariantowoWgSciezki(sciezka).JakoTekst16(); });
+        EXPECT_EQ(o.DajTrescWgSciezki(sciezka), oczekiwane);
+        if (stan != jest)
+            tekst(u"ZerujPole", [&] {
+                o.ZerujPole(sciezka);
+                return std::u16string();
+            });
+    };
+    const std::u16string_view dobre[] = {u"I",
+                                         u"7",
+                                         u"nAZWA",
+                                         u"Korzeń",
+                                         u"Adres.Ulica",
+                                         u"Długa",
+                                         u"ADRES.ulica",
+                                         u"Długa",
+                                         u"Adresy[1].Numer",
+                                         u"2",
+                                         u"Adresy[1]Numer",
+                                         u"2",
+                                         u"Adresy.[1].Numer",
+                                         u"2",
+                                         u"Adresy[max].Numer",
+                                         u"3",
+                                         u"Rozne[0].I",
+                                         u"9",
+                                         u"Adresy[Numer=2;Ulica='A; B'].Numer",
+                                         u"2",
+                                         u"Adresy[Ulica=Inna].Numer",
+                                         u"3",
+                                         u"Referencja.Ulica",
+                                         u"A; B",
+                                         u"Podrzedne[0].Adresy[0].Numer",
+                                         u"5",
+                                         u"Wskaznik.Wskaznik.Adres.Ulica",
+                                         u"Długa",
+                                         u"S",
+                                         u"",
+                                         u"Powiazane[0].Ulica",
+                                         u"Długa",
+                                         u"Adres.Miasto",
+                                         u""};
+    for (std::size_t i = 0; i < std::size(dobre); i += 2)
+        sprawdz(dobre[i], jest, dobre[i + 1]);
+    for (const std::u16string_view s : {u"Adresy[3].Numer", u"Adresy[-1].Numer", u"Adresy[Numer=4].Ulica",
+                                        u"Podrzedne[0].Adres.Ulica", u"Podrzedne[0].Wskaznik.I"})
+        sprawdz(s, bezObiektu, u"");
+    for (const std::u16string_view s : {u"Nie", u"Adres.Nie", u"Adresy[0].Nie", u"Adresy.Numer", u"Adresy[0", u"[0].I",
+                                        u"I.J", u"Adres..Ulica", u".I", u"Adres[0].Ulica", u"Rozne[1].I"})
+        sprawdz(s, zla, u"");
     TObiektBazowy* obiekt = nullptr;
     int nr = 0;
     EXPECT_TRUE(o.ObiektIPole(u"", false, obiekt, nr));
@@ -121,38 +127,29 @@ TEST_F(Sciezki, TablicaSciezek) {
 }
 
 TEST_F(Sciezki, ZapisWgSciezki) {
-    const struct {
-        std::u16string_view sciezka;
-        bool dobra;
-    } tablica[] = {
-        {u"Podrzedne[0].Adres.Ulica", true},
-        {u"S", true},
-        {u"Adresy[Numer=8].Miasto", true},
-        {u"Adresy[9].Numer", false},
-        {u"Wskaznik", false},
-        {u"referencja", false},
-        {u"Podrzedne[0].Wskaznik.I", false},
-        {u"", false},
-        {u"Adresy[0]", false},
-        {u"Adres.Nie", false},
-        {u"Adresy[Brak=1].Numer", false},
-    };
-    for (const auto& w : tablica) {
-        SCOPED_TRACE(::testing::PrintToString(std::u16string(w.sciezka)));
+    const std::u16string_view sciezki[] = {u"S",
+                                           u"Podrzedne[0].Adres.Ulica",
+                                           u"Adresy[Numer=8].Miasto", // good
+                                           u"Adresy[9].Numer",
+                                           u"Wskaznik",
+                                           u"referencja",
+                                           u"Podrzedne[0].Wskaznik.I",
+                                           u"",
+                                           u"Adresy[0]",
+                                           u"Adres.Nie",
+                                           u"Adresy[Brak=1].Numer"};
+    for (std::size_t i = 0; i < std::size(sciezki); ++i)
         for (const bool tekstowo : {true, false}) {
+            const std::u16string sciezka(sciezki[i]);
             const std::u16string blad = Blad([&] {
-                if (tekstowo)
-                    o.SetTekstowoWgSciezki(w.sciezka, u"12");
-                else
-                    o.SetVariantowoWgSciezki(w.sciezka, TWariant(13));
+                tekstowo ? o.SetTekstowoWgSciezki(sciezka, u"12") : o.SetVariantowoWgSciezki(sciezka, TWariant(13));
             });
             const std::u16string operacja = tekstowo ? u"SetTekstowoWgSciezki" : u"SetVariantowoWgSciezki";
-            EXPECT_EQ(blad, w.dobra ? u"(no error)" : operacja + u": Błędna ścieżka : " + std::u16string(w.sciezka));
-            if (w.dobra) {
-                EXPECT_EQ(o.GetTekstowoWgSciezki(w.sciezka), tekstowo ? u"12" : u"13");
+            EXPECT_EQ(blad, i < 3 ? u"(no error)" : operacja + u": Błędna ścieżka : " + sciezka);
+            if (i < 3) {
+                EXPECT_EQ(o.GetTekstowoWgSciezki(sciezka), tekstowo ? u"12" : u"13");
             }
         }
-    }
     EXPECT_EQ(o.GetAdresy().IleObiektow(), 4); // made once, found then; refused conditions leave nothing behind
     EXPECT_EQ(o.GetWskaznik(), &o);
     EXPECT_EQ(o.GetReferencja(), o.GetAdresy().Obiekty(1));
@@ -198,86 +195,67 @@ TEST_F(Sciezki, WlasnaSciezkaProwadziDoObiektu) {
 }
 
 TEST_F(Sciezki, DowolnyElement) {
-    TListaBazowa& lista = o.GetAdresy();
-    const auto ma = [&](std::u16string_view s, const TArgument& c) { return lista.PoleMaCeche(s, c, kWazny); };
-    EXPECT_TRUE(ma(u"[?].Numer", 2));
-    EXPECT_FALSE(ma(u"[?].Numer", 4));
-    EXPECT_TRUE(ma(u"[max].Numer", 3));
-    EXPECT_FALSE(ma(u"[0].Numer", 3));
-    EXPECT_EQ(lista.PorPoleONazwieZCecha(u"[?].Numer", 9, kWazny, LocaleWin1250), 1);
-    EXPECT_EQ(lista.PorPoleONazwieZCecha(u"[?].Numer", 0, kWazny, LocaleWin1250), -1);
-    EXPECT_EQ(Blad([&] { ma(u"[?].Nie", 1); }), u"PorPoleONazwieZCecha: Błędna ścieżka : Nie");
-    EXPECT_EQ(Blad([&] { ma(u"Numer", 1); }), u"PorPoleONazwieZCecha: Błędna ścieżka : Numer");
-    lista.ZerujPole(u"[?].Numer");
-    EXPECT_FALSE(ma(u"[?].Numer", 2));
-    EXPECT_TRUE(ma(u"[?].Numer", 0)); // nothing there counts as the default value
-    lista.ZerujPole(u"[?]");
-    EXPECT_EQ(lista.IleObiektow(), 0);
-    EXPECT_FALSE(ma(u"[?].Numer", 0));
-    EXPECT_EQ(o.GetReferencja(), nullptr);
-}
-
-TEST_F(Sciezki, DowolnyElementWGlebi) {
     probki::TListaWszystkich& podrzedne = o.GetPodrzedne();
     podrzedne.Dopisz();
     for (const int n : {6, 7})
         podrzedne[1]->GetAdresy().Dopisz().SetNumer(n);
-    const std::u16string dlugi = [] {
-        std::u16string s = u"Adresy";
-        for (int i = 0; i < 300; ++i)
-            s += u"[?]";
-        return s;
-    }();
-    const struct {
-        std::u16string_view sciezka;
-        int cecha;
-        int wynik; // of the comparison; 9: a bad path
-    } tablica[] = {
-        {u"Adresy[?].Numer", 3, 0},
-        {u"Adresy.[?]Numer", 4, 1},
-        {u"adresy[?].Numer", 0, -1},
-        {u"Podrzedne[?].Adresy[?].Numer", 5, 0},
-        {u"Podrzedne[?].Adresy[?].Numer", 7, 0},
-        {u"Podrzedne[?].Adresy[?].Numer", 4, -1}, // as the first element of the first list
-        {u"Podrzedne[1].Adresy[?].Numer", 5, -1},
-        {u"Podrzedne[?].Adresy[Max].Numer", 7, 0},
-        {u"Podrzedne[I=77].Adresy[?].Numer", 7, 1}, // no such element
-        {u"Podrzedne[0].Podrzedne[?].I", 0, 1},     // a list that was never made
-        {u"Wskaznik.Adresy[?].Numer", 2, 0},
-        {u"Rozne[?].I", 9, 0},
-        {u"Podrzedne[0].Rozne[?].I", 9, 1},
-        {u"Podrzedne[0].Wskaznik.Adresy[?].Numer", 9, 1}, // behind a null pointer
-        {u"Adres[?].Numer", 1, 9},
-        {u"I[?]", 1, 9},
-        {u"[?].Numer", 1, 9}, // no list itself
-        {u"Nie[?].Numer", 1, 9},
-        {u"Adresy[?].Nie", 1, 9},
-        {dlugi, 1, 9},
-    };
-    for (const auto& wiersz : tablica) {
-        const std::u16string_view sciezka = wiersz.sciezka;
-        const int cecha = wiersz.cecha;
-        const int wynik = wiersz.wynik;
-        const testing::ScopedTrace slad(__FILE__, __LINE__, Utf8ZUtf16(sciezka));
-        std::int32_t jest = 9;
-        const std::u16string blad = Blad([&] { jest = o.PorPoleONazwieZCecha(sciezka, cecha, kWazny, LocaleWin1250); });
-        EXPECT_EQ(jest, wynik);
-        EXPECT_EQ(blad != u"(no error)", wynik == 9);
-        if (wynik != 9) {
-            EXPECT_EQ(o.PoleMaCeche(sciezka, cecha, kWazny), wynik == 0);
-            EXPECT_EQ(o.MaCechy(TArg{sciezka}, TArg{cecha}, kWazny), wynik == 0);
-            EXPECT_EQ(o.PorownajCechy(TArg{sciezka}, TArg{cecha}, kWazny, LocaleWin1250), wynik);
+    o.GetRozne().Dodaj(Utworz<TAdres>())->SetTekstowoWgSciezki(u"Numer", u"9");
+    o.GetRozne().Dodaj(Utworz<probki::TListaAdresow>());
+    std::u16string dlugi = u"Adresy";
+    for (int i = 0; i < 300; ++i)
+        dlugi += u"[?]";
+    const auto sprawdz = [](const TObiektBazowy& obiekt, int wynik, int cecha, auto... sciezki) { // 9: a bad path
+        for (const std::u16string_view sciezka : {std::u16string_view(sciezki)...}) {
+            SCOPED_TRACE(Utf8ZUtf16(sciezka));
+            std::int32_t jest = 9;
+            const std::u16string blad =
+                Blad([&] { jest = obiekt.PorPoleONazwieZCecha(sciezka, cecha, kWazny, LocaleWin1250); });
+            EXPECT_EQ(jest, wynik);
+            EXPECT_EQ(blad.find(u"PorPoleONazwieZCecha: Błędna ścieżka : ") == 0, wynik == 9);
+            EXPECT_EQ(obiekt.MaCechy(TArg{TArgument(sciezka)}, TArg{TArgument(cecha)}, kWazny), wynik == 0);
+            if (wynik != 9) {
+                EXPECT_EQ(obiekt.PoleMaCeche(sciezka, cecha, kWazny), wynik == 0);
+                EXPECT_EQ(obiekt.PorownajCechy(TArg{TArgument(sciezka)}, TArg{TArgument(cecha)}, kWazny, LocaleWin1250),
+                          wynik);
+            }
+            EXPECT_EQ(obiekt.SciezkaIstnieje(sciezka), wynik != 9 && sciezka.find(u'?') == std::u16string_view::npos);
         }
-        EXPECT_FALSE(o.SciezkaIstnieje(sciezka));
-    }
+    };
+    TListaBazowa& lista = o.GetAdresy();
+    sprawdz(o, 0, 3, u"Adresy[?].Numer", u"adresy.[?]Numer", u"Wskaznik.Adresy[?].Numer");
+    sprawdz(o, 1, 4, u"Adresy[?].Numer");
+    sprawdz(o, -1, 0, u"Adresy[?].Numer");
+    sprawdz(o, 0, 7, u"Podrzedne[?].Adresy[?].Numer", u"Podrzedne[?].Adresy[Max].Numer");
+    sprawdz(o, -1, 4, u"Podrzedne[?].Adresy[?].Numer", u"Podrzedne[1].Adresy[?].Numer"); // as the first element
+    sprawdz(o, 0, 9, u"Rozne[?].I", u"Rozne[?].Numer"); // each of a class that knows it
+    sprawdz(o, -1, 8, u"Rozne[?].Numer");
+    // No element, a list that was never made, nothing behind a pointer.
+    sprawdz(o, 1, 9, u"Podrzedne[I=77].Adresy[?].Numer", u"Podrzedne[0].Podrzedne[?].I", u"Podrzedne[0].Rozne[?].I",
+            u"Podrzedne[0].Wskaznik.Adresy[?].Numer", u"Rozne[2][?].Numer", u"Rozne[?].Adresy[?].X");
+    sprawdz(o, 9, 1, u"Adres[?].Numer", u"I[?]", u"[?].Numer", u"Nie[?].Numer", u"Adresy[?].Nie", u"Rozne[?].Nie",
+            dlugi);
+    sprawdz(lista, 0, 2, u"[?].Numer", u"[1].Numer");
+    sprawdz(lista, -1, 0, u"[max].Numer", u"[?].Numer");
+    sprawdz(lista, 9, 1, u"[?].Nie", u"Numer");
+    EXPECT_TRUE(lista.MaCechy(TArg{u"[1].Numer", u"[?].Ulica"}, TArg{2, u"Inna"}, kWazny));
+    EXPECT_FALSE(lista.MaCechy(TArg{u"[1].Numer", u"[7].Ulica"}, TArg{2, u"Inna"}, kWazny));
+    EXPECT_FALSE(lista.PoleNrMaCeche(3, 0, kWazny)); // an index without an element is no error
+    EXPECT_EQ(lista.PorPoleNrZCecha(-2, 0, kWazny, LocaleWin1250), 1);
+    EXPECT_TRUE(o.GetLiczby().MaCechy(TArg{-1}, TArg{u""}, kWazny));
+
+    o.ZerujPole(u"Rozne[?].Numer");
+    sprawdz(o, 0, 0, u"Rozne[1].Numer"); // nothing there counts as the default value
+    sprawdz(o, 0, 9, u"Rozne[0].I");
     o.ZerujPole(u"Podrzedne[?].Adresy[?].Numer");
-    EXPECT_FALSE(o.PoleMaCeche(u"Podrzedne[?].Adresy[?].Numer", 7, kWazny));
-    EXPECT_TRUE(o.PoleMaCeche(u"Podrzedne[?].Adresy[?].Numer", 0, kWazny));
+    sprawdz(o, 1, 7, u"Podrzedne[?].Adresy[?].Numer");
     o.ZerujPole(u"Podrzedne[?].Adresy[?]");
     EXPECT_TRUE(podrzedne[1]->GetAdresy().ListaPusta());
     EXPECT_EQ(podrzedne.IleObiektow(), 2);
     o.ZerujPole(u"Podrzedne[0].Podrzedne[?].I"); // nothing there
     EXPECT_EQ(podrzedne[0]->Pole(TWszystko::nrPodrzedne), nullptr);
+    lista.ZerujPole(u"[?]");
+    EXPECT_EQ(lista.IleObiektow(), 0);
+    EXPECT_EQ(o.GetReferencja(), nullptr);
 }
 
 class TMiarka : public TObiekt {
@@ -401,19 +379,81 @@ TEST_F(Sciezki, OperacjePoListachPol) {
     EXPECT_FALSE(x.GetPodrzedne().PrzepnijLubKopiuj(x.GetPodrzedne()));
 }
 
-} // namespace
+TEST_F(Sciezki, ZKlasyIJakoMaska) {
+    const TKlasa* klasa = nullptr;
+    int nr = -2;
+    EXPECT_TRUE(TObiektBazowy::KlasaIPole(TWszystko::KlasaStatyczna(), u"Podrzedne[?].Adres.Numer", klasa, nr));
+    EXPECT_EQ(klasa, TAdres::KlasaStatyczna());
+    EXPECT_EQ(nr, 1);
+    EXPECT_TRUE(TListaBazowa::KlasaIPole(probki::TListaAdresow::KlasaStatyczna(), u"[0]", klasa, nr));
+    EXPECT_EQ(klasa, TAdres::KlasaStatyczna());
+    EXPECT_FALSE(TObiektBazowy::KlasaIPole(nullptr, u"", klasa, nr));
+    // An object's value by mask is what stands at the path; a pointer's is its target's.
+    EXPECT_EQ(o.WartWgMaski(u"Adres.Ulica"), u"Długa");
+    EXPECT_EQ(o.Pole(TWszystko::nrReferencja)->WartWgMaski(u"Numer"), u"2");
+    EXPECT_EQ(o.Pole(TWszystko::nrReferencja)->WartWgMaski(u""), u"Adres: Ulica=A; B, Numer=2");
+    EXPECT_EQ(o.GetAdresy().WartWgMaski(u"[0].Numer"), u"1");
+    EXPECT_EQ(o.WartWgMaski(u"Nie"), u"");
+}
 
-// A pointer back to the object itself: a path through it ends, however long it is.
-TEST_F(Sciezki, DlugaPrzezWskaznik) {
-    const TWlasny<TWszystko> wkolko = Utworz<TWszystko>();
-    wkolko->SetWskaznik(wkolko.get());
-    wkolko->SetI(7);
-    const auto sciezka = [](int kroki) {
+// Whatever a path says, no number of it becomes an address, and its length is no depth of the stack.
+TEST_F(Sciezki, ZlosliweSciezki) {
+    for (const std::u16string_view s : {u"Podrzedne[Wskaznik=4660].I", u"Podrzedne[I=3;referencja=4660].I"})
+        EXPECT_EQ(Blad([&] { o.SetTekstowoWgSciezki(s, u"1"); }).find(u"SetTekstowoWgSciezki: Błędna ścieżka"), 0U);
+    EXPECT_EQ(Blad([&] { o.GetPodrzedne().DajElemListy(u"Wskaznik=4660", true); }),
+              u"WD: Błędne podpole = \"Wskaznik\"");
+    EXPECT_EQ(o.GetPodrzedne().IleObiektow(), 1);
+    std::u16string wGlab;
+    for (int i = 0; i < 200000; ++i)
+        wGlab += u"[0]";
+    TListaWskObiektow wkolko;
+    wkolko.DodajObiekt(&wkolko, 0);
+    EXPECT_FALSE(wkolko.SciezkaIstnieje(wGlab));
+    EXPECT_TRUE(wkolko.SciezkaIstnieje(wGlab.substr(0, 600)));
+    const auto przezWskaznik = [](int kroki) {
         std::u16string tekst;
-        for (int i = 0; i < kroki; ++i)
+        while (kroki-- > 0)
             tekst += u"Wskaznik.";
         return tekst + u"I";
     };
-    EXPECT_EQ(wkolko->GetTekstowoWgSciezki(sciezka(200)), u"7");
-    EXPECT_FALSE(wkolko->SciezkaIstnieje(sciezka(200000)));
+    EXPECT_EQ(o.GetTekstowoWgSciezki(przezWskaznik(200)), u"7");
+    EXPECT_FALSE(o.SciezkaIstnieje(przezWskaznik(200000)));
 }
+
+// Part of a nested object that the source, or the target, has not.
+TEST_F(Sciezki, CzesciKtorychNieMa) {
+    const TArg czesc = {u"Adres.Ulica"};
+    const auto stan = [](const TWszystko& w) {
+        const TAdres* a = w.GetAdres();
+        return a == nullptr ? u"brak" : a->GetUlica() + (a->GetNumer() == 0 ? u"" : u"+");
+    };
+    const struct {
+        bool zrodlo, cel;
+        std::u16string_view pol, oprocz;
+    } tablica[] = {{true, true, u"zrodlo+", u"cel+"}, {false, true, u"+", u"cel"}, {true, false, u"zrodlo", u"+"}};
+    for (const auto& w : tablica)
+        for (const bool oprocz : {false, true}) {
+            TWszystko zrodlo;
+            TWszystko cel;
+            if (w.zrodlo)
+                zrodlo.WpiszDane({u"Adres.Ulica", u"Adres.Numer"}, {u"zrodlo", 1});
+            if (w.cel)
+                cel.WpiszDane({u"Adres.Ulica", u"Adres.Numer"}, {u"cel", 2});
+            if (oprocz)
+                cel.KopiujDaneOprocz(zrodlo, czesc);
+            else
+                cel.KopiujDanePol(zrodlo, czesc);
+            EXPECT_EQ(stan(cel), oprocz ? w.oprocz : w.pol) << w.zrodlo << w.cel << oprocz;
+            EXPECT_EQ(cel.PorownajOproczPol(zrodlo, czesc, kWazny), oprocz || !w.cel ? oprocz ? 0 : -1 : 1)
+                << w.zrodlo << w.cel << oprocz;
+        }
+    TWszystko pelny;
+    pelny.SetI(5);
+    const TKlasa* const klasy[] = {TPoleInteger::KlasaStatyczna()};
+    pelny.KopiujDaneKlas(TWszystko(), klasy); // a field that the source never made is empty in the copy
+    EXPECT_FALSE(pelny.PoleNiepuste(TWszystko::nrI));
+    EXPECT_EQ(Blad([&] { static_cast<void>(o.PorownajOproczPol(pelny, TArg{u"Nie"}, kWazny)); }),
+              u"POP: Błędna ścieżka : Nie");
+}
+
+} // namespace

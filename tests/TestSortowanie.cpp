@@ -28,25 +28,30 @@ TElementy Elementy(const TListaBazowa& lista) {
     return wynik;
 }
 
+using V = std::vector<int>;
+V Numery(const TListaBazowa& lista) {
+    V wynik;
+    for (TObiektBazowy* o : lista)
+        wynik.push_back(static_cast<TAdres*>(o)->GetNumer());
+    return wynik;
+}
+
 // The rules of the sort, word by word: the pivot is an object, equal elements are exchanged, left part first.
-template <class F> bool SortModelu(TElementy& e, int l, int r, const F& porownaj) {
+template <class F> bool SortModelu(TElementy& e, std::ptrdiff_t l, std::ptrdiff_t r, const F& porownaj) {
     bool zmiana = false;
     while (l < r) {
-        const TObiektBazowy* os = e[static_cast<std::size_t>((l + r) / 2)];
-        int i = l;
-        int j = r;
+        const auto at = [&e](std::ptrdiff_t i) { return e.begin() + i; };
+        const TObiektBazowy* os = *at((l + r) / 2);
+        std::ptrdiff_t i = l;
+        std::ptrdiff_t j = r;
         do {
-            while (porownaj(e[static_cast<std::size_t>(i)], os) < 0)
-                ++i;
-            while (porownaj(e[static_cast<std::size_t>(j)], os) > 0)
-                --j;
+            for (; porownaj(*at(i), os) < 0; ++i) {
+            }
+            for (; porownaj(*at(j), os) > 0; --j) {
+            }
             if (i <= j) {
-                if (i != j) {
-                    std::swap(e[static_cast<std::size_t>(i)], e[static_cast<std::size_t>(j)]);
-                    zmiana = true;
-                }
-                ++i;
-                --j;
+                zmiana = zmiana || i != j;
+                std::iter_swap(at(i++), at(j--));
             }
         } while (i <= j);
         if (j > l)
@@ -101,26 +106,18 @@ TEST_F(Sortowanie, KolejnoscZamianJakWModelu) {
             zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) { return a->Porownaj(*b); });
             ASSERT_EQ(lista.PosortujWgFun(), zmiana);
             break;
-        case 2: { // descending by number, ascending by the path; the lone path counts when it is there at all
-            const TRodzajSortowania kierunki[] = {rsMalejaco, rsRosnaco, rsMalejaco};
-            const auto ranga = [&](auto* o) { return ulica(o) == u"a" ? 2 : static_cast<int>(!ulica(o).empty()); };
-            zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) {
-                const int wynik = -Znak(numer(a), numer(b));
-                return wynik != 0 ? wynik : Znak(ranga(a), ranga(b));
-            });
-            ASSERT_EQ(lista.PosortujWgPol(pola, kierunki), zmiana);
-            ASSERT_TRUE(lista.ListaMaPosortowanie(pola, kierunki));
-            break;
-        }
+        case 2:   // descending by number, ascending by the path; the lone path counts when it is there at all
         case 3: { // the last direction goes on
-            const TRodzajSortowania kierunki[] = {rsMalejaco};
+            const bool obie = proba % 5 == 3;
+            const TRodzajSortowania trzy[] = {rsMalejaco, rsRosnaco, rsMalejaco};
+            const std::span<const TRodzajSortowania> kierunki(trzy, obie ? 1 : 3);
             const auto ranga = [&](auto* o) { return ulica(o) == u"a" ? 2 : static_cast<int>(!ulica(o).empty()); };
             zmiana = SortModelu(model, 0, ile - 1, [&](auto* a, auto* b) {
                 const int wynik = Znak(numer(b), numer(a));
-                return wynik != 0 ? wynik : Znak(ranga(b), ranga(a));
+                return wynik != 0 ? wynik : obie ? Znak(ranga(b), ranga(a)) : Znak(ranga(a), ranga(b));
             });
-            ASSERT_EQ(proba % 2 == 0 ? lista.PosortujWgPol(pola, kierunki)
-                                     : lista.PosortujWgPol(pola, kWazny, rsMalejaco),
+            ASSERT_EQ(obie && proba % 2 == 0 ? lista.PosortujWgPol(pola, kWazny, rsMalejaco)
+                                             : lista.PosortujWgPol(pola, kierunki),
                       zmiana);
             ASSERT_TRUE(lista.ListaMaPosortowanie(pola, kierunki));
             ASSERT_EQ(lista.ListaMaPosortowanie(TArg{1}, {}),
@@ -150,27 +147,27 @@ TEST_F(Sortowanie, KluczeZeSciezekIBrakujacePola) {
             o.GetAdres(); // made, without a number
     }
     const auto kolejnosc = [&] {
-        std::vector<int> wynik;
+        V wynik;
         for (TObiektBazowy* o : lista)
             wynik.push_back(static_cast<TWszystko*>(o)->GetI());
         return wynik;
     };
     const TArg sciezka = {u"Adres.Numer", u"I"};
     EXPECT_TRUE(lista.PosortujWgPol(sciezka));
-    EXPECT_EQ(kolejnosc(), (std::vector<int>{1, 3, 5, 4, 2, 0}));
+    EXPECT_EQ(kolejnosc(), (V{1, 3, 5, 4, 2, 0}));
     EXPECT_FALSE(lista.PosortujWgPol(sciezka));
     EXPECT_TRUE(lista.PosortujWgPol(sciezka, rsMalejaco));
-    EXPECT_EQ(kolejnosc(), (std::vector<int>{0, 2, 4, 5, 3, 1}));
+    EXPECT_EQ(kolejnosc(), (V{0, 2, 4, 5, 3, 1}));
     // A field at its default equals a missing one; a kind that names no field is refused before anything moves.
     static_cast<TWszystko*>(lista.Obiekty(0))->SetS(0);
     EXPECT_TRUE(lista.ListaMaPosortowanie(TArg{1}, {}));
     static_cast<TWszystko*>(lista.Obiekty(5))->SetS(-1); // a missing one comes before any other value
     EXPECT_TRUE(lista.ListaMaPosortowanie(TArg{1}, {}));
-    for (const TArgument& zly : {TArgument(2.5), TArgument(true), TArgument(u'c'), TArgument(nullptr)})
+    for (const TArgument& zly :
+         {TArgument(2.5), TArgument(true), TArgument(u'c'), TArgument(nullptr), TArgument(std::int64_t{3})})
         EXPECT_EQ(Blad([&] { lista.PosortujWgPol(TArg{3, zly}); }), u"PWP: Błędny typ indeksu");
-    EXPECT_EQ(kolejnosc(), (std::vector<int>{0, 2, 4, 5, 3, 1}));
-    EXPECT_TRUE(lista.PosortujWgPol(TArg{std::string("i")})); // 8-bit names and 64-bit numbers too
-    EXPECT_FALSE(lista.PosortujWgPol(TArg{std::int64_t{3}}));
+    EXPECT_EQ(kolejnosc(), (V{0, 2, 4, 5, 3, 1}));
+    EXPECT_TRUE(lista.PosortujWgPol(TArg{std::string("i")})); // 8-bit names too
 
     // Letter case as asked; slots without an object come first and are no reason to fall.
     TListaAdresow adresy;
@@ -191,7 +188,7 @@ TEST_F(Sortowanie, BisekcjaIZakresyJakPrzeglad) {
     std::mt19937 los(3);
     for (int proba = 0; proba < 3000; ++proba) {
         TListaAdresow lista;
-        std::vector<int> numery(los() % 12);
+        V numery(los() % 12);
         for (int& n : numery)
             n = static_cast<int>(los() % 8) * 2;
         std::sort(numery.begin(), numery.end());
@@ -209,27 +206,23 @@ TEST_F(Sortowanie, BisekcjaIZakresyJakPrzeglad) {
             const auto ile = static_cast<std::int32_t>(std::count(numery.begin(), numery.end(), szukany));
             TAdres wzor;
             wzor.SetNumer(szukany);
-            std::int32_t gdzie = -7;
-            ASSERT_EQ(lista.WyszukajWgPol(wzor, pola, gdzie, kWazny, kierunek), ile != 0);
-            ASSERT_EQ(gdzie, od);
-            ASSERT_EQ(lista.WyszukajWgPol(wzor, TArg{1}, kWazny, kierunek), ile != 0);
             TListaWskObiektow zPustymi; // empty slots come first, as after a sort
-            const std::int32_t pustych = proba % 4;
-            for (std::int32_t i = 0; i < pustych; ++i)
+            for (int pustych = proba % 4; pustych > 0; --pustych)
                 zPustymi.DodajObiekt(nullptr, 0);
             zPustymi.DopiszDane(&lista);
-            ASSERT_TRUE(zPustymi.ListaMaPosortowanie(TArg{1}, {&kierunek, 1}));
-            ASSERT_EQ(zPustymi.WyszukajWgPol(wzor, pola, gdzie, kWazny, kierunek), ile != 0);
-            ASSERT_EQ(gdzie, pustych + od);
-            std::int32_t ostatni = -7;
-            ASSERT_EQ(zPustymi.WyszukajZakres(TArg{1}, TArg{szukany}, gdzie, ostatni, kWazny, kierunek), ile != 0);
-            ASSERT_EQ(gdzie, pustych + od);
-            ASSERT_EQ(ostatni, pustych + (ile == 0 ? od : od + ile - 1));
-            std::int32_t odZ = -7;
-            std::int32_t doZ = -7;
-            ASSERT_EQ(lista.WyszukajZakres(TArg{1}, TArg{szukany}, odZ, doZ, kWazny, kierunek), ile != 0);
-            ASSERT_EQ(odZ, od);
-            ASSERT_EQ(doZ, ile == 0 ? od : od + ile - 1);
+            for (const TListaBazowa* l : std::initializer_list<const TListaBazowa*>{&lista, &zPustymi}) {
+                const std::int32_t przesuniecie = l->IleObiektow() - lista.IleObiektow();
+                ASSERT_TRUE(l->ListaMaPosortowanie(TArg{1}, {&kierunek, 1}));
+                std::int32_t gdzie = -7;
+                std::int32_t ostatni = -7;
+                ASSERT_EQ(l->WyszukajWgPol(wzor, pola, gdzie, kWazny, kierunek), ile != 0);
+                ASSERT_EQ(gdzie, przesuniecie + od);
+                ASSERT_EQ(l->WyszukajWgPol(wzor, TArg{1}, kWazny, kierunek), ile != 0);
+                ASSERT_EQ(l->WyszukajWgPol(TArg{1}, TArg{szukany}, kWazny, kierunek), ile != 0);
+                ASSERT_EQ(l->WyszukajZakres(TArg{1}, TArg{szukany}, gdzie, ostatni, kWazny, kierunek), ile != 0);
+                ASSERT_EQ(gdzie, przesuniecie + od);
+                ASSERT_EQ(ostatni, przesuniecie + (ile == 0 ? od : od + ile - 1));
+            }
         }
     }
     TListaAdresow lista; // a value between the elements
@@ -361,33 +354,25 @@ TEST_F(Sortowanie, DopisywanieJakLista) {
     TListaAdresow dane;
     for (const int n : {1, 2, 1, 3})
         dane.Dopisz().SetNumer(n);
-    const auto numery = [](const TListaBazowa& lista) {
-        std::vector<int> wynik;
-        for (TObiektBazowy* o : lista)
-            wynik.push_back(static_cast<TAdres*>(o)->GetNumer());
-        return wynik;
-    };
-    using V = std::vector<int>;
     TListaAdresow kopie; // an owning list copies, a reference list points
     TListaRefObiektow ref;
     for (TListaBazowa* cel : std::initializer_list<TListaBazowa*>{&kopie, &ref}) {
         EXPECT_TRUE(cel->DopiszObiektyOCechach(&dane, TArg{1}, TArg{1}, kWazny));
-        EXPECT_EQ(numery(*cel), (V{1, 1}));
+        EXPECT_EQ(Numery(*cel), (V{1, 1}));
         EXPECT_TRUE(cel->DopiszObiektyOprocz(&dane, TArg{1}, TArg{3}, kWazny));
-        EXPECT_EQ(numery(*cel), (V{1, 1, 1, 2, 1}));
+        EXPECT_EQ(Numery(*cel), (V{1, 1, 1, 2, 1}));
         EXPECT_TRUE(cel->KopiujObiektyOCechach(&dane, TArg{1}, TArg{2}, kWazny));
-        EXPECT_EQ(numery(*cel), V{2});
+        EXPECT_EQ(Numery(*cel), V{2});
         EXPECT_TRUE(cel->DopiszObiektyGdyBrak(&dane, TArg{u"Numer"}, kWazny));
-        EXPECT_EQ(numery(*cel), (V{2, 1, 3})); // the second 1 is there already
+        EXPECT_EQ(Numery(*cel), (V{2, 1, 3})); // the second 1 is there already
         EXPECT_FALSE(cel->DopiszObiektyGdyBrak(&dane, {}, kWazny));
         EXPECT_TRUE(cel->KopiujObiektyOCechach(cel, TArg{1}, TArg{1}, kWazny)); // of itself: what has the values stays
-        EXPECT_EQ(numery(*cel), V{1});
+        EXPECT_EQ(Numery(*cel), V{1});
         EXPECT_TRUE(cel->KopiujObiektyOCechach(cel, TArg{1}, TArg{1}, kWazny));
         EXPECT_TRUE(cel->DopiszDane(cel));
-        EXPECT_EQ(numery(*cel), (V{1, 1}));
-        EXPECT_FALSE(cel->DopiszDane(nullptr));
-        EXPECT_FALSE(cel->DopiszObiektyGdyBrak(nullptr, {}, kWazny));
-        EXPECT_FALSE(cel->KopiujObiektyOCechach(nullptr, {}, {}, kWazny));
+        EXPECT_EQ(Numery(*cel), (V{1, 1}));
+        EXPECT_FALSE(cel->DopiszDane(nullptr) || cel->DopiszObiektyGdyBrak(nullptr, {}, kWazny) ||
+                     cel->KopiujObiektyOCechach(nullptr, {}, {}, kWazny));
         EXPECT_EQ(cel->IleObiektow(), 0);
         EXPECT_TRUE(cel->DopiszDane(&dane));
         EXPECT_GE(cel->Pojemnosc(), 4);
@@ -403,6 +388,114 @@ TEST_F(Sortowanie, DopisywanieJakLista) {
     EXPECT_EQ(napisy.Wartosc(3), reinterpret_cast<std::uintptr_t>(dane.Obiekty(3)));
     dane.WpiszDoStrings(u"Nie.Ma", napisy);
     EXPECT_EQ(napisy.JakoTekst(u","), u",,,");
+}
+
+TListaWskObiektow* zmieniana = nullptr;
+std::int16_t ZmieniaListe(const TObiektBazowy& a, const TObiektBazowy& b) {
+    if (zmieniana->IleObiektow() > 4)
+        zmieniana->SkrocListe(1, false);
+    else
+        zmieniana->DodajObiekt(const_cast<TObiektBazowy*>(&a), MaxInt);
+    return WgNumeru(a, b);
+}
+
+TEST_F(Sortowanie, ListaZmienianaIElementyBezPol) {
+    TListaAdresow adresy;
+    for (int i = 0; i < 6; ++i)
+        adresy.Dopisz().SetNumer(i);
+    for (const int ile : {4, 6}) { // grows, shrinks
+        TListaWskObiektow lista;
+        for (int i = 0; i < ile; ++i)
+            lista.DodajObiekt(adresy.Obiekty(i), 0);
+        zmieniana = &lista;
+        EXPECT_EQ(Blad([&] { lista.PosortujWgFun(&ZmieniaListe); }),
+                  u"TListaWskObiektow: lista zmieniona w trakcie sortowania");
+    }
+    // Lists as elements compare as a whole, down and up; by fields, element by element.
+    TKolekcjaObiektow listy;
+    for (const int ile : {2, 0, 1}) {
+        auto lista = Utworz<TListaAdresow>();
+        for (int i = 0; i < ile; ++i)
+            lista->Dopisz().SetNumer(i);
+        listy.Dodaj(std::move(lista));
+    }
+    for (const TRodzajSortowania kierunek : {rsMalejaco, rsRosnaco}) {
+        listy.PosortujWgPol(TArg{1}, kierunek);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(static_cast<TListaBazowa*>(listy.Obiekty(i))->IleObiektow(), kierunek == rsMalejaco ? 2 - i : i);
+    }
+    TListaAdresow wzor;
+    wzor.Dopisz().SetUlica(u"x");
+    wzor.Dopisz().SetNumer(1);
+    std::int32_t gdzie = -1;
+    EXPECT_TRUE(listy.JestObiektTakiJak(wzor, TArg{1}, gdzie));
+    EXPECT_EQ(gdzie, 2);
+    EXPECT_FALSE(listy.JestObiektTakiJak(wzor, TArg{0}));
+    EXPECT_EQ(wzor.PorownajOproczPol(*static_cast<TListaAdresow*>(listy.Obiekty(2)), TArg{0}, kWazny), 0);
+    EXPECT_EQ(wzor.PorownajOproczPol(*static_cast<TListaAdresow*>(listy.Obiekty(2)), TArg{1}, kWazny), 1);
+    TListaWskObiektow a;
+    TListaWskObiektow b;
+    a.DodajObiekt(&a, 0);
+    b.DodajObiekt(&b, 0);
+    EXPECT_NE(Blad([&] { static_cast<void>(a.PorownajWgPol(b, TArg{1}, kWazny)); }), u"(no error)");
+}
+
+// A class that calls a field full which was never made.
+class TObliczane : public TObiekt {
+    ZTOK_OBIEKT(TObliczane, TObiekt, (0, A, Integer))
+    [[nodiscard]] bool PoleNiepuste(int nr) const override { return nr == 0 || TObiekt::PoleNiepuste(nr); }
+};
+
+TEST_F(Sortowanie, PrzypadkiSzczegolne) {
+    TObliczane bezPola;
+    TObliczane zPolem;
+    zPolem.SetA(5);
+    EXPECT_EQ(bezPola.PorownajWgPol(zPolem, TArg{0}, kWazny), -1);
+    EXPECT_EQ(bezPola.OpisTekstowy() + bezPola.DrzewoObiektu(), u"Obliczane(TObliczane)\r\n");
+    // One comparer for a whole search: what differed in one element says nothing about the next.
+    TAdres cele[3];
+    for (int i = 0; i < 3; ++i)
+        cele[i].SetNumer(i);
+    TListaWszystkich lista;
+    for (int i = 0; i < 3; ++i) {
+        lista.Dopisz().SetWskaznik(nullptr);
+        static_cast<TWszystko*>(lista.Obiekty(i))->SetReferencja(&cele[i / 2]);
+        static_cast<TWszystko*>(lista.Obiekty(i))->GetPowiazane().DodajObiekt(&cele[i / 2], 0);
+    }
+    TWszystko wzor;
+    wzor.SetReferencja(&cele[2]);
+    wzor.GetPowiazane().DodajObiekt(&cele[2], 0);
+    TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, kWazny, LocaleWin1250, tprRefJakoWskazn);
+    EXPECT_FALSE(lista.JestTakiObiekt(wzor, rwOdKonca, MaxInt, &porownywacz));
+    // The order given without a letter case; an example's fields; null.
+    TListaAdresow malejaca;
+    for (const int n : {3, 2, 2})
+        malejaca.Dopisz().SetNumer(n);
+    std::int32_t gdzie = -1;
+    EXPECT_TRUE(malejaca.WyszukajWgPol(TArg{1}, TArg{2}, gdzie, rsMalejaco));
+    EXPECT_EQ(gdzie, 1);
+    EXPECT_TRUE(malejaca.WyszukajWgPol(cele[2], TArg{1}, gdzie, rsMalejaco));
+    const TObiektBazowy* pusty = malejaca.DopiszObiektGdyBrak(nullptr, TArg{1}, kWazny);
+    EXPECT_EQ(malejaca.ZnajdzObiekt(pusty), 3);
+    // An element that cannot take the values is not left in the list, which stays sorted.
+    const auto zle = [&](auto dodaj) { EXPECT_NE(Blad(dodaj), u"(no error)"); };
+    zle([&] { malejaca.DodajObiektGdyBrak(TArg{1, u"Adres"}, TArg{2, 1}); });
+    zle([&] { malejaca.DopiszObiektGdyBrak(TArg{u"Ulica", u"Nie"}, TArg{u"x", 1}); });
+    EXPECT_EQ(Numery(malejaca), (V{3, 2, 2, 0}));
+    // Filled from its own elements, and from a list inside one of them.
+    TListaWskObiektow wsk;
+    wsk.DopiszDane(&malejaca);
+    EXPECT_TRUE(malejaca.KopiujObiektyOCechach(&wsk, TArg{1}, TArg{2}, kWazny));
+    EXPECT_EQ(Numery(malejaca), (V{2, 2}));
+    wsk.ZerujDane();
+    TListaWszystkich drzewo;
+    TListaWszystkich& wnetrze = drzewo.Dopisz().GetPodrzedne();
+    wnetrze.Dopisz().SetI(4);
+    EXPECT_FALSE(drzewo.PrzepnijLubKopiuj(wnetrze));
+    EXPECT_FALSE(wnetrze.PrzepnijLubKopiuj(drzewo)); // nothing is lost
+    EXPECT_EQ(wnetrze.IleObiektow(), 1);
+    EXPECT_TRUE(drzewo.KopiujObiektyOCechach(&wnetrze, TArg{3}, TArg{4}, kWazny));
+    EXPECT_EQ(drzewo.GetTekstowoWgSciezki(u"[0].I"), u"4");
 }
 
 } // namespace

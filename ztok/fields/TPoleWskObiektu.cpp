@@ -37,7 +37,7 @@ TWariant TPoleWskObiektu::GetJakoVariant() const {
 }
 
 void TPoleWskObiektu::SetJakoVariant(const TWariant& wartosc) {
-    obiekt_ = reinterpret_cast<TObiektBazowy*>(static_cast<std::intptr_t>(wartosc.JakoInt64()));
+    UstawAdres(static_cast<std::intptr_t>(wartosc.JakoInt64()));
 }
 
 std::u16string TPoleWskObiektu::GetJakoString() const {
@@ -45,7 +45,15 @@ std::u16string TPoleWskObiektu::GetJakoString() const {
 }
 
 void TPoleWskObiektu::SetJakoString(std::u16string_view tekst) {
-    obiekt_ = reinterpret_cast<TObiektBazowy*>(static_cast<std::intptr_t>(TekstNaInt64(tekst)));
+    UstawAdres(static_cast<std::intptr_t>(TekstNaInt64(tekst)));
+}
+
+void TPoleWskObiektu::UstawAdres(std::intptr_t adres) {
+    auto* cel = reinterpret_cast<TObiektBazowy*>(adres);
+    if (cel == obiekt_)
+        return;
+    UstawObiekt(nullptr); // an object that is no longer pointed at must not remember this field
+    obiekt_ = cel;
 }
 
 void TPoleWskObiektu::ZerujDane() { obiekt_ = nullptr; }
@@ -101,7 +109,10 @@ void TPoleWskObiektu::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* o
     odczyt->WczytajRef(*this);
 }
 
-TPoleRefObiektu::~TPoleRefObiektu() = default;
+TPoleRefObiektu::~TPoleRefObiektu() {
+    if (obiekt_ != nullptr) // on the stack, or a part of something else: nobody has ended it
+        obiekt_->ZwolnijRefOd(this);
+}
 
 void TPoleRefObiektu::UstawObiekt(TObiektBazowy* obiekt) {
     if (obiekt == obiekt_)
@@ -122,6 +133,7 @@ void TPoleRefObiektu::ZerujDane() { TPoleRefObiektu::UstawObiekt(nullptr); }
 
 void TPoleRefObiektu::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     SprawdzKlase(zrodlo, TPoleWskObiektu::KlasaStatyczna());
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the parent would set the target at once
     TPole::KopiujDane(zrodlo, kopier);
     TObiektBazowy* cel = static_cast<const TPoleWskObiektu&>(zrodlo).Obiekt();
     const TKlasa* klasa = Klasa();

@@ -45,6 +45,7 @@ class ZTOK_API TPoleWskObiektu : public TPole {
 
   private:
     friend class TKopierDanych;
+    void UstawAdres(std::intptr_t adres);
 };
 
 // A registered pointer: while it points at an object, it is in the object's set of incoming references, and an object

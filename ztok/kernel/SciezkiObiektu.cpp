@@ -1,4 +1,6 @@
 // Paths: fields of a tree by name. The rules stand in docs/sciezki.md.
+#include <exception>
+
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPoleWskObiektu.h"
@@ -6,6 +8,7 @@
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaBazowa.h"
+#include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TWariant.h"
 #include "ztok/util/ZTBledy.h"
@@ -15,12 +18,42 @@ namespace ztok {
 
 namespace {
 
+// A bad path: to callers a ZTException; here the walks over lists of mixed classes know it from other errors.
+class EZlaSciezka : public ZTException {
+  public:
+    using ZTException::ZTException;
+};
+
 [[noreturn]] void ZlaSciezka(std::u16string_view operacja, std::u16string_view sciezka) {
-    ZTErrorFmt(Komunikat(kmBlednaSciezka), {operacja, sciezka});
+    throw EZlaSciezka(Formatuj(Komunikat(kmBlednaSciezka), {operacja, sciezka}));
 }
 
-// The class and field number that a path leads to from a class.
-bool KlasaIPoleOd(const TKlasa* od, std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) {
+constexpr std::u16string_view kDowolny = u"[?]"; // a step wherever it stands: a condition cannot hold "]"
+
+// Pointers can lead round and round: a path has a bounded number of steps, as a tree has of levels.
+thread_local int krokiSciezki = 0;
+
+class TKrokSciezki {
+  public:
+    TKrokSciezki() noexcept { ++krokiSciezki; }
+    TKrokSciezki(const TKrokSciezki&) = delete;
+    TKrokSciezki& operator=(const TKrokSciezki&) = delete;
+    ~TKrokSciezki() { --krokiSciezki; }
+    [[nodiscard]] static bool Wolno() noexcept { return krokiSciezki < kZaglebienieDomyslne; }
+};
+
+// The field of a resolved path: the object itself for -1; null when it was never made.
+TPole* PoleObiektu(TObiektBazowy& obiekt, int nrPola) {
+    if (nrPola == CalyObiekt)
+        return &obiekt;
+    return obiekt.Klasa()->Ma(ckObiekt) ? static_cast<TObiekt&>(obiekt).Pole(nrPola) : nullptr;
+}
+
+} // namespace
+
+// --- what a path leads to
+
+bool TObiektBazowy::KlasaIPole(const TKlasa* od, std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) {
     // Every step takes something off the path, so the walk ends whatever the classes refer to.
     while (!sciezka.empty()) {
         if (od == nullptr)
@@ -58,14 +91,9 @@ bool KlasaIPoleOd(const TKlasa* od, std::u16string_view sciezka, const TKlasa*& 
     return od != nullptr;
 }
 
-// The field of a resolved path: the object itself for -1; null when it was never made.
-TPole* PoleObiektu(TObiektBazowy& obiekt, int nrPola) {
-    if (nrPola == CalyObiekt)
-        return &obiekt;
-    return obiekt.Klasa()->Ma(ckObiekt) ? static_cast<TObiekt&>(obiekt).Pole(nrPola) : nullptr;
+bool TObiektBazowy::KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const {
+    return KlasaIPole(Klasa(), sciezka, klasa, nrPola);
 }
-
-} // namespace
 
 bool TObiektBazowy::ObiektIPole(std::u16string_view sciezka, bool /*tworz*/, TObiektBazowy*& obiekt, int& nrPola) {
     obiekt = sciezka.empty() ? this : nullptr;
@@ -73,8 +101,51 @@ bool TObiektBazowy::ObiektIPole(std::u16string_view sciezka, bool /*tworz*/, TOb
     return sciezka.empty();
 }
 
-bool TObiektBazowy::KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const {
-    return KlasaIPoleOd(Klasa(), sciezka, klasa, nrPola);
+bool TObiekt::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) {
+    if (sciezka.empty())
+        return TObiektBazowy::ObiektIPole(sciezka, tworz, obiekt, nrPola);
+    obiekt = nullptr;
+    nrPola = CalyObiekt;
+    std::u16string_view reszta;
+    WydzielNazwePola(sciezka, reszta);
+    const int nr = NrPolaONazwie(sciezka);
+    if (nr < 0 || (tworz && !JestPole(nr, nullptr, true)))
+        return false;
+    if (reszta.empty()) {
+        obiekt = this;
+        nrPola = nr;
+        return true;
+    }
+    TPole* pole = Pole(nr);
+    if (pole == nullptr)
+        return false;
+    const std::uint32_t cechy = pole->Klasa()->cechy;
+    if ((cechy & ckPoleWsk) != 0)
+        pole = static_cast<TPoleWskObiektu*>(pole)->Obiekt();
+    else if ((cechy & ckObiektBazowy) == 0)
+        pole = nullptr;
+    if (pole == nullptr || !TKrokSciezki::Wolno())
+        return false;
+    const TKrokSciezki krok;
+    return static_cast<TObiektBazowy*>(pole)->ObiektIPole(reszta, tworz, obiekt, nrPola);
+}
+
+bool TListaBazowa::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) {
+    if (sciezka.empty())
+        return TObiektBazowy::ObiektIPole(sciezka, tworz, obiekt, nrPola);
+    obiekt = nullptr;
+    nrPola = CalyObiekt;
+    std::u16string_view numer;
+    if (!WydzielNumerElem(sciezka, numer) || !TKrokSciezki::Wolno())
+        return false;
+    const TKrokSciezki krok;
+    try {
+        TObiektBazowy* element = DajElemListy(numer, tworz);
+        return element != nullptr && element->ObiektIPole(sciezka, tworz, obiekt, nrPola);
+    } catch (const EWyjatek&) {
+        obiekt = nullptr; // conditions that no element can meet lead nowhere
+        return false;
+    }
 }
 
 bool TObiektBazowy::SciezkaIstnieje(std::u16string_view sciezka) const {
@@ -148,7 +219,12 @@ void TObiektBazowy::SetTekstowoWgSciezki(std::u16string_view sciezka, std::u16st
 }
 
 std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view sciezka) const {
-    const TPole* pole = const_cast<TObiektBazowy*>(this)->PoleONazwie(sciezka);
+    TObiektBazowy* obiekt = nullptr;
+    int nrPola = CalyObiekt;
+    if (!const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola))
+        return {};
+    const TBlokadaObiektu blokada(*obiekt);
+    const TPole* pole = PoleObiektu(*obiekt, nrPola);
     if (pole != nullptr && pole->Klasa()->Ma(ckPoleWsk))
         pole = static_cast<const TPoleWskObiektu*>(pole)->Obiekt();
     if (pole == nullptr)
@@ -157,21 +233,24 @@ std::u16string TObiektBazowy::DajTrescWgSciezki(std::u16string_view sciezka) con
                                              : pole->GetJakoString();
 }
 
+std::u16string TObiektBazowy::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* /*ustawienia*/) const {
+    return DajTrescWgSciezki(maska);
+}
+
 // NOLINTEND(clang-analyzer-core.NonNullParamChecker,clang-analyzer-core.CallAndMessage)
 
 // --- any element: the path up to "[?]" leads to a list, which goes through its elements
 
 bool TObiektBazowy::ZDowolnym(std::u16string_view operacja, std::u16string_view sciezka, TListaBazowa*& lista,
                               std::u16string_view& odDowolnego) const {
-    constexpr std::u16string_view dowolny = u"[?]"; // a step wherever it stands: a condition cannot hold "]"
-    const std::size_t gdzie = sciezka.find(dowolny);
+    const std::size_t gdzie = sciezka.find(kDowolny);
     if (gdzie == std::u16string_view::npos)
         return false;
     odDowolnego = sciezka.substr(gdzie);
     lista = nullptr;
     // The walk goes deeper with each of them: as many as a path has steps.
     int ile = 0;
-    for (std::size_t i = gdzie; i != std::u16string_view::npos; i = sciezka.find(dowolny, i + 1))
+    for (std::size_t i = gdzie; i != std::u16string_view::npos; i = sciezka.find(kDowolny, i + 1))
         if (++ile > kZaglebienieDomyslne)
             ZlaSciezka(operacja, sciezka);
     const std::u16string_view przed = sciezka.substr(0, gdzie);
@@ -199,6 +278,84 @@ bool TObiektBazowy::ZDowolnym(std::u16string_view operacja, std::u16string_view 
     return true;
 }
 
+// --- features
+
+namespace {
+
+// A field that was never made counts as a new one of its class.
+std::int32_t PorownajDomyslne(const TKlasa* typ, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                              std::uint32_t localeID) {
+    const TWlasny<TPole> domyslne(static_cast<TPole*>(typ->utworz(nullptr)));
+    return domyslne->PorownajZCecha(cecha, rozmLiter, localeID);
+}
+
+} // namespace
+
+std::int32_t TObiektBazowy::PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                            std::uint32_t localeID) const {
+    if (nrPola != CalyObiekt)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    return PorownajZCecha(cecha, rozmLiter, localeID);
+}
+
+std::int32_t TObiekt::PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
+                                      std::uint32_t localeID) const {
+    const TBlokadaObiektu blokada(*this);
+    const TPole* pole = nrPola == CalyObiekt ? this : Pole(nrPola);
+    if (pole != nullptr)
+        return pole->PorownajZCecha(cecha, rozmLiter, localeID);
+    const TKlasa* typ = TypPolaNr(nrPola);
+    if (typ == nullptr || typ->utworz == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    return PorownajDomyslne(typ, cecha, rozmLiter, localeID);
+}
+
+bool TObiektBazowy::PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
+    return PorPoleNrZCecha(nrPola, cecha, rozmLiter, LocaleWin1250) == 0;
+}
+
+bool TObiektBazowy::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const {
+    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
+        if (pola[i].Tag() == TTag::Integer) {
+            if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
+                return false;
+        } else if (pola[i].JestNazwa()) {
+            const std::u16string sciezka = pola[i].JakoTekst();
+            TObiektBazowy* obiekt = nullptr;
+            int nrPola = CalyObiekt;
+            if (sciezka.find(kDowolny) != std::u16string::npos) {
+                try {
+                    if (!PoleMaCeche(sciezka, wartosci[i], rozmLiter))
+                        return false;
+                } catch (const EZlaSciezka&) {
+                    return false; // what is not there has no features
+                }
+            } else if (!const_cast<TObiektBazowy*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola) ||
+                       obiekt == nullptr || !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
+                return false;
+        } else {
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});
+        }
+    }
+    return true;
+}
+
+std::int32_t TObiektBazowy::PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
+                                          std::uint32_t localeID) const {
+    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
+        std::int32_t wynik = 0;
+        if (pola[i].Tag() == TTag::Integer)
+            wynik = PorPoleNrZCecha(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter, localeID);
+        else if (pola[i].JestNazwa())
+            wynik = PorPoleONazwieZCecha(pola[i].JakoTekst(), wartosci[i], rozmLiter, localeID);
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PC"});
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
 bool TObiektBazowy::PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
     return PorPoleONazwieZCecha(sciezka, cecha, rozmLiter, LocaleWin1250) == 0;
 }
@@ -210,7 +367,7 @@ std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, co
         return lista == nullptr ? 1 : lista->PorPoleONazwieZCecha(dalej, cecha, rozmLiter, localeID);
     TObiektBazowy* obiekt = nullptr;
     int nrPola = CalyObiekt;
-    if (CelSciezki(u"PorPoleONazwieZCecha", sciezka, obiekt, nrPola))
+    if (CelSciezki(u"PorPoleONazwieZCecha", sciezka, obiekt, nrPola) && obiekt != nullptr)
         return obiekt->PorPoleNrZCecha(nrPola, cecha, rozmLiter, localeID);
     // Nothing there: compared as the default value of the field that the classes declare.
     const TKlasa* klasa = nullptr;
@@ -218,8 +375,7 @@ std::int32_t TObiektBazowy::PorPoleONazwieZCecha(std::u16string_view sciezka, co
     const TKlasa* typ = nrPola == CalyObiekt ? nullptr : JadroKlas()->TypPolaKlasy(klasa, nrPola);
     if (typ == nullptr || typ->utworz == nullptr)
         ZlaSciezka(u"PorPoleONazwieZCecha", sciezka);
-    const TWlasny<TPole> domyslne(static_cast<TPole*>(typ->utworz(nullptr)));
-    return domyslne->PorownajZCecha(cecha, rozmLiter, localeID);
+    return PorownajDomyslne(typ, cecha, rozmLiter, localeID);
 }
 
 void TObiektBazowy::ZerujPole(std::u16string_view sciezka) {
@@ -243,26 +399,45 @@ bool TListaBazowa::KazdyElement(std::u16string_view sciezka, std::u16string_view
     return WydzielNumerElem(reszta, numer) && numer == u"?";
 }
 
-bool TListaBazowa::PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
-    return PorPoleNrZCecha(nrPola, cecha, rozmLiter, LocaleWin1250) == 0;
-}
-
 std::int32_t TListaBazowa::PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
                                            std::uint32_t localeID) const {
     const TPole* pole = nrPola == CalyObiekt ? this : Obiekty(nrPola);
-    if (pole == nullptr)
-        ZTErrorFmt(Komunikat(kmIndeksPozaZakresem), {NazwaKlasy(), nrPola});
-    return pole->PorownajZCecha(cecha, rozmLiter, localeID);
+    return pole == nullptr ? 1 : pole->PorownajZCecha(cecha, rozmLiter, localeID); // nothing stands before any feature
 }
+
+namespace {
+
+// Calls the action for the elements until it answers true. Where elements are of several classes, one whose class does
+// not know the path is passed over; the path is bad when no element knows it.
+template <class F> bool Dowolny(const TListaBazowa& lista, F dzialanie) {
+    std::exception_ptr zla;
+    bool dobra = false;
+    for (TObiektBazowy* element : lista) {
+        if (element == nullptr)
+            continue;
+        try {
+            if (dzialanie(*element))
+                return true;
+            dobra = true;
+        } catch (const EZlaSciezka&) {
+            if (lista.Jednorodna())
+                throw;
+            if (!zla)
+                zla = std::current_exception();
+        }
+    }
+    if (zla && !dobra)
+        std::rethrow_exception(zla);
+    return false;
+}
+
+} // namespace
 
 bool TListaBazowa::PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
     std::u16string_view reszta;
     if (!KazdyElement(sciezka, reszta))
         return TObiektBazowy::PoleMaCeche(sciezka, cecha, rozmLiter);
-    for (const TObiektBazowy* element : *this)
-        if (element != nullptr && element->PoleMaCeche(reszta, cecha, rozmLiter))
-            return true;
-    return false;
+    return Dowolny(*this, [&](const TObiektBazowy& element) { return element.PoleMaCeche(reszta, cecha, rozmLiter); });
 }
 
 std::int32_t TListaBazowa::PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
@@ -271,34 +446,27 @@ std::int32_t TListaBazowa::PorPoleONazwieZCecha(std::u16string_view sciezka, con
     if (!KazdyElement(sciezka, reszta))
         return TObiektBazowy::PorPoleONazwieZCecha(sciezka, cecha, rozmLiter, localeID);
     // Equal when any element is; else as the first element answers. An empty list sorts before every feature.
-    std::int32_t pierwszy = 1;
-    bool byl = false;
-    for (const TObiektBazowy* element : *this) {
-        if (element == nullptr)
-            continue;
-        const std::int32_t wynik = element->PorPoleONazwieZCecha(reszta, cecha, rozmLiter, localeID);
-        if (wynik == 0)
-            return 0;
-        if (!byl)
+    std::int32_t pierwszy = 0;
+    const bool rowny = Dowolny(*this, [&](const TObiektBazowy& element) {
+        const std::int32_t wynik = element.PorPoleONazwieZCecha(reszta, cecha, rozmLiter, localeID);
+        if (pierwszy == 0)
             pierwszy = wynik;
-        byl = true;
-    }
-    return pierwszy;
+        return wynik == 0;
+    });
+    return rowny ? 0 : pierwszy == 0 ? 1 : pierwszy;
 }
 
 void TListaBazowa::ZerujPole(std::u16string_view sciezka) {
     std::u16string_view reszta;
-    if (!KazdyElement(sciezka, reszta)) {
+    if (!KazdyElement(sciezka, reszta))
         TObiektBazowy::ZerujPole(sciezka);
-        return;
-    }
-    if (reszta.empty()) {
+    else if (reszta.empty())
         ZerujDane();
-        return;
-    }
-    for (TObiektBazowy* element : ListaOdKonca())
-        if (element != nullptr)
-            element->ZerujPole(reszta);
+    else
+        Dowolny(*this, [&](TObiektBazowy& element) {
+            element.ZerujPole(reszta);
+            return false;
+        });
 }
 
 bool TListaBazowa::KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const {
@@ -329,8 +497,8 @@ void DopiszDrzewo(std::u16string& tekst, std::u16string_view nazwa, const TPole&
     if ((cechy & ckObiekt) != 0) {
         const auto& obiekt = static_cast<const TObiekt&>(pole);
         for (int nr = 0; nr <= obiekt.OstUzywanePole(); ++nr)
-            if (obiekt.PoleNiepuste(nr))
-                DopiszDrzewo(tekst, obiekt.NazwaPolaNr(nr), *obiekt.Pole(nr), poziom + 1, licznik);
+            if (const TPole* p = obiekt.Pole(nr); p != nullptr && obiekt.PoleNiepuste(nr))
+                DopiszDrzewo(tekst, obiekt.NazwaPolaNr(nr), *p, poziom + 1, licznik);
     } else if ((cechy & ckLista) != 0) {
         const auto& lista = static_cast<const TListaBazowa&>(pole);
         for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {

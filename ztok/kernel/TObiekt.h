@@ -125,7 +125,6 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         Inicjuj(TArgumenty(pola.begin(), pola.size()), TArgumenty(wartosci.begin(), wartosci.size()));
     }
     void ZerujDane() override;
-    void ZerujDanePol(TArgumenty pola) override;
     void ZerujDaneOprocz(TArgumenty pola) override;
     // Cuts text fields to the sizes that RozmPolaNr gives (0: any), on request without blanks at their ends.
     void PrzytnijPolaWgRozm(bool trymuj) override;
@@ -142,14 +141,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // Copies the value of the source's field (-1: the whole source) into a field of this object.
     void PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola);
 
-    [[nodiscard]] bool PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const override;
     [[nodiscard]] std::int32_t PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
                                                std::uint32_t localeID) const override;
-    [[nodiscard]] bool MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const override;
-    [[nodiscard]] std::int32_t PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
-                                             std::uint32_t localeID) const override;
-    [[nodiscard]] std::int32_t WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
-                                                  TPorownywaczDanych& porownywacz) const override;
     [[nodiscard]] std::int32_t WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
                                                       TPorownywaczDanych& porownywacz) const override;
     bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) override;
@@ -220,11 +213,10 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     template <class P, class W> void Pisz(int nrPola, W wartosc);
     template <class P> [[nodiscard]] P* CzytajListe(int nrPola) const;
     template <class P> void PiszListe(int nrPola, const P& wartosc);
-    [[nodiscard]] std::int32_t PorownajNieobecne(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
-                                                 std::uint32_t localeID) const;
     void WpiszPare(const TArgument& pole, const TArgument& wartosc);
     void WpiszWartosc(int nrPola, const TArgument& wartosc, std::u16string_view klasaKomunikatu);
     void KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopier);
+    template <class F> bool KopiujCzesc(int nr, const TObiekt& zrodlo, const F& kopiuj);
     [[nodiscard]] int ZarezerwujNaKopie(int ile, const TObiekt& zrodlo, const TMigawkaOpisu& migawka);
     // Makes a copy of a plain field in the block; false when it has no place there.
     bool KopiujDoMiejsca(int nr, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka, int& naTeksty);

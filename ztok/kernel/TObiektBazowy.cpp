@@ -28,7 +28,13 @@ ZTOK_KLASA_DEF(TObiektBazowy, TPole)
 
 TObiektBazowy::TObiektBazowy(TObiektBazowy* wlasciciel) noexcept : FRodzic(wlasciciel) {}
 
-TObiektBazowy::~TObiektBazowy() { DokonczZycie(); }
+TObiektBazowy::~TObiektBazowy() {
+    DokonczZycie();
+    if (MaJakiesRef()) [[unlikely]] { // an error kept the end of life from its last step
+        TPierwszyBlad pominiety;
+        pominiety.Wykonaj([this] { ZwolnijReferencje(); });
+    }
+}
 
 void TObiektBazowy::PoUtworzeniu(std::uint32_t cechy) {
     bezBlokady_ = (cechy & ckWlasnaBlokada) == 0;
@@ -54,12 +60,18 @@ void TObiektBazowy::WykonajDestrukcje() {
         auto& obiekt = static_cast<TObiekt&>(*this);
         if (obiekt.FPola != nullptr)
             ZKontekstem([&obiekt] { obiekt.ZwolnijPola(false); }, kontekst(kmWyjatekZerujDane));
+        if (MaJakiesRef()) [[unlikely]]
+            ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje));
         return;
     }
     TPierwszyBlad blad;
-    if (MaJakiesRef())
-        blad.Wykonaj([&] { ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje)); });
+    const auto zwolnijReferencje = [&] {
+        if (MaJakiesRef())
+            blad.Wykonaj([&] { ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje)); });
+    };
+    zwolnijReferencje();
     blad.Wykonaj([&] { ZKontekstem([this] { ZerujDane(); }, kontekst(kmWyjatekZerujDane)); });
+    zwolnijReferencje(); // the event of a part that died may have pointed something here
     // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): Zwolnij calls this before the destructor
     blad.Wykonaj([this] { UsunSekcjeKrytyczna(); });
     blad.Rzuc();
@@ -105,6 +117,10 @@ template <class O, class F> O* WGore(O* od, const F& koniec) {
 }
 
 } // namespace
+
+bool TObiektBazowy::JestCzescia(const TObiektBazowy& czesc, const TObiektBazowy& calosc) noexcept {
+    return WGore(&czesc, [&calosc](const TObiektBazowy& o) { return &o == &calosc; }) != nullptr;
+}
 
 void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
     const std::uint32_t cechy = nowy.Klasa()->cechy;
@@ -285,11 +301,9 @@ void TObiektBazowy::KopiujZ(const TPole& zrodlo, TKopierDanych& kopier) {
     WykonajKopiowanie(zrodlo, kopier);
 }
 
+// A copy between an object and a part of it would free, or go on growing, what it still reads.
 bool TObiektBazowy::JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept {
-    const auto jestNad = [](const TObiektBazowy& przodek, const TObiektBazowy& potomek) {
-        return WGore(&potomek, [&przodek](const TObiektBazowy& o) { return &o == &przodek; }) != nullptr;
-    };
-    return jestNad(a, b) || jestNad(b, a);
+    return JestCzescia(a, b) || JestCzescia(b, a);
 }
 
 void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
@@ -463,38 +477,11 @@ void TObiektBazowy::WczytajZPlikuXMLWewn(TOdczytywaczXML& /*odczytywacz*/) {
 void TObiektBazowy::WczytajZPlikuXML(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPlikuXML"); }
 void TObiektBazowy::WczytajStalaRES(std::u16string_view /*nazwa*/) { BladAbstrakcyjny(u"WczytajStalaRES"); }
 
-bool TObiektBazowy::PoleNrMaCeche(int /*nrPola*/, const TArgument& /*cecha*/, TRozmiarLiter /*rozmLiter*/) const {
-    BladAbstrakcyjny(u"PoleNrMaCeche");
-}
-std::int32_t TObiektBazowy::PorPoleNrZCecha(int /*nrPola*/, const TArgument& /*cecha*/, TRozmiarLiter /*rozmLiter*/,
-                                            std::uint32_t /*localeID*/) const {
-    BladAbstrakcyjny(u"PorPoleNrZCecha");
-}
-bool TObiektBazowy::MaCechy(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/) const {
-    BladAbstrakcyjny(u"MaCechy");
-}
-std::int32_t TObiektBazowy::PorownajCechy(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/,
-                                          std::uint32_t /*localeID*/) const {
-    BladAbstrakcyjny(u"PorownajCechy");
-}
 std::string TObiektBazowy::ZapiszWStringuXML() const { BladAbstrakcyjny(u"ZapiszWStringuXML"); }
 void TObiektBazowy::WczytajZeStringuXML(std::string_view /*tekst*/) { BladAbstrakcyjny(u"WczytajZeStringuXML"); }
 void TObiektBazowy::ZapiszWPlikuXML(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPlikuXML"); }
 void TObiektBazowy::ZapiszWPliku(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPliku"); }
 void TObiektBazowy::WczytajZPliku(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPliku"); }
-std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
-                                               TPorownywaczDanych& /*porownywacz*/) const {
-    BladAbstrakcyjny(u"WykonajPorownWgPol");
-}
-std::int32_t TObiektBazowy::WykonajPorownOproczPol(const TObiektBazowy& /*inny*/, TArgumenty /*pola*/,
-                                                   TPorownywaczDanych& /*porownywacz*/) const {
-    BladAbstrakcyjny(u"WykonajPorownOproczPol");
-}
-void TObiektBazowy::ZerujDanePol(TArgumenty /*pola*/) { BladAbstrakcyjny(u"ZerujDanePol"); }
-void TObiektBazowy::ZerujDaneOprocz(TArgumenty /*pola*/) { BladAbstrakcyjny(u"ZerujDaneOprocz"); }
-void TObiektBazowy::PrzytnijPolaWgRozm(bool /*trymuj*/) { BladAbstrakcyjny(u"PrzytnijPolaWgRozm"); }
-void TObiektBazowy::TrymujPolaTekstowe(bool /*podobiektyTez*/) { BladAbstrakcyjny(u"TrymujPolaTekstowe"); }
-bool TObiektBazowy::SaDaneUnicode(int /*nrPola*/) const { BladAbstrakcyjny(u"SaDaneUnicode"); }
 
 // --- one name
 

@@ -63,8 +63,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     // Resolves a path to an object and a field number (-1: the whole object), on request creating what is missing.
     // False for a path that leads nowhere. Never raises for a path.
     virtual bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola);
-    // The same on classes alone, without an instance.
+    // The same on classes alone: this object's, or one given, without an instance.
     virtual bool KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const;
+    static bool KlasaIPole(const TKlasa* od, std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola);
     [[nodiscard]] virtual bool SciezkaIstnieje(std::u16string_view sciezka) const;
     // The field object at a path, or null.
     [[nodiscard]] virtual TPole* PoleONazwie(std::u16string_view sciezka);
@@ -189,6 +190,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     void WczytajTekstowo(TStrumien& strumien, const TOpcjeOdczytu& opcje, std::u16string_view naglowek = {});
 
     void ZerujRefDo(TObiektBazowy* cel) override;
+    // The mask is a path: as DajTrescWgSciezki. Empty: the object's own description.
+    [[nodiscard]] std::u16string WartWgMaski(std::u16string_view maska,
+                                             const TUstawieniaFormatu* ustawienia = nullptr) const override;
 
   protected:
     void WykonajDestrukcje() override;
@@ -207,6 +211,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] static bool JestDoObejscia(const TObiektBazowy* obiekt) noexcept {
         return obiekt != nullptr && !obiekt->Klasa()->Ma(ckListaWsk);
     }
+    // Whether the first is the second or, up the parents, a part of it.
+    [[nodiscard]] static bool JestCzescia(const TObiektBazowy& czesc, const TObiektBazowy& calosc) noexcept;
     // Whether one of the two is a part of the other: a copy would then free, or go on growing, what it still reads.
     [[nodiscard]] static bool JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept;
     // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user

@@ -156,116 +156,17 @@ void TObiekt::PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola
     SetBylyZmiany(nrPola);
 }
 
-// --- paths
-
-bool TObiekt::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) {
-    if (sciezka.empty())
-        return TObiektBazowy::ObiektIPole(sciezka, tworz, obiekt, nrPola);
-    obiekt = nullptr;
-    nrPola = CalyObiekt;
-    std::u16string_view reszta;
-    WydzielNazwePola(sciezka, reszta);
-    const int nr = NrPolaONazwie(sciezka);
-    if (nr < 0 || (tworz && !JestPole(nr, nullptr, true)))
-        return false;
-    if (reszta.empty()) {
-        obiekt = this;
-        nrPola = nr;
-        return true;
-    }
-    TPole* pole = Pole(nr);
-    if (pole == nullptr)
-        return false;
-    const std::uint32_t cechy = pole->Klasa()->cechy;
-    if ((cechy & ckPoleWsk) != 0)
-        pole = static_cast<TPoleWskObiektu*>(pole)->Obiekt();
-    else if ((cechy & ckObiektBazowy) == 0)
-        pole = nullptr;
-    // Pointers can lead round and round: a path has a bounded number of steps, as a tree has of levels.
-    static thread_local int kroki = 0;
-    if (pole == nullptr || kroki >= kZaglebienieDomyslne)
-        return false;
-    struct TKrok {
-        TKrok() noexcept { ++kroki; }
-        TKrok(const TKrok&) = delete;
-        TKrok& operator=(const TKrok&) = delete;
-        ~TKrok() { --kroki; }
-    } const krok;
-    return static_cast<TObiektBazowy*>(pole)->ObiektIPole(reszta, tworz, obiekt, nrPola);
-}
-
-// --- features
-
-std::int32_t TObiekt::PorownajNieobecne(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
-                                        std::uint32_t localeID) const {
-    const TKlasa* typ = TypPolaNr(nrPola);
-    if (typ == nullptr || typ->utworz == nullptr)
-        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
-    const TWlasny<TPole> domyslne(static_cast<TPole*>(typ->utworz(nullptr)));
-    return domyslne->PorownajZCecha(cecha, rozmLiter, localeID);
-}
-
-std::int32_t TObiekt::PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
-                                      std::uint32_t localeID) const {
-    const TPole* pole = nrPola == CalyObiekt ? this : Pole(nrPola);
-    return pole != nullptr ? pole->PorownajZCecha(cecha, rozmLiter, localeID)
-                           : PorownajNieobecne(nrPola, cecha, rozmLiter, localeID);
-}
-
-bool TObiekt::PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const {
-    return PorPoleNrZCecha(nrPola, cecha, rozmLiter, LocaleWin1250) == 0;
-}
-
-bool TObiekt::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const {
-    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
-        if (pola[i].Tag() == TTag::Integer) {
-            if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
-                return false;
-        } else if (pola[i].JestNazwa()) {
-            const std::u16string sciezka = pola[i].JakoTekst();
-            TObiektBazowy* obiekt = nullptr;
-            int nrPola = CalyObiekt;
-            if (sciezka.find(u"[?]") != std::u16string::npos) {
-                if (!PoleMaCeche(sciezka, wartosci[i], rozmLiter))
-                    return false;
-            } else if (!const_cast<TObiekt*>(this)->ObiektIPole(sciezka, false, obiekt, nrPola) ||
-                       !obiekt->PoleNrMaCeche(nrPola, wartosci[i], rozmLiter))
-                return false;
-        } else {
-            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"MC"});
-        }
-    }
-    return true;
-}
-
-std::int32_t TObiekt::PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
-                                    std::uint32_t localeID) const {
-    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
-        std::int32_t wynik = 0;
-        if (pola[i].Tag() == TTag::Integer)
-            wynik = PorPoleNrZCecha(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter, localeID);
-        else if (pola[i].JestNazwa())
-            wynik = PorPoleONazwieZCecha(pola[i].JakoTekst(), wartosci[i], rozmLiter, localeID);
-        else
-            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PC"});
-        if (wynik != 0)
-            return wynik;
-    }
-    return 0;
-}
-
 // --- comparison
 
 std::int32_t TObiekt::PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const {
-    const bool tu = PoleNiepuste(nrPola);
-    const bool tam = inny.PoleNiepuste(nrPola);
-    if (tu && tam)
-        return FPola[nrPola]->Porownaj(*inny.FPola[nrPola], &porownywacz);
-    if (tu)
-        return FPola[nrPola]->MaDefWartosc() ? 0 : 1;
-    if (tam)
-        return inny.FPola[nrPola]->MaDefWartosc() ? 0 : -1;
-    return 0;
+    // A class may call a field full that was never made.
+    const TPole* tu = PoleNiepuste(nrPola) ? Pole(nrPola) : nullptr;
+    const TPole* tam = inny.PoleNiepuste(nrPola) ? inny.Pole(nrPola) : nullptr;
+    if (tu != nullptr && tam != nullptr)
+        return tu->Porownaj(*tam, &porownywacz);
+    if (tu != nullptr)
+        return tu->MaDefWartosc() ? 0 : 1;
+    return tam == nullptr || tam->MaDefWartosc() ? 0 : -1;
 }
 
 bool TObiekt::DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const noexcept {
@@ -291,52 +192,6 @@ std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& p
         if (const std::int32_t wynik = PorownajPole(nr, inny, porownywacz); wynik != 0)
             return wynik;
     }
-    return 0;
-}
-
-std::int32_t TObiekt::WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
-                                         TPorownywaczDanych& porownywacz) const {
-    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
-    const auto& obiekt = static_cast<const TObiekt&>(inny);
-    for (const TArgument& selektor : pola) {
-        std::int32_t wynik = 0;
-        if (selektor.Tag() == TTag::Integer) {
-            const auto nr = static_cast<std::int16_t>(selektor.Calkowita());
-            wynik = nr == CalyObiekt ? Porownaj(inny, &porownywacz) : PorownajPole(nr, obiekt, porownywacz);
-        } else if (selektor.JestNazwa()) {
-            const std::u16string sciezka = selektor.JakoTekst();
-            const TPole* tu = const_cast<TObiekt*>(this)->PoleONazwie(sciezka);
-            const TPole* tam = const_cast<TObiekt&>(obiekt).PoleONazwie(sciezka);
-            wynik = tu != nullptr && tam != nullptr
-                        ? tu->Porownaj(*tam, &porownywacz)
-                        : static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
-        } else {
-            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PWP"});
-        }
-        if (wynik != 0)
-            return wynik;
-    }
-    return 0;
-}
-
-std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
-                                             TPorownywaczDanych& porownywacz) const {
-    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
-    const auto& obiekt = static_cast<const TObiekt&>(inny);
-    std::vector<int> pominiete;
-    for (const TArgument& selektor : pola) {
-        if (selektor.Tag() == TTag::Integer)
-            pominiete.push_back(static_cast<std::int16_t>(selektor.Calkowita()));
-        else if (selektor.JestNazwa())
-            pominiete.push_back(NrPolaONazwie(selektor.JakoTekst()));
-        else
-            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"POP"});
-    }
-    const int ile = std::max(ilePol_, obiekt.ilePol_);
-    for (int nr = 0; nr < ile; ++nr)
-        if (std::find(pominiete.begin(), pominiete.end(), nr) == pominiete.end())
-            if (const std::int32_t wynik = PorownajPole(nr, obiekt, porownywacz); wynik != 0)
-                return wynik;
     return 0;
 }
 

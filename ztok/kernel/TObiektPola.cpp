@@ -6,6 +6,7 @@
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TKopierDanych.h"
+#include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/util/ZTBledy.h"
@@ -62,8 +63,29 @@ std::vector<TWybranePole> WybranePola(const TObiekt& obiekt, TArgumenty pola, st
     return wybrane;
 }
 
+std::vector<TWybranePole>::const_iterator Znajdz(const std::vector<TWybranePole>& pola, int nr) {
+    return std::find_if(pola.begin(), pola.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+}
+
 TObiektBazowy* JakoObiekt(TPole* pole) {
     return pole != nullptr && pole->Klasa()->Ma(ckObiektBazowy) ? static_cast<TObiektBazowy*>(pole) : nullptr;
+}
+
+// The object with fields that a field is: only such a one has parts; lists and pointers are taken as a whole.
+TObiekt* JakoZPolami(TPole* pole) {
+    return pole != nullptr && pole->Klasa()->Ma(ckObiekt) ? static_cast<TObiekt*>(pole) : nullptr;
+}
+
+// Compares nested objects but for the parts; one that is not there counts as an empty one.
+std::int32_t PorownajOproczCzesci(const TObiekt* tu, const TObiekt* tam, TArgumenty czesci,
+                                  TPorownywaczDanych& porownywacz) {
+    if (tu == nullptr && tam == nullptr)
+        return 0;
+    const TWlasny<TObiektBazowy> pusty =
+        tu != nullptr && tam != nullptr ? nullptr : (tu != nullptr ? tu : tam)->TworzInstancje(nullptr);
+    const TObiektBazowy* lewy = tu != nullptr ? tu : pusty.get();
+    const TObiektBazowy* prawy = tam != nullptr ? tam : pusty.get();
+    return lewy->WykonajPorownOproczPol(*prawy, czesci, porownywacz);
 }
 
 // The text of a text field, changed by `zmien`; the field is cleared when nothing is left of it.
@@ -88,9 +110,25 @@ template <class F> void ZmienTekst(TObiekt& obiekt, int nr, TPole& pole, const F
     }
 }
 
+// For an object without numbered fields: whether a selector names it as a whole.
+bool CalyWsrod(TArgumenty pola, std::u16string_view operacja) {
+    bool caly = false;
+    for (const TArgument& selektor : pola) {
+        if (selektor.Tag() == TTag::Integer)
+            caly = caly || static_cast<std::int16_t>(selektor.Calkowita()) == CalyObiekt;
+        else if (selektor.JestNazwa())
+            caly = caly || selektor.JakoTekst().empty();
+        else
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {operacja});
+    }
+    return caly;
+}
+
 } // namespace
 
-void TObiekt::ZerujDanePol(TArgumenty pola) {
+// --- of any object of the model
+
+void TObiektBazowy::ZerujDanePol(TArgumenty pola) {
     const TBlokadaObiektu blokada(*this);
     for (const TArgument& selektor : pola) {
         if (selektor.Tag() == TTag::Integer)
@@ -102,6 +140,52 @@ void TObiekt::ZerujDanePol(TArgumenty pola) {
     }
 }
 
+void TObiektBazowy::ZerujDaneOprocz(TArgumenty pola) {
+    if (!CalyWsrod(pola, u"ZDO"))
+        ZerujDane();
+}
+
+void TObiektBazowy::PrzytnijPolaWgRozm(bool /*trymuj*/) {}
+void TObiektBazowy::TrymujPolaTekstowe(bool /*podobiektyTez*/) {}
+bool TObiektBazowy::SaDaneUnicode(int /*nrPola*/) const { return false; }
+
+std::int32_t TObiektBazowy::WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                               TPorownywaczDanych& porownywacz) const {
+    for (const TArgument& selektor : pola) {
+        std::int32_t wynik = 0;
+        if (selektor.Tag() == TTag::Integer) {
+            const auto nr = static_cast<std::int16_t>(selektor.Calkowita());
+            if (nr == CalyObiekt) {
+                wynik = Porownaj(inny, &porownywacz);
+            } else {
+                SprawdzKlase(*this, TObiekt::KlasaStatyczna());
+                SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+                wynik =
+                    static_cast<const TObiekt&>(*this).PorownajPole(nr, static_cast<const TObiekt&>(inny), porownywacz);
+            }
+        } else if (selektor.JestNazwa()) {
+            const std::u16string sciezka = selektor.JakoTekst();
+            const TPole* tu = const_cast<TObiektBazowy*>(this)->PoleONazwie(sciezka);
+            const TPole* tam = const_cast<TObiektBazowy&>(inny).PoleONazwie(sciezka);
+            wynik = tu != nullptr && tam != nullptr
+                        ? tu->Porownaj(*tam, &porownywacz)
+                        : static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
+        } else {
+            ZTErrorFmt(Komunikat(kmBlednyTypIndeksu), {u"PWP"});
+        }
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+std::int32_t TObiektBazowy::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                   TPorownywaczDanych& porownywacz) const {
+    return CalyWsrod(pola, u"POP") ? 0 : Porownaj(inny, &porownywacz);
+}
+
+// --- of an object with fields
+
 void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
     const TBlokadaObiektu blokada(*this);
     bool calyObiekt = false;
@@ -109,14 +193,37 @@ void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
     if (calyObiekt)
         return;
     for (int nr = ilePol_ - 1; nr >= 0; --nr) {
-        const auto gdzie =
-            std::find_if(zachowane.begin(), zachowane.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
+        const auto gdzie = Znajdz(zachowane, nr);
         if (gdzie == zachowane.end())
             UstawNiepuste(nr, false);
-        else if (TObiektBazowy* obiekt = JakoObiekt(Pole(nr));
-                 !gdzie->cale && obiekt != nullptr && obiekt->Klasa()->Ma(ckObiekt)) // a list is kept as a whole
+        else if (TObiekt* obiekt = JakoZPolami(Pole(nr)); !gdzie->cale && obiekt != nullptr)
             obiekt->ZerujDaneOprocz(gdzie->czesci);
     }
+}
+
+std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                             TPorownywaczDanych& porownywacz) const {
+    SprawdzKlase(inny, TObiekt::KlasaStatyczna());
+    const auto& obiekt = static_cast<const TObiekt&>(inny);
+    bool calyObiekt = false;
+    const std::vector<TWybranePole> pominiete = WybranePola(*this, pola, u"POP", calyObiekt);
+    if (calyObiekt)
+        return 0;
+    const int ile = std::max(ilePol_, obiekt.ilePol_);
+    for (int nr = 0; nr < ile; ++nr) {
+        if (porownywacz.PominChwilowe && !PoleZapisywane(nr))
+            continue;
+        const auto gdzie = Znajdz(pominiete, nr);
+        std::int32_t wynik = 0;
+        if (gdzie == pominiete.end())
+            wynik = PorownajPole(nr, obiekt, porownywacz);
+        else if (!gdzie->cale)
+            wynik =
+                PorownajOproczCzesci(JakoZPolami(Pole(nr)), JakoZPolami(obiekt.Pole(nr)), gdzie->czesci, porownywacz);
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
 }
 
 void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
@@ -179,7 +286,7 @@ std::u16string TObiekt::OpisTekstowy() const {
     std::u16string_view przed = u": ";
     for (int nr = 0; nr < ilePol_ && opis.size() < kWiersz; ++nr) {
         const TPole* pole = Pole(nr);
-        if (!PoleNiepuste(nr) || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
+        if (pole == nullptr || !PoleNiepuste(nr) || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
             continue;
         opis.append(przed).append(NazwaPolaNr(nr)).append(u"=").append(pole->TekstDoOpisu());
         przed = u", ";
@@ -218,6 +325,21 @@ void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, bool razem, TKopierDanych* 
 
 } // namespace
 
+// Copies between the nested objects of a number, a source that was never made counting as an empty one; false when
+// there is nothing nested to take apart.
+template <class F> bool TObiekt::KopiujCzesc(int nr, const TObiekt& zrodlo, const F& kopiuj) {
+    const TPole* skad = zrodlo.Pole(nr);
+    if (const TObiekt* dokad = JakoZPolami(Pole(nr)); skad == nullptr && dokad != nullptr) {
+        const TWlasny<TObiektBazowy> pusty = dokad->TworzInstancje(nullptr);
+        kopiuj(static_cast<TObiekt&>(*Pole(nr)), static_cast<const TObiekt&>(*pusty));
+        return true;
+    }
+    if (skad == nullptr || !skad->Klasa()->Ma(ckObiekt))
+        return false;
+    kopiuj(static_cast<TObiekt&>(DajPoleKlasy(nr, TObiekt::KlasaStatyczna())), static_cast<const TObiekt&>(*skad));
+    return true;
+}
+
 void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale, TKopierDanych* kopier) {
     const auto kopiuj = [pola, zerujPozostale](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
         if (zerujPozostale)
@@ -228,14 +350,11 @@ void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPo
             cel.KopiujDane(skad, &k);
             return;
         }
-        for (const TWybranePole& wybrane1 : wybrane) {
-            TObiektBazowy* czesc = JakoObiekt(skad.Pole(wybrane1.nr));
-            if (wybrane1.cale || czesc == nullptr || !czesc->Klasa()->Ma(ckObiekt))
+        for (const TWybranePole& wybrane1 : wybrane)
+            if (wybrane1.cale || !cel.KopiujCzesc(wybrane1.nr, skad, [&](TObiekt& dokad, const TObiekt& czesc) {
+                    dokad.KopiujDanePol(czesc, wybrane1.czesci, false, &k);
+                }))
                 cel.KopiujPole(wybrane1.nr, skad, k);
-            else
-                static_cast<TObiekt&>(cel.DajPoleKlasy(wybrane1.nr, TObiekt::KlasaStatyczna()))
-                    .KopiujDanePol(static_cast<const TObiekt&>(*czesc), wybrane1.czesci, false, &k);
-        }
     };
     KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
 }
@@ -248,15 +367,13 @@ void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDa
             return;
         const int ile = std::max(cel.ilePol_, skad.ilePol_);
         for (int nr = 0; nr < ile; ++nr) {
-            const auto gdzie =
-                std::find_if(pominiete.begin(), pominiete.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
-            if (gdzie == pominiete.end()) {
+            const auto gdzie = Znajdz(pominiete, nr);
+            if (gdzie == pominiete.end())
                 cel.KopiujPole(nr, skad, k);
-            } else if (TObiektBazowy* czesc = JakoObiekt(skad.Pole(nr));
-                       !gdzie->cale && czesc != nullptr && czesc->Klasa()->Ma(ckObiekt)) {
-                static_cast<TObiekt&>(cel.DajPoleKlasy(nr, TObiekt::KlasaStatyczna()))
-                    .KopiujDaneOprocz(static_cast<const TObiekt&>(*czesc), gdzie->czesci, &k);
-            }
+            else if (!gdzie->cale)
+                cel.KopiujCzesc(nr, skad, [&](TObiekt& dokad, const TObiekt& czesc) {
+                    dokad.KopiujDaneOprocz(czesc, gdzie->czesci, &k);
+                });
         }
     };
     KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
@@ -264,13 +381,12 @@ void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDa
 
 void TObiekt::KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier) {
     const auto kopiuj = [klasy](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
-        for (int nr = 0; nr < skad.ilePol_; ++nr)
-            if (const TPole* pole = skad.Pole(nr); pole != nullptr)
-                for (const TKlasa* klasa : klasy)
-                    if (pole->JestKlasy(klasa)) {
-                        cel.KopiujPole(nr, skad, k);
-                        break;
-                    }
+        for (int nr = 0; nr < std::max(cel.ilePol_, skad.ilePol_); ++nr) {
+            const TPole* pole = skad.Pole(nr) != nullptr ? skad.Pole(nr) : cel.Pole(nr); // what is not there is cleared
+            if (pole != nullptr &&
+                std::any_of(klasy.begin(), klasy.end(), [pole](const TKlasa* klasa) { return pole->JestKlasy(klasa); }))
+                cel.KopiujPole(nr, skad, k);
+        }
     };
     KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
 }

@@ -29,7 +29,7 @@ class ZTOK_API TPrzejscie {
 
   protected:
     TPrzejscie() noexcept;
-    virtual ~TPrzejscie();
+    ~TPrzejscie();
 
     virtual void ZgubPole(const TPole& pole) noexcept = 0;
     // References that the walk has put off registering are registered.

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "ztok/kernel/TObiekt.h"
+#include "ztok/lists/TKolekcjaObiektow.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
@@ -51,9 +52,11 @@ bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty po
         UsunObiektyOprocz(pola, wartosci, rozmLiter);
         return !ListaPusta();
     }
+    const auto splatane = [this](const TObiektBazowy* o) { return o != nullptr && JednoWDrugim(*this, *o); };
     if (dane != nullptr && Klasa()->Ma(ckListaZObiektami) &&
-        (dane->Klasa()->Ma(ckListaWsk) || JednoWDrugim(*this, *dane))) {
-        // What is copied may die with this list's elements: they go when the copies are made.
+        (splatane(dane) || (dane->Klasa()->Ma(ckListaWsk) &&
+                            std::any_of(dane->FObiekty, dane->FObiekty + dane->FIleObiektow, splatane)))) {
+        // What is copied dies with this list's elements, or holds them: they go when the copies are made.
         const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
         static_cast<TListaBazowa&>(*kopie).DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
         ZerujDane();

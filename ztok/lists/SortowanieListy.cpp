@@ -18,11 +18,9 @@ namespace ztok {
 namespace {
 
 // A slot without an object stands before every object.
-template <class F> auto ZPustymi(const F& porownaj) {
-    return [&porownaj](const TObiektBazowy* a, const TObiektBazowy* b) -> std::int32_t {
-        return a != nullptr && b != nullptr ? porownaj(*a, *b)
-                                            : static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
-    };
+template <class F> std::int32_t ZPustymi(const TObiektBazowy* a, const TObiektBazowy* b, const F& porownaj) {
+    return a != nullptr && b != nullptr ? porownaj(*a, *b)
+                                        : static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
 }
 
 // In-place quicksort with a fixed order of exchanges, so that equal elements always end where they do: the pivot is the
@@ -75,7 +73,7 @@ std::vector<TKluczSortowania> KluczeSortowania(TArgumenty pola, std::span<const 
         // A direction array shorter than the field list goes on with its last direction.
         const TRodzajSortowania kierunek =
             kierunki.empty() ? rsRosnaco : kierunki[i < kierunki.size() ? i : kierunki.size() - 1];
-        if (pola[i].JestCalkowity())
+        if (pola[i].Tag() == TTag::Integer)
             klucze.push_back({false, static_cast<std::int16_t>(pola[i].Calkowita()), {}, kierunek == rsMalejaco});
         else if (pola[i].JestNazwa())
             klucze.push_back({true, CalyObiekt, pola[i].JakoTekst(), kierunek == rsMalejaco});
@@ -86,12 +84,15 @@ std::vector<TKluczSortowania> KluczeSortowania(TArgumenty pola, std::span<const 
 }
 
 std::int32_t PorownajWgKluczy(const TObiektBazowy& a, const TObiektBazowy& b,
-                              const std::vector<TKluczSortowania>& klucze, TPorownywaczDanych& porownywacz) {
+                              const std::vector<TKluczSortowania>& klucze, bool malejaco,
+                              TPorownywaczDanych& porownywacz) {
     porownywacz.ZerujListy();
     if (&a == &b)
         return 0;
-    if (!a.Klasa()->Ma(ckObiekt) || !b.Klasa()->Ma(ckObiekt))
-        return a.Porownaj(b, &porownywacz);
+    if (!a.Klasa()->Ma(ckObiekt) || !b.Klasa()->Ma(ckObiekt)) {
+        const std::int32_t wynik = a.Porownaj(b, &porownywacz);
+        return malejaco ? -wynik : wynik;
+    }
     for (const TKluczSortowania& klucz : klucze) {
         std::int32_t wynik = 0;
         if (!klucz.wgSciezki) {
@@ -279,31 +280,41 @@ bool PosortujWgWartosci(PListaObiektowBazowych elementy, std::int32_t ile, const
 
 } // namespace
 
-bool TListaBazowa::PosortujWgFun(TFunPorownania fun) {
+template <class F> bool TListaBazowa::PosortujWMiejscu(const F& porownaj) {
     bool zamieniono = false;
-    const auto porownaj = [&](const TObiektBazowy& a, const TObiektBazowy& b) {
-        return fun != nullptr ? fun(a, b) : PorownajObiekty(a, b);
-    };
-    if (FIleObiektow >= 2)
-        Szybkie(FObiekty, 0, FIleObiektow - 1, zamieniono, ZPustymi(porownaj));
+    TObiektBazowy** const tablica = FObiekty;
+    const std::int32_t ile = FIleObiektow;
+    if (ile >= 2)
+        Szybkie(tablica, 0, ile - 1, zamieniono, [&](const TObiektBazowy* a, const TObiektBazowy* b) {
+            const std::int32_t wynik = ZPustymi(a, b, porownaj);
+            if (FObiekty != tablica || FIleObiektow != ile) [[unlikely]] // the slots are others now, or gone
+                ZTErrorFmt(Komunikat(kmListaZmieniona), {NazwaKlasy()});
+            return wynik;
+        });
     return zamieniono;
+}
+
+bool TListaBazowa::PosortujWgFun(TFunPorownania fun) {
+    return PosortujWMiejscu([&](const TObiektBazowy& a, const TObiektBazowy& b) {
+        return fun != nullptr ? fun(a, b) : PorownajObiekty(a, b);
+    });
 }
 
 bool TListaBazowa::PosortowanieListy(TArgumenty pola, std::span<const TRodzajSortowania> kierunki,
                                      TRozmiarLiter rozmLiter, std::uint32_t localeID, bool sortuj) {
     const std::vector<TKluczSortowania> klucze = KluczeSortowania(pola, kierunki);
     TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
+    const bool malejaco = !kierunki.empty() && kierunki.front() == rsMalejaco;
     const auto porownaj = [&](const TObiektBazowy& a, const TObiektBazowy& b) {
-        return PorownajWgKluczy(a, b, klucze, porownywacz);
+        return PorownajWgKluczy(a, b, klucze, malejaco, porownywacz);
     };
     if (sortuj) {
         bool zamieniono = false;
-        if (!PosortujWgWartosci(FObiekty, FIleObiektow, klucze, porownywacz, zamieniono) && FIleObiektow >= 2)
-            Szybkie(FObiekty, 0, FIleObiektow - 1, zamieniono, ZPustymi(porownaj));
-        return zamieniono;
+        return PosortujWgWartosci(FObiekty, FIleObiektow, klucze, porownywacz, zamieniono) ? zamieniono
+                                                                                           : PosortujWMiejscu(porownaj);
     }
     for (std::int32_t i = 1; i < FIleObiektow; ++i)
-        if (ZPustymi(porownaj)(FObiekty[i - 1], FObiekty[i]) > 0)
+        if (ZPustymi(Obiekty(i - 1), Obiekty(i), porownaj) > 0)
             return false;
     return true;
 }

@@ -1,6 +1,7 @@
 // Searches of a list: linear, by identity, by bisection.
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaBazowa.h"
+#include "ztok/lists/TPorownywaczDanych.h"
 
 namespace ztok {
 
@@ -62,8 +63,11 @@ bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pol
 
 bool TListaBazowa::JestTakiObiekt(const TObiektBazowy& obiekt, std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac,
                                   std::int32_t zacznijOd, TPorownywaczDanych* porownywacz) const {
-    return Szukaj(gdzie, jakSzukac, zacznijOd,
-                  [&](const TObiektBazowy& o) { return o.Porownaj(obiekt, porownywacz) == 0; });
+    return Szukaj(gdzie, jakSzukac, zacznijOd, [&](const TObiektBazowy& o) {
+        if (porownywacz != nullptr)
+            porownywacz->ZerujListy(); // what was met in another element says nothing about this one
+        return o.Porownaj(obiekt, porownywacz) == 0;
+    });
 }
 
 bool TListaBazowa::JestTakiObiekt(const TObiektBazowy& obiekt, TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd,

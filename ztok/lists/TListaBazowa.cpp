@@ -6,8 +6,10 @@
 #include <new>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaObiektow.h"
+#include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
@@ -133,7 +135,7 @@ void TListaBazowa::PrzypnijObiekt(TObiektBazowy* obiekt) { DodajObiekt(obiekt, M
 
 TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter) {
     std::int32_t gdzie = -1;
-    if (JestObiektTakiJak(*nowyObiekt, pola, gdzie, rozmLiter, rwOdKonca, MaxInt))
+    if (nowyObiekt != nullptr && JestObiektTakiJak(*nowyObiekt, pola, gdzie, rozmLiter, rwOdKonca, MaxInt))
         return FObiekty[gdzie];
     return DopiszObiekt(nowyObiekt, MaxInt);
 }
@@ -326,6 +328,40 @@ void TListaBazowa::WpiszDaneDoPol(TArgumenty p_KtorePola, TArgumenty p_JakieWart
     }
 }
 
+template <class F>
+std::int32_t TListaBazowa::PorownajElementy(const TObiektBazowy& inny, TPorownywaczDanych& porownywacz,
+                                            const F& porownaj) const {
+    SprawdzKlase(inny, TListaBazowa::KlasaStatyczna());
+    const auto& inna = static_cast<const TListaBazowa&>(inny);
+    if (inna.FIleObiektow != FIleObiektow)
+        return inna.FIleObiektow < FIleObiektow ? 1 : -1;
+    const TPoziom poziom(porownywacz.Zagniezdzenie, *this); // a pointer list may hold itself
+    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+        const TObiektBazowy* tu = Obiekty(i);
+        const TObiektBazowy* tam = inna.Obiekty(i);
+        std::int32_t wynik = static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
+        if (tu != tam && tu != nullptr && tam != nullptr)
+            wynik = porownaj(*tu, *tam);
+        if (wynik != 0)
+            return wynik;
+    }
+    return 0;
+}
+
+std::int32_t TListaBazowa::WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                              TPorownywaczDanych& porownywacz) const {
+    return PorownajElementy(inny, porownywacz, [&](const TObiektBazowy& tu, const TObiektBazowy& tam) {
+        return tu.WykonajPorownWgPol(tam, pola, porownywacz);
+    });
+}
+
+std::int32_t TListaBazowa::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                  TPorownywaczDanych& porownywacz) const {
+    return PorownajElementy(inny, porownywacz, [&](const TObiektBazowy& tu, const TObiektBazowy& tam) {
+        return tu.WykonajPorownOproczPol(tam, pola, porownywacz);
+    });
+}
+
 // --- elements by text
 
 bool TListaBazowa::WydzielNumerElem(std::u16string_view& sciezka, std::u16string_view& numer) noexcept {
@@ -392,33 +428,16 @@ TObiektBazowy* TListaBazowa::DajElemListyWCech(std::u16string_view opis, bool tw
         return FObiekty[gdzie];
     if (!tworz || !Klasa()->Ma(ckListaObiektow))
         return nullptr;
-    TObiektBazowy* nowy = DodajObiekt(nullptr, MaxInt);
-    if (!nowy->Klasa()->Ma(ckObiekt))
-        BladKlasy(*nowy, TObiekt::KlasaStatyczna());
-    try {
-        static_cast<TObiekt*>(nowy)->WpiszDane(nazwy, wartosci);
-    } catch (...) {
-        UsunTenObiekt(nowy, true); // it never met the conditions
-        throw;
+    auto& lista = static_cast<TListaObiektow&>(*this);
+    // The value of a pointer is an address: no text may set it.
+    for (const TArgument& nazwa : nazwy) {
+        const TKlasa* klasa = nullptr;
+        int nrPola = CalyObiekt;
+        if (KlasaIPole(lista.TypObiektowListy(), nazwa.JakoTekst(), klasa, nrPola) && nrPola != CalyObiekt)
+            if (const TKlasa* typ = JadroKlas()->TypPolaKlasy(klasa, nrPola); typ != nullptr && typ->Ma(ckPoleWsk))
+                ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", nazwa.JakoTekst()});
     }
-    return nowy;
-}
-
-bool TListaBazowa::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) {
-    if (sciezka.empty())
-        return TObiektBazowy::ObiektIPole(sciezka, tworz, obiekt, nrPola);
-    obiekt = nullptr;
-    nrPola = CalyObiekt;
-    std::u16string_view numer;
-    if (!WydzielNumerElem(sciezka, numer))
-        return false;
-    try {
-        TObiektBazowy* element = DajElemListy(numer, tworz);
-        return element != nullptr && element->ObiektIPole(sciezka, tworz, obiekt, nrPola);
-    } catch (const EWyjatek&) {
-        obiekt = nullptr; // conditions that no element can meet lead nowhere
-        return false;
-    }
+    return lista.DodajZDanymi(MaxInt, nazwy, wartosci);
 }
 
 } // namespace ztok

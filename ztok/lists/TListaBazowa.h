@@ -98,8 +98,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     void ZerujDane() override; // empties the list and gives its array back; frees no element
     [[nodiscard]] std::u16string WartWgMaski(std::u16string_view maska,
                                              const TUstawieniaFormatu* ustawienia = nullptr) const override;
-    // A path that begins with "[?]" means any element: equal when one is; clearing clears all.
-    [[nodiscard]] bool PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter) const override;
+    // An index without an element has no feature: -1 sorts before it. A path that begins with "[?]" means any element:
+    // equal when one is; clearing clears all.
     [[nodiscard]] bool PoleMaCeche(std::u16string_view sciezka, const TArgument& cecha,
                                    TRozmiarLiter rozmLiter) const override;
     [[nodiscard]] std::int32_t PorPoleNrZCecha(int nrPola, const TArgument& cecha, TRozmiarLiter rozmLiter,
@@ -107,11 +107,17 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     [[nodiscard]] std::int32_t PorPoleONazwieZCecha(std::u16string_view sciezka, const TArgument& cecha,
                                                     TRozmiarLiter rozmLiter, std::uint32_t localeID) const override;
     void ZerujPole(std::u16string_view sciezka) override;
+    using TObiektBazowy::KlasaIPole;
     bool KlasaIPole(std::u16string_view sciezka, const TKlasa*& klasa, int& nrPola) const override;
     [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
     [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
     // False removes and frees element N; for -1 it empties the list. True does nothing.
     void UstawNiepuste(int nrPola, bool niepuste) override;
+    // Counts first, then element by element on the listed fields (or all but them).
+    [[nodiscard]] std::int32_t WykonajPorownWgPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                  TPorownywaczDanych& porownywacz) const override;
+    [[nodiscard]] std::int32_t WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumenty pola,
+                                                      TPorownywaczDanych& porownywacz) const override;
     void ZerujDanePol(TArgumenty pola) override;
     void ZerujDaneOprocz(TArgumenty pola) override;
     bool ObiektIPole(std::u16string_view sciezka, bool tworz, TObiektBazowy*& obiekt, int& nrPola) override;
@@ -192,7 +198,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     TObiektBazowy* DajElemListy(std::u16string_view opis, bool tworz);
     TObiektBazowy* DajElemListyWCech(std::u16string_view opis, bool tworz);
 
-    // Linear searches from an index (MaxInt: from the natural end). On a miss `gdzie` is -1 from the end and the count
+    // Linear searches from an index (MaxInt: from the natural end). A comparer's records are cleared before each
+    // element. On a miss `gdzie` is -1 from the end and the count
     // from the start.
     bool JestObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie,
                     TRozmiarLiter rozmLiter = rlRozmLiterWazny, TRodzajWyszukiwania jakSzukac = rwOdKonca,
@@ -225,7 +232,10 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
                                      TRozmiarLiter p_RozmLiter = rlRozmLiterWazny,
                                      TRodzajSortowania p_Sortowanie = rsRosnaco,
                                      std::uint32_t p_LocaleID = LocaleWin1250) const;
-
+    bool WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, std::int32_t& p_Gdzie,
+                       TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID = LocaleWin1250) const {
+        return WyszukajWgPol(p_JakiePola, p_JakieWartosci, p_Gdzie, rlRozmLiterWazny, p_Sortowanie, p_LocaleID);
+    }
     // The same with the values of an example object.
     bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
                        TRozmiarLiter p_RozmLiter = rlRozmLiterWazny, TRodzajSortowania p_Sortowanie = rsRosnaco,
@@ -234,6 +244,10 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
                                      TRozmiarLiter p_RozmLiter = rlRozmLiterWazny,
                                      TRodzajSortowania p_Sortowanie = rsRosnaco,
                                      std::uint32_t p_LocaleID = LocaleWin1250) const;
+    bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
+                       TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID = LocaleWin1250) const {
+        return WyszukajWgPol(p_Obiekt, p_JakiePola, p_Gdzie, rlRozmLiterWazny, p_Sortowanie, p_LocaleID);
+    }
     // The first and last index of the run of elements that have the values; on a miss both are the insertion index.
     bool WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int32_t& od, std::int32_t& doKtorego,
                         TRozmiarLiter rozmLiter = rlRozmLiterWazny, TRodzajSortowania sortowanie = rsRosnaco,
@@ -241,8 +255,9 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
 
     // Sorts in place by a quicksort with a fixed order of exchanges; not stable. True when any two elements were
     // exchanged. No function: by full comparison of the elements. A field counts from its own rule: missing equals
-    // default. A direction array shorter than the field list goes on with its last direction. ZTException for a
-    // selector that is neither a number nor a name.
+    // default. A direction array shorter than the field list goes on with its last direction; elements without numbered
+    // fields compare as a whole, in the first direction. ZTException for a selector that is neither a number nor a
+    // name, and when a comparison changes the list.
     bool PosortujWgFun(TFunPorownania fun = nullptr);
     bool PosortujWgPol(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
                        TRozmiarLiter rozmLiter = rlRozmLiterWazny, std::uint32_t localeID = LocaleWin1250);
@@ -295,8 +310,11 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     void SprawdzPrzenoszony(const TListaBazowa& dane, const TObiektBazowy& element);
     // Appends an element of the other list, in room that is there; its slot there is the caller's business.
     void PrzejmijSlot(TListaBazowa& dane, std::int32_t ktory) noexcept;
+    template <class F>
+    std::int32_t PorownajElementy(const TObiektBazowy& inny, TPorownywaczDanych& porownywacz, const F& porownaj) const;
     template <class F> bool DopiszWybrane(const TListaBazowa* dane, const F& wybrany);
     template <class F> std::int32_t PrzeniesSloty(TListaBazowa& dane, const F& wybrany);
+    template <class F> bool PosortujWMiejscu(const F& porownaj);
     template <class F> bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;
     [[nodiscard]] bool MaTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter) const;
     template <class F>

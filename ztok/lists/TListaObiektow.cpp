@@ -51,15 +51,24 @@ TObiektBazowy* TListaObiektow::DopiszObiekt(TObiektBazowy* nowyObiekt, std::int3
     return kopia;
 }
 
+TObiektBazowy* TListaObiektow::DodajZDanymi(std::int32_t gdzie, TArgumenty pola, TArgumenty wartosci) {
+    TObiektBazowy* nowy = DodajObiekt(nullptr, gdzie);
+    try {
+        SprawdzKlase(*nowy, TObiekt::KlasaStatyczna());
+        static_cast<TObiekt*>(nowy)->WpiszDane(pola, wartosci);
+    } catch (...) {
+        UsunTenObiekt(nowy, true); // what it was made for it cannot hold
+        throw;
+    }
+    return nowy;
+}
+
 TObiektBazowy* TListaObiektow::DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                                    TRodzajWyszukiwania jakSzukac, std::int32_t& gdzie) {
     if (JestObiekt(pola, wartosci, gdzie, rozmLiter, jakSzukac, MaxInt))
         return FObiekty[gdzie];
     gdzie = FIleObiektow;
-    TObiektBazowy* nowy = DodajObiekt(nullptr, MaxInt);
-    SprawdzKlase(*nowy, TObiekt::KlasaStatyczna());
-    static_cast<TObiekt*>(nowy)->WpiszDane(pola, wartosci);
-    return nowy;
+    return DodajZDanymi(MaxInt, pola, wartosci);
 }
 
 TObiektBazowy* TListaObiektow::DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
@@ -72,10 +81,7 @@ TObiektBazowy* TListaObiektow::DodajObiektGdyBrak(TArgumenty pola, TArgumenty wa
                                                   TRodzajSortowania sortowanie, std::int32_t& gdzie) {
     if (WyszukajWgPol(pola, wartosci, gdzie, rozmLiter, sortowanie, LocaleWin1250))
         return FObiekty[gdzie];
-    TObiektBazowy* nowy = DodajObiekt(nullptr, gdzie);
-    SprawdzKlase(*nowy, TObiekt::KlasaStatyczna());
-    static_cast<TObiekt*>(nowy)->WpiszDane(pola, wartosci);
-    return nowy;
+    return DodajZDanymi(gdzie, pola, wartosci);
 }
 
 TObiektBazowy* TListaObiektow::DodajObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
@@ -153,11 +159,8 @@ void TListaObiektow::KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<cons
 }
 
 bool TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& lista) {
-    if (&lista == this || !MoznaKopiowacZListy(lista))
-        return false;
-    for (const TObiektBazowy* o = lista.Rodzic(); o != nullptr; o = o->Rodzic())
-        if (o == this)
-            return false; // a part of this list's own elements, which go first
+    if (!MoznaKopiowacZListy(lista) || JednoWDrugim(*this, lista))
+        return false; // elements of a list can neither be emptied with it nor go into their own parts
     ZerujDane();
     // Elements of this list's own class are moved; when the other list holds more general ones, copies of this list's
     // class take over what both know.

@@ -32,6 +32,7 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
 
     // The element that has the values, or a fresh one at the end with the values written into it.
+    // One that cannot take them is removed again.
     TObiektBazowy* DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                        TRodzajWyszukiwania jakSzukac, std::int32_t& gdzie);
     TObiektBazowy* DopiszObiektGdyBrak(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
@@ -58,6 +59,8 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
 
   private:
     [[nodiscard]] const TKlasa& KlasaElementu() const;
+    friend class TListaBazowa;
+    TObiektBazowy* DodajZDanymi(std::int32_t gdzie, TArgumenty pola, TArgumenty wartosci);
 };
 
 // Forward enumerator typed to the item class.

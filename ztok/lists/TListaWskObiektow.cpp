@@ -295,9 +295,18 @@ bool TListaRefObiektow::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) 
 
 void TListaRefObiektow::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
     const std::int32_t granica = nowyRozm < 0 ? 0 : nowyRozm;
+    // Looking for a few of them, or among a few, needs no order.
+    std::vector<const TObiektBazowy*> zostaja;
+    if (granica > 16 && FIleObiektow - granica > 16) {
+        zostaja.assign(FObiekty, FObiekty + granica);
+        std::sort(zostaja.begin(), zostaja.end(), std::less<>());
+    }
     while (FIleObiektow > granica) {
         TObiektBazowy* obiekt = FObiekty[--FIleObiektow];
-        if (obiekt != nullptr && std::find(FObiekty, FObiekty + granica, obiekt) == FObiekty + granica)
+        const bool zostaje = zostaja.empty()
+                                 ? std::find(FObiekty, FObiekty + granica, obiekt) != FObiekty + granica
+                                 : std::binary_search(zostaja.begin(), zostaja.end(), obiekt, std::less<>());
+        if (obiekt != nullptr && !zostaje)
             obiekt->ZwolnijRefOd(this);
     }
     TListaWskObiektow::SkrocListe(nowyRozm, zachowajPojemnosc);
