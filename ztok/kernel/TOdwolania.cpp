@@ -24,7 +24,7 @@ void TOdwolania::ZwolnijBlok() noexcept { pula::Zwolnij(Blok(), RozmiarBloku(Blo
 
 bool TOdwolania::Znajdz(const TPole* pole, int& gdzie) const noexcept {
     if (!JestBlok()) {
-        gdzie = slowo_ != 0 && std::less<const TPole*>()(Jedyne(), pole) ? 1 : 0;
+        gdzie = slowo_ != 0 && std::less<>()(static_cast<const TPole*>(Jedyne()), pole) ? 1 : 0;
         return pole != nullptr && Jedyne() == pole;
     }
     TBlok& blok = *Blok();

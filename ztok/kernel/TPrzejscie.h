@@ -15,6 +15,7 @@ class ZTOK_API TPrzejscie {
   public:
     TPrzejscie(const TPrzejscie&) = delete;
     TPrzejscie& operator=(const TPrzejscie&) = delete;
+    virtual ~TPrzejscie();
 
     // Told by an object or a pointer field at its end, before the references to it are cleared.
     static void Zapomnij(const TPole& pole) noexcept {
@@ -29,7 +30,6 @@ class ZTOK_API TPrzejscie {
 
   protected:
     TPrzejscie() noexcept;
-    ~TPrzejscie();
 
     virtual void ZgubPole(const TPole& pole) noexcept = 0;
     // References that the walk has put off registering are registered.

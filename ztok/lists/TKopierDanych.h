@@ -19,13 +19,13 @@ class TPoleWskObiektu;
 // that points at a copied source object. References of the copy are registered only then, each with its final target;
 // what they point at stays safe to free, since it tells the copier first. Serves one top-level copy, on one thread;
 // owns nothing that it records. An object or field that dies meanwhile takes its record along.
-class ZTOK_API TKopierDanych final : private TPrzejscie {
+class ZTOK_API TKopierDanych : private TPrzejscie {
   public:
     TKopierDanych() = default;
     TKopierDanych(const TKopierDanych&) = delete;
     TKopierDanych& operator=(const TKopierDanych&) = delete;
     // References that were not re-pointed are registered with what they point at.
-    ~TKopierDanych();
+    ~TKopierDanych() override;
 
     // Told by every field before it is copied.
     void KopiowanoDane(const TPole& skad, TPole& dokad);

@@ -30,7 +30,7 @@ class ZTOK_API TOdczytywaczDanych : private TPrzejscie {
     explicit TOdczytywaczDanych(bool odczytANSI = false, const TLimityOdczytu& limity = {});
     TOdczytywaczDanych(const TOdczytywaczDanych&) = delete;
     TOdczytywaczDanych& operator=(const TOdczytywaczDanych&) = delete;
-    virtual ~TOdczytywaczDanych();
+    ~TOdczytywaczDanych() override;
 
     // Every field reports itself here before it is read. A reader that only numbers objects need not hear of scalars:
     // see ChceKazdePole.
