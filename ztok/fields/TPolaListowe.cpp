@@ -402,9 +402,7 @@ template <class W> void TPoleListyWartosci<W>::WykonajZapisTekstowy(TZapisywaczT
 template <class W> void TPoleListyWartosci<W>::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
     ZerujDane();
     maWartosc_ = true;
-    TZTParser& parser = odczytywacz.Parser;
-    parser.CheckToken('(');
-    for (bool dalej = parser.NextToken() != ')'; dalej;) {
+    odczytywacz.WczytajWNawiasach([&] {
         odczytywacz.ZuzyjPamiec(sizeof(W));
         if constexpr (kTekst<W>)
             wartosci_.push_back(odczytywacz.WczytajDowolnyTekst());
@@ -412,13 +410,7 @@ template <class W> void TPoleListyWartosci<W>::WykonajOdczytTekstowy(TOdczytywac
             wartosci_.push_back(odczytywacz.WczytajRzeczywista());
         else
             wartosci_.push_back(static_cast<W>(odczytywacz.WczytajCalkowita(TZTParser::Calkowita)));
-        dalej = parser.Token() == ';';
-        if (dalej)
-            parser.NextToken();
-        else
-            parser.CheckToken(')');
-    }
-    parser.NextToken();
+    });
 }
 
 template class TPoleListyWartosci<std::int32_t>;

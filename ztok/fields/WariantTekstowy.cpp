@@ -158,15 +158,7 @@ TWariant WczytajWariantTekstowo(TOdczytywaczTekstu& odczytywacz, const TObiektBa
     if (parser.Token() == '(') {
         const TPoziom poziom(odczytywacz.Zagniezdzenie, wlasciciel);
         std::vector<TWariant> elementy;
-        for (bool dalej = parser.NextToken() != ')'; dalej;) {
-            elementy.push_back(WczytajWariantTekstowo(odczytywacz, wlasciciel));
-            dalej = parser.Token() == ';';
-            if (dalej)
-                parser.NextToken();
-            else
-                parser.CheckToken(')');
-        }
-        parser.NextToken();
+        odczytywacz.WczytajWNawiasach([&] { elementy.push_back(WczytajWariantTekstowo(odczytywacz, wlasciciel)); });
         return TWariant::Tablica(std::move(elementy));
     }
     parser.CheckToken(TZTParser::Symbol);

@@ -63,6 +63,21 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     void WczytajRef(TPoleWskObiektu& pole);
     [[nodiscard]] std::uint32_t WczytajNumer();
 
+    // Values in parentheses, "(a;b;c)": calls `element()` at the first token of each. The current token is then the one
+    // behind them.
+    template <class F> void WczytajWNawiasach(const F& element) {
+        Parser.CheckToken('(');
+        for (bool dalej = Parser.NextToken() != ')'; dalej;) {
+            element();
+            dalej = Parser.Token() == ';';
+            if (dalej)
+                Parser.NextToken();
+            else
+                Parser.CheckToken(')');
+        }
+        Parser.NextToken();
+    }
+
     TStrumien& Strumien;
 
   private:
