@@ -577,6 +577,21 @@ TEST(Odniesienia, NicNieZostajePoObiekcie) {
         EXPECT_EQ(u.pozne.Obiekt(), nullptr);
         EXPECT_TRUE(u.poznaLista.ListaPusta());
     }
+    { // two events that point each other's field at it again and again
+        auto ginacy = Utworz<TWezel>();
+        TPoleRefZeZdarz pola[2];
+        for (int i = 0; i < 2; ++i) {
+            pola[i].OnZerujRefDo = {[](void* drugie, TPole& nadawca) {
+                                        static_cast<TPoleRefZeZdarz*>(drugie)->UstawObiekt(
+                                            static_cast<TPoleRefZeZdarz&>(nadawca).Obiekt());
+                                    },
+                                    &pola[1 - i]};
+            pola[i].UstawObiekt(ginacy.get());
+        }
+        Zwolnij(ginacy.Oddaj());
+        EXPECT_EQ(pola[0].Obiekt(), nullptr);
+        EXPECT_EQ(pola[1].Obiekt(), nullptr);
+    }
     TWezel cel;
     {
         TPoleRefObiektu naStosie;

@@ -5,6 +5,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TArrayOfConst.h"
+#include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TPrzejscie.h"
@@ -227,9 +228,16 @@ void TObiektBazowy::ZwolnijRefOd(TPole* pole) { odwolania_.Usun(pole); }
 void TObiektBazowy::ZwolnijReferencje() {
     TPrzejscie::ZarejestrujOdlozone();
     TPierwszyBlad blad;
-    while (MaJakiesRef()) {
+    // Events may point fields here anew, two of them each other's for ever: so there is an end to asking them.
+    const std::int64_t zdarzen = 4 * std::int64_t{odwolania_.Ile()} + 1000;
+    for (std::int64_t ile = 0; MaJakiesRef(); ++ile) {
         TPole* pole = odwolania_.ZdejmijOstatni();
-        blad.Wykonaj([&] { pole->ZerujRefDo(this); });
+        blad.Wykonaj([&] {
+            if (ile >= zdarzen && pole->Klasa()->Ma(ckPoleRef))
+                static_cast<TPoleRefObiektu*>(pole)->TPoleRefObiektu::ZerujRefDo(this);
+            else
+                pole->ZerujRefDo(this);
+        });
     }
     blad.Rzuc();
 }

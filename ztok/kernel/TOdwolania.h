@@ -19,7 +19,8 @@ class TOdwolania {
             ZwolnijBlok();
     }
 
-    [[nodiscard]] bool Puste() const noexcept { return slowo_ == 0 || (JestBlok() && Blok()->ile == 0); }
+    [[nodiscard]] int Ile() const noexcept { return JestBlok() ? Blok()->ile : static_cast<int>(slowo_ != 0); }
+    [[nodiscard]] bool Puste() const noexcept { return Ile() == 0; }
     // Whether the field is there; its position, or the one to insert at.
     [[nodiscard]] bool Znajdz(const TPole* pole, int& gdzie) const noexcept;
     // Nothing happens when the field is there. std::bad_alloc: the set is as it was.
