@@ -3,7 +3,6 @@
 #include <functional>
 
 #include "ztok/kernel/TObiekt.h"
-#include "ztok/lists/TKolekcjaObiektow.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"

@@ -6,7 +6,6 @@
 #include <new>
 
 #include "ztok/fields/Konwersje.h"
-#include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -428,16 +427,7 @@ TObiektBazowy* TListaBazowa::DajElemListyWCech(std::u16string_view opis, bool tw
         return FObiekty[gdzie];
     if (!tworz || !Klasa()->Ma(ckListaObiektow))
         return nullptr;
-    auto& lista = static_cast<TListaObiektow&>(*this);
-    // The value of a pointer is an address: no text may set it.
-    for (const TArgument& nazwa : nazwy) {
-        const TKlasa* klasa = nullptr;
-        int nrPola = CalyObiekt;
-        if (KlasaIPole(lista.TypObiektowListy(), nazwa.JakoTekst(), klasa, nrPola) && nrPola != CalyObiekt)
-            if (const TKlasa* typ = JadroKlas()->TypPolaKlasy(klasa, nrPola); typ != nullptr && typ->Ma(ckPoleWsk))
-                ZTErrorFmt(Komunikat(kmBlednePodpole), {u"WD", nazwa.JakoTekst()});
-    }
-    return lista.DodajZDanymi(MaxInt, nazwy, wartosci);
+    return static_cast<TListaObiektow&>(*this).DodajZDanymi(MaxInt, nazwy, wartosci);
 }
 
 } // namespace ztok
