@@ -15,11 +15,11 @@ class TLosowe {
   public:
     explicit TLosowe(std::uint64_t ziarno) noexcept : stan_(ziarno) {}
     // 0 to granica - 1
-    std::uint64_t Ponizej(std::uint64_t granica) noexcept {
+    template <class T = std::size_t> T Ponizej(std::uint64_t granica) noexcept {
         std::uint64_t z = stan_ += 0x9E3779B97F4A7C15U;
         z = (z ^ (z >> 30U)) * 0xBF58476D1CE4E5B9U;
         z = (z ^ (z >> 27U)) * 0x94D049BB133111EBU;
-        return (z ^ (z >> 31U)) % granica;
+        return static_cast<T>((z ^ (z >> 31U)) % granica);
     }
     bool Jeden(std::uint64_t zIlu) noexcept { return Ponizej(zIlu) == 0; }
 
@@ -64,10 +64,10 @@ TPozycja GenerujPozycje(TLosowe& los, std::size_t lp) {
     TPozycja pozycja;
     pozycja.nazwa = Tekst(los);
     pozycja.lp = static_cast<std::int32_t>(lp);
-    pozycja.ilosc = static_cast<double>(1 + los.Ponizej(400)) / 4;
-    pozycja.cena = static_cast<double>(1 + los.Ponizej(100000)) / 100;
+    pozycja.ilosc = (1 + los.Ponizej<double>(400)) / 4;
+    pozycja.cena = (1 + los.Ponizej<double>(100000)) / 100;
     pozycja.stawka = stawki[los.Ponizej(stawki.size())];
-    pozycja.towar = 5900000000000 + static_cast<std::int64_t>(los.Ponizej(10000000000));
+    pozycja.towar = 5900000000000 + los.Ponizej<std::int64_t>(10000000000);
     return pozycja;
 }
 
@@ -101,14 +101,14 @@ TBaza GenerujBaze(std::size_t ileFaktur) {
     TBaza baza;
     baza.waluty.resize(6);
     for (TWaluta& waluta : baza.waluty)
-        waluta = {Tekst(los), static_cast<double>(1 + los.Ponizej(60000)) / 10000, los.Jeden(2)};
+        waluta = {Tekst(los), (1 + los.Ponizej<double>(60000)) / 10000, los.Jeden(2)};
     baza.klienci.resize(1 + ileFaktur / 10);
     for (TKlient& klient : baza.klienci)
         klient = {Tekst(los),
                   Tekst(los),
                   Tekst(los),
-                  1000000000 + static_cast<std::int64_t>(los.Ponizej(9000000000)),
-                  static_cast<std::uint8_t>(los.Ponizej(5)),
+                  1000000000 + los.Ponizej<std::int64_t>(9000000000),
+                  los.Ponizej<std::uint8_t>(5),
                   los.Jeden(3)};
     baza.faktury.resize(ileFaktur);
     for (std::size_t i = 0; i < ileFaktur; ++i) {
@@ -116,10 +116,10 @@ TBaza GenerujBaze(std::size_t ileFaktur) {
         faktura.numer = "FV/Łódź/" + std::to_string(i + 1) + "/2026";
         faktura.wystawiona = static_cast<double>(46000 + los.Ponizej(365));
         faktura.termin = faktura.wystawiona + 14;
-        faktura.klient.numer = static_cast<std::int32_t>(los.Ponizej(baza.klienci.size()));
-        faktura.waluta.numer = static_cast<std::int32_t>(los.Ponizej(baza.waluty.size()));
+        faktura.klient.numer = los.Ponizej<std::int32_t>(baza.klienci.size());
+        faktura.waluta.numer = los.Ponizej<std::int32_t>(baza.waluty.size());
         faktura.ksiegowy = (std::int64_t{2026} << 32U) + static_cast<std::int64_t>(i);
-        faktura.rodzaj = static_cast<std::uint8_t>(los.Ponizej(4));
+        faktura.rodzaj = los.Ponizej<std::uint8_t>(4);
         faktura.zaplacona = !los.Jeden(3);
         if (los.Jeden(2))
             faktura.uwagi = Tekst(los, 20, 120);

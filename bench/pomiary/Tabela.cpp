@@ -82,14 +82,14 @@ void TTabela::DrukujCzesc(std::size_t od, std::size_t koniec, const std::set<std
     const auto ktoras = [&](auto warunek) { return std::any_of(kolumny.begin(), kolumny.end(), warunek); };
     const bool saObce = ktoras([](std::string_view k) { return Obca(k); });
     const bool saCzyste = ktoras([](std::string_view k) { return Czysta(k); });
-    std::printf("\n%-50s", "operation (median; ns an item)");
+    std::printf("\n%-56s", "operation (median; ns an item)");
     for (const std::string_view kolumna : kKolumny)
         if (kolumny.contains(kolumna))
             std::printf(" %12.*s", static_cast<int>(kolumna.size()), kolumna.data());
     std::printf("%s%s\n", saObce ? "  to fastest" : "", saCzyste ? "    to plain" : "");
     for (; od < koniec; ++od) {
         const TWiersz& wiersz = wiersze_[od];
-        std::printf("%-50s", wiersz.operacja.c_str());
+        std::printf("%-56s", wiersz.operacja.c_str());
         double obca = 0;
         double czysta = 0;
         for (const std::string_view kolumna : kKolumny) {
