@@ -34,7 +34,11 @@ double ZajetaPamiec(void (*funkcja)(void*), void* dane) {
     const pid_t dziecko = fork();
     if (dziecko == 0) {
         const double przed = Rezydentne();
-        funkcja(dane);
+        try {
+            funkcja(dane);
+        } catch (...) {
+            _exit(1); // the checks that follow tell of it
+        }
         const double wynik = Rezydentne() - przed;
         _exit(write(rura[1], &wynik, sizeof wynik) == sizeof wynik ? 0 : 1);
     }

@@ -43,8 +43,9 @@ double Sekundy() {
 }
 
 const char* OpisSystemu() {
-    return "32-bit Windows. Allocator: the C runtime's malloc on the process heap; ztok's pool on top of it holds "
-           "objects,\nfields, short lists and texts of up to 250 units. Times are those of the clock on the wall.";
+    return "32-bit Windows. Allocator: the C runtime's malloc on the heap of the process (under Wine: Wine's); ztok's "
+           "pool on top\nof it holds objects, fields, short lists and texts of up to 250 units. Times are those of the "
+           "clock on the wall.";
 }
 
 // Two gigabytes of addresses.

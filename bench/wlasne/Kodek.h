@@ -15,13 +15,20 @@ namespace pomiary::kodek {
 
 static_assert(std::endian::native == std::endian::little, "numbers are copied as they lie in memory");
 
+// Whether a character of two units, one of four bytes, begins there.
+inline bool JestPara(std::u16string_view tekst, std::size_t i) {
+    return (tekst[i] & 0xFC00) == 0xD800 && i + 1 < tekst.size() && (tekst[i + 1] & 0xFC00) == 0xDC00;
+}
+
 // Bytes of the text as UTF-8; a lone surrogate takes the three of its code.
 inline std::size_t DlugoscUtf8(std::u16string_view tekst) {
-    std::size_t bajtow = tekst.size();
+    std::size_t bajtow = 0;
     for (std::size_t i = 0; i < tekst.size(); ++i) {
-        bajtow += (tekst[i] >= 0x80 ? 1U : 0U) + (tekst[i] >= 0x800 ? 1U : 0U);
-        if ((tekst[i] & 0xFC00) == 0xD800 && i + 1 < tekst.size() && (tekst[i + 1] & 0xFC00) == 0xDC00) {
-            ++i; // the pair is four bytes: the three counted, and the one of its second half
+        if (JestPara(tekst, i)) {
+            bajtow += 4;
+            ++i;
+        } else {
+            bajtow += 1U + (tekst[i] >= 0x80 ? 1U : 0U) + (tekst[i] >= 0x800 ? 1U : 0U);
         }
     }
     return bajtow;
@@ -36,7 +43,7 @@ inline char* Koduj(std::u16string_view tekst, char* cel) {
         } else if (znak < 0x800) {
             bajt(0xC0 | znak >> 6U);
             bajt(0x80 | (znak & 0x3F));
-        } else if ((znak & 0xFC00) == 0xD800 && i + 1 < tekst.size() && (tekst[i + 1] & 0xFC00) == 0xDC00) {
+        } else if (JestPara(tekst, i)) {
             znak = 0x10000 + ((znak & 0x3FF) << 10U) + (tekst[++i] & 0x3FFU);
             bajt(0xF0 | znak >> 18U);
             bajt(0x80 | (znak >> 12U & 0x3F));
