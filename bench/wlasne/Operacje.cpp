@@ -126,27 +126,31 @@ void DodajPola(TPomiary& pomiary, const TPozycje& p, std::size_t ile) {
 
 // Pointers, values by path and by lists of names, on the whole tree.
 void DodajSciezki(TPomiary& pomiary, TBaza& baza, std::size_t ile) {
-    const auto ileFaktur = static_cast<std::size_t>(baza.GetFaktury().IleObiektow());
-    const auto faktura = [&baza, ileFaktur](std::size_t i) -> TFaktura& {
-        return *baza.GetFaktury()[static_cast<std::int32_t>(i % ileFaktur)];
+    // So many of a list's elements, from the beginning again where it ends.
+    const auto elementy = [ile](const auto& lista) {
+        std::vector<std::remove_reference_t<decltype(*lista[0])>*> wynik;
+        for (std::size_t i = 0; i < ile; ++i)
+            wynik.push_back(lista[static_cast<std::int32_t>(i) % lista.IleObiektow()]);
+        return wynik;
     };
-    const auto klient = [&baza](std::size_t i) {
-        return baza.GetKlienci()[static_cast<std::int32_t>(i) % baza.GetKlienci().IleObiektow()];
-    };
-    const auto waluta = [&baza](std::size_t i) {
-        return baza.GetWaluty()[static_cast<std::int32_t>(i) % baza.GetWaluty().IleObiektow()];
-    };
-    pomiary.DodajKazdy("get a pointer (Wsk)", kZtok, ile, [=](std::size_t i) { Zuzyj(faktura(i).GetKlient()); });
-    pomiary.DodajKazdy("set a pointer (Wsk)", kZtok, ile, [=](std::size_t i) { faktura(i).SetKlient(klient(i)); });
-    pomiary.DodajKazdy("set a reference (Ref), targets shared", kZtok, ile,
-                       [=](std::size_t i) { faktura(i).SetWaluta(waluta(i)); });
+    const auto faktury = elementy(baza.GetFaktury());
+    pomiary.DodajKazdy("get a pointer (Wsk) by number", kZtok, ile,
+                       [faktury](std::size_t i) { Zuzyj(faktury[i]->GetPoleWskObiektu(Ukryj(TFaktura::nrKlient))); });
+    pomiary.DodajKazdy("set a pointer (Wsk) by number", kZtok, ile,
+                       [faktury, klienci = elementy(baza.GetKlienci())](std::size_t i) {
+                           faktury[i]->SetPoleWskObiektu(Ukryj(TFaktura::nrKlient), klienci[i]);
+                       });
+    pomiary.DodajKazdy("set a reference (Ref) by number, targets shared", kZtok, ile,
+                       [faktury, waluty = elementy(baza.GetWaluty())](std::size_t i) {
+                           faktury[i]->SetPoleRefObiektu(Ukryj(TFaktura::nrWaluta), waluty[i]);
+                       });
 
     auto sciezki = std::make_shared<std::vector<std::u16string>>();
     auto wartosci = std::make_shared<std::vector<std::u16string>>();
     for (std::size_t i = 0; i < ile; ++i) {
-        const auto nr = ztok::Utf16ZUtf8(std::to_string(i % ileFaktur));
+        const auto nr = ztok::Utf16ZUtf8(std::to_string(i % static_cast<std::size_t>(baza.GetFaktury().IleObiektow())));
         sciezki->push_back(u"Faktury[" + nr + u"].Klient.Nazwa");
-        wartosci->push_back(faktura(i).GetKlient()->GetNazwa());
+        wartosci->push_back(faktury[i]->GetKlient()->GetNazwa());
         Sprawdz(baza.GetTekstowoWgSciezki((*sciezki)[i]) == (*wartosci)[i], "path", kZtok);
     }
     pomiary.DodajKazdy("get a text by path, through list and pointer", kZtok, ile,
