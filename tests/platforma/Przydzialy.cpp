@@ -34,7 +34,9 @@ constexpr ztok::pula::TNadzorPuli Nadzor = {
 
 } // namespace
 
-bool Padnie(std::size_t rozmiar) noexcept {
+ZTOK_BEZ_ASAN bool Liczy() noexcept { return licznik.czynny; }
+
+ZTOK_BEZ_ASAN bool Padnie(std::size_t rozmiar) noexcept {
     if (!licznik.czynny)
         return false;
     const std::int64_t nr = licznik.wynik.ile++;
@@ -43,7 +45,7 @@ bool Padnie(std::size_t rozmiar) noexcept {
     return licznik.psuty >= 0 && (nr == licznik.psuty || (licznik.wszystkie && nr > licznik.psuty));
 }
 
-void Przybylo(std::int64_t bajty) noexcept {
+ZTOK_BEZ_ASAN void Przybylo(std::int64_t bajty) noexcept {
     if (!licznik.czynny)
         return;
     licznik.teraz += bajty;
@@ -51,7 +53,7 @@ void Przybylo(std::int64_t bajty) noexcept {
         licznik.wynik.szczyt = licznik.teraz;
 }
 
-void Zwalniany(const void* blok, std::size_t rozmiar) noexcept {
+ZTOK_BEZ_ASAN void Zwalniany(const void* blok, std::size_t rozmiar) noexcept {
     Przybylo(-static_cast<std::int64_t>(rozmiar));
     if (licznik.czynny && !licznik.szukany.empty() &&
         std::string_view(static_cast<const char*>(blok), rozmiar).find(licznik.szukany) != std::string_view::npos)

@@ -29,23 +29,23 @@ void ZTOK_PRAWDZIWE(free)(void*);
 
 namespace {
 
-std::int64_t Rozmiar(void* blok) noexcept {
-    return blok == nullptr ? 0 : static_cast<std::int64_t>(malloc_usable_size(blok));
+ZTOK_BEZ_ASAN std::int64_t Rozmiar(void* blok) noexcept {
+    return blok == nullptr || !przydzialy::Liczy() ? 0 : static_cast<std::int64_t>(malloc_usable_size(blok));
 }
 
-void* Liczony(void* blok) noexcept {
+ZTOK_BEZ_ASAN void* Liczony(void* blok) noexcept {
     przydzialy::Przybylo(Rozmiar(blok));
     return blok;
 }
 
-void* Brak() noexcept {
+ZTOK_BEZ_ASAN void* Brak() noexcept {
     errno = ENOMEM;
     return nullptr;
 }
 
 } // namespace
 
-#define ZTOK_WIDOCZNE __attribute__((visibility("default")))
+#define ZTOK_WIDOCZNE ZTOK_BEZ_ASAN __attribute__((visibility("default")))
 
 extern "C" {
 ZTOK_WIDOCZNE void* malloc(std::size_t rozmiar) {
@@ -64,7 +64,7 @@ ZTOK_WIDOCZNE void* realloc(void* blok, std::size_t rozmiar) {
     return nowy;
 }
 ZTOK_WIDOCZNE void free(void* blok) {
-    if (blok != nullptr)
+    if (blok != nullptr && przydzialy::Liczy())
         przydzialy::Zwalniany(blok, malloc_usable_size(blok));
     ZTOK_PRAWDZIWE(free)(blok);
 }

@@ -32,7 +32,7 @@ constinit TFunkcja funkcje[] = {
 
 template <class F> F* Prawdziwa(std::size_t nr) { return reinterpret_cast<F*>(funkcje[nr].prawdziwa); }
 
-std::int64_t Rozmiar(void* blok) { return blok == nullptr ? 0 : static_cast<std::int64_t>(_msize(blok)); }
+std::int64_t Rozmiar(void* blok) { return blok == nullptr || !przydzialy::Liczy() ? 0 : static_cast<std::int64_t>(_msize(blok)); }
 
 void* Liczony(void* blok) {
     przydzialy::Przybylo(Rozmiar(blok));
@@ -56,7 +56,7 @@ void* Realloc(void* blok, std::size_t rozmiar) {
     return nowy;
 }
 void Free(void* blok) {
-    if (blok != nullptr)
+    if (blok != nullptr && przydzialy::Liczy())
         przydzialy::Zwalniany(blok, _msize(blok));
     Prawdziwa<void(void*)>(3)(blok);
 }

@@ -5,26 +5,21 @@
 #include <boost/serialization/tracking.hpp>
 #include <boost/serialization/vector.hpp>
 
-#include "biblioteki/SeriaStruktur.h"
+#include "obce/Obce.h"
+#include "obce/SeriaStruktur.h"
 
 namespace boost::serialization {
 
-using namespace pomiary::dane;
-
-template <class A> void serialize(A& a, TPozycja& p, unsigned /*wersja*/) {
-    a& p.nazwaUtf8& p.jednostkaUtf8& p.ilosc& p.cena& p.vat;
+template <class A, class S>
+requires requires { S::Pola(); }
+void serialize(A& archiwum, S& struktura, unsigned /*wersja*/) {
+    pomiary::dane::KazdePole(struktura, [&](std::string_view, auto& pole) {
+        if constexpr (pomiary::dane::kOdniesienie<std::remove_reference_t<decltype(pole)>>)
+            archiwum& pole.numer;
+        else
+            archiwum& pole;
+    });
 }
-template <class A> void serialize(A& a, TFaktura& f, unsigned /*wersja*/) {
-    a& f.numerUtf8& f.data& f.klient& f.zaplacona& f.uwagiUtf8& f.pozycje;
-}
-template <class A> void serialize(A& a, TKlient& k, unsigned /*wersja*/) {
-    a& k.nazwaUtf8& k.nipUtf8& k.ulicaUtf8& k.miastoUtf8& k.kodUtf8;
-}
-template <class A> void serialize(A& a, TBaza& b, unsigned /*wersja*/) { a& b.faktury& b.klienci; }
-template <class A> void serialize(A& a, TZnak& z, unsigned /*wersja*/) {
-    a& z.kod& z.nazwaUtf8& z.kategoriaUtf8& z.kierunekUtf8& z.rozkladUtf8& z.klasaLaczenia& z.duza& z.mala;
-}
-template <class A> void serialize(A& a, TZnaki& z, unsigned /*wersja*/) { a& z.znaki; }
 
 } // namespace boost::serialization
 
@@ -35,12 +30,14 @@ template <class A> void serialize(A& a, TZnaki& z, unsigned /*wersja*/) { a& z.z
 POMIARY_BEZ_NARZUTU(pomiary::dane::TPozycja)
 POMIARY_BEZ_NARZUTU(pomiary::dane::TFaktura)
 POMIARY_BEZ_NARZUTU(pomiary::dane::TKlient)
+POMIARY_BEZ_NARZUTU(pomiary::dane::TWaluta)
 POMIARY_BEZ_NARZUTU(pomiary::dane::TBaza)
 POMIARY_BEZ_NARZUTU(pomiary::dane::TZnak)
 POMIARY_BEZ_NARZUTU(pomiary::dane::TZnaki)
 POMIARY_BEZ_NARZUTU(std::vector<pomiary::dane::TPozycja>)
 POMIARY_BEZ_NARZUTU(std::vector<pomiary::dane::TFaktura>)
 POMIARY_BEZ_NARZUTU(std::vector<pomiary::dane::TKlient>)
+POMIARY_BEZ_NARZUTU(std::vector<pomiary::dane::TWaluta>)
 POMIARY_BEZ_NARZUTU(std::vector<pomiary::dane::TZnak>)
 
 namespace pomiary {
@@ -62,11 +59,9 @@ struct TArchiwumBoost {
 
 } // namespace
 
-std::unique_ptr<ISeria<dane::TBaza>> SeriaBoost(const dane::TBaza& dane, TUzycie uzycie) {
-    return std::make_unique<TSeriaStruktur<TArchiwumBoost, dane::TBaza>>(dane, uzycie);
-}
-std::unique_ptr<ISeria<dane::TZnaki>> SeriaBoost(const dane::TZnaki& dane, TUzycie uzycie) {
-    return std::make_unique<TSeriaStruktur<TArchiwumBoost, dane::TZnaki>>(dane, uzycie);
+void DodajBoost(TBibliotekiBazy& bazy, TBibliotekiZnakow& znaki) {
+    bazy.push_back({kBoost, &Utworz<TSeriaStruktur<TArchiwumBoost, dane::TBaza>, dane::TBaza>});
+    znaki.push_back({kBoost, &Utworz<TSeriaStruktur<TArchiwumBoost, dane::TZnaki>, dane::TZnaki>});
 }
 
 } // namespace pomiary

@@ -1,16 +1,15 @@
 // Libraries that write and read the structs themselves through an archive over a stream.
 #pragma once
 
-#include <optional>
 #include <sstream>
 #include <string>
 
-#include "biblioteki/Biblioteka.h"
-#include "biblioteki/BuforPamieci.h"
+#include "obce/BuforPamieci.h"
+#include "pomiary/Biblioteka.h"
 
 namespace pomiary {
 
-// TArchiwum::Zapisz(bufor, dane) and TArchiwum::Wczytaj(bufor, dane) are the library.
+// TArchiwum::Zapisz(stream, structs) and TArchiwum::Wczytaj(stream, structs) are the library.
 template <class TArchiwum, class TDane> class TSeriaStruktur final : public ISeria<TDane> {
   public:
     TSeriaStruktur(const TDane& dane, TUzycie uzycie) : dane_(dane), uzycie_(uzycie) {
@@ -18,37 +17,41 @@ template <class TArchiwum, class TDane> class TSeriaStruktur final : public ISer
             bajty_.resize(4 * dane::BajtyWartosci(dane) + 4096);
     }
 
-    std::size_t Zapisz() override {
+    std::string_view Zapisz() override {
         if (uzycie_ == TUzycie::Zwykle) {
             std::ostringstream strumien;
             TArchiwum::Zapisz(strumien, dane_);
             bajty_ = std::move(strumien).str();
-            return bajty_.size();
+            return zapisane_ = bajty_;
         }
         TBuforPamieci bufor(bajty_.data(), bajty_.size());
         std::ostream strumien(&bufor);
         TArchiwum::Zapisz(strumien, dane_);
-        return zapisano_ = bufor.Zapisano();
+        return zapisane_ = std::string_view(bajty_.data(), bufor.Zapisano());
     }
     void Wczytaj() override {
         if (uzycie_ == TUzycie::Zwykle) {
             std::istringstream strumien(bajty_);
-            TArchiwum::Wczytaj(strumien, wczytane_.emplace());
-            return;
+            TArchiwum::Wczytaj(strumien, wczytane_);
+        } else {
+            TBuforPamieci bufor(bajty_.data(), zapisane_.size());
+            std::istream strumien(&bufor);
+            TArchiwum::Wczytaj(strumien, wczytane_);
         }
-        TBuforPamieci bufor(bajty_.data(), zapisano_);
-        std::istream strumien(&bufor);
-        TArchiwum::Wczytaj(strumien, wczytane_.emplace());
+        Rozwiaz(wczytane_);
     }
-    void Zniszcz() override { wczytane_.reset(); }
-    [[nodiscard]] TDane Odtworz() const override { return *wczytane_; }
+    void Zniszcz() override { wczytane_ = {}; }
+    [[nodiscard]] TDane Odtworz() override {
+        UstawNumeryWgCelow(wczytane_);
+        return wczytane_;
+    }
 
   private:
     const TDane& dane_;
     TUzycie uzycie_;
     std::string bajty_;
-    std::size_t zapisano_ = 0;
-    std::optional<TDane> wczytane_;
+    std::string_view zapisane_;
+    TDane wczytane_;
 };
 
 } // namespace pomiary
