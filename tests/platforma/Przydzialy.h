@@ -29,8 +29,9 @@ void Psuj(std::int64_t ktory, bool wszystkieOdTad);
 // Looks for the text in every block of malloc that is freed until Zakoncz.
 void Szukaj(std::string_view tekst);
 
-// For the systems' allocation functions of the tests: whether anything is counted now; whether this allocation is to fail; what a block that was taken,
-// given back (negative) or is about to be freed means. They run before the address sanitizer is ready.
+// For the systems' allocation functions of the tests: whether anything is counted now; whether this allocation is to
+// fail; what a block that was taken, given back (negative) or is about to be freed means. They run before the address
+// sanitizer is ready.
 [[nodiscard]] ZTOK_BEZ_ASAN bool Liczy() noexcept;
 [[nodiscard]] ZTOK_BEZ_ASAN bool Padnie(std::size_t rozmiar) noexcept;
 ZTOK_BEZ_ASAN void Przybylo(std::int64_t bajty) noexcept;

@@ -32,7 +32,9 @@ constinit TFunkcja funkcje[] = {
 
 template <class F> F* Prawdziwa(std::size_t nr) { return reinterpret_cast<F*>(funkcje[nr].prawdziwa); }
 
-std::int64_t Rozmiar(void* blok) { return blok == nullptr || !przydzialy::Liczy() ? 0 : static_cast<std::int64_t>(_msize(blok)); }
+std::int64_t Rozmiar(void* blok) {
+    return blok == nullptr || !przydzialy::Liczy() ? 0 : static_cast<std::int64_t>(_msize(blok));
+}
 
 void* Liczony(void* blok) {
     przydzialy::Przybylo(Rozmiar(blok));

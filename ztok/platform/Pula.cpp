@@ -154,6 +154,7 @@ bool Uzupelnij(std::size_t nr, TRozmiar& r) noexcept {
         void* pamiec = PrzydzielPlyte();
         if (pamiec == nullptr)
             return false;
+        PrzeszukujWyciek(pamiec, RozmiarPlyty, true);
         plyta = ::new (pamiec) TPlyta{};
         plyta->bajtyBloku = static_cast<std::uint32_t>((nr + 1) * Ziarno);
         plyta->gora = plyta->Poczatek();
@@ -236,6 +237,7 @@ void OddajWolnePlyty() noexcept {
         if (plyta->oddawana) {
             *miejsce = plyta->nastepna;
             Odtruj(plyta, RozmiarPlyty); // its addresses may become anything
+            PrzeszukujWyciek(plyta, RozmiarPlyty, false);
             ZwolnijPlyte(plyta);
         } else {
             miejsce = &plyta->nastepna;

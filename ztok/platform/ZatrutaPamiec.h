@@ -16,6 +16,7 @@
 
 #if ZTOK_ASAN
 #include <sanitizer/asan_interface.h>
+#include <sanitizer/lsan_interface.h>
 // For a function that keeps links of its own in such memory.
 #define ZTOK_BEZ_ASAN __attribute__((no_sanitize("address")))
 #else
@@ -38,6 +39,15 @@ inline void Zatruj([[maybe_unused]] const void* adres, [[maybe_unused]] std::siz
 inline void Odtruj([[maybe_unused]] const void* adres, [[maybe_unused]] std::size_t bajty) noexcept {
 #if ZTOK_ASAN
     __asan_unpoison_memory_region(adres, bajty);
+#endif
+}
+
+// Memory that the leak checker does not know of, but where pointers to blocks of malloc stand: from here on, or no
+// longer.
+inline void PrzeszukujWyciek([[maybe_unused]] const void* adres, [[maybe_unused]] std::size_t bajty,
+                             [[maybe_unused]] bool tak) noexcept {
+#if ZTOK_ASAN
+    (tak ? __lsan_register_root_region : __lsan_unregister_root_region)(adres, bajty);
 #endif
 }
 
