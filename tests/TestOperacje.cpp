@@ -216,6 +216,71 @@ std::string Napisy(const std::function<void(TListaNapisow&)>& dopisz, const TLis
     return Utf8ZUtf16(napisy.JakoTekst(u"|"));
 }
 
+// What stands behind backslashes: r, n, t, xHH.
+std::string Odkoduj(const std::string& tekst) {
+    std::string wynik;
+    for (std::size_t i = 0; i < tekst.size(); ++i) {
+        if (tekst[i] != '\\') {
+            wynik += tekst[i];
+        } else if (const char znak = tekst[++i]; znak == 'x') {
+            wynik += static_cast<char>(std::stoi(tekst.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+        } else {
+            wynik += znak == 'r' ? '\r' : znak == 'n' ? '\n' : znak == 't' ? '\t' : znak;
+        }
+    }
+    return wynik;
+}
+
+// Reads a document into the object: from one window, byte by byte, and by a reader that tells of every field. Where it
+// ends, or the error, must be the same.
+std::string Czytaj(const TPrzebieg& p, bool tekstem) {
+    const std::string dane = tekstem ? Odkoduj(p.C(1)) : strumienie::Bajty(p.C(1));
+    std::vector<std::string> wyniki;
+    for (int jak = 0; jak < 4; ++jak) {
+        const TWlasny<TObiektBazowy> o = p.b->TworzInstancje(nullptr);
+        TObiektBazowy& cel = jak == 0 ? *p.b : *o;
+        TZTReadOnlyRawByteStream okno(dane);
+        strumienie::TOporny poBajcie(dane);
+        TStrumien& strumien = jak % 2 == 0 ? static_cast<TStrumien&>(okno) : poBajcie;
+        const std::u16string blad = testy::Blad([&] {
+            if (jak < 2 && tekstem) {
+                cel.WczytajTekstowo(strumien);
+            } else if (jak < 2) {
+                cel.WczytajZeStrumienia(strumien, p.T(2));
+            } else if (tekstem) {
+                TOdczytywaczTekstu(strumien).WczytajDokument(cel);
+            } else {
+                TOdczytywaczDanych odczytywacz(p.T(2));
+                cel.WczytajZeStrumienia(strumien, &odczytywacz);
+                odczytywacz.KorygujReferencje();
+            }
+        });
+        wyniki.push_back(blad == u"(no error)" ? W(jak % 2 == 0 || tekstem ? okno.GetPosition() : std::int64_t{0})
+                                               : "!" + Utf8ZUtf16(blad));
+        EXPECT_EQ(blad == u"(no error)", wyniki[0][0] != '!') << p.C(1) << jak;
+        if (jak % 2 == 0) { // what stream it was, and whether it tells its end, shows in some messages
+            EXPECT_EQ(wyniki.back(), wyniki[0]) << p.C(1);
+        } else if (!tekstem && blad == u"(no error)") {
+            EXPECT_EQ(std::to_string(poBajcie.pozycja), wyniki[0]) << p.C(1);
+        }
+        if (blad == u"(no error)") {
+            EXPECT_EQ(strumienie::Tekst(cel), strumienie::Tekst(*p.b)) << p.C(1) << jak;
+        }
+    }
+    return wyniki[0];
+}
+
+std::string Zapis(const TPrzebieg& p) {
+    TZapisywaczDanych zapisywacz;
+    zapisywacz.ZapisWszystkichPol = p.C(1).find('p') != std::string::npos;
+    zapisywacz.OpcjeZapisu = p.C(1).find('w') != std::string::npos ? ozWin1250 : 0;
+    if (p.C(1).empty())
+        return strumienie::Szesnastkowo(strumienie::Zapisz(*p.b));
+    p.b->DajObiektyDoZapisu(zapisywacz);
+    return strumienie::Szesnastkowo(strumienie::Zapisz(*p.b, &zapisywacz));
+}
+
 const std::map<std::string, TOperacja>& Operacje() {
     static const std::map<std::string, TOperacja> operacje = {
         // paths
@@ -273,6 +338,19 @@ const std::map<std::string, TOperacja>& Operacje() {
                 tekst.replace(i, 2, u"|");
             return tekst;
         }()),
+        // forms in streams
+        {"bajty", [](TPrzebieg& p) { return Zapis(p); }},
+        {"czytaj", [](TPrzebieg& p) { return Czytaj(p, false); }},
+        {"czytajTekst", [](TPrzebieg& p) { return Czytaj(p, true); }},
+        {"tekstem", [](TPrzebieg& p) {
+             std::string tekst = strumienie::Tekst(*p.b, [&p](TZapisywaczTekstu& z) {
+                 z.PominAkapity = p.C(1).find('a') == std::string::npos;
+                 z.PominKonceLinii = p.C(1).find('l') != std::string::npos;
+             });
+             for (std::size_t i = tekst.find("\r\n"); i != std::string::npos; i = tekst.find("\r\n"))
+                 tekst.replace(i, 2, "|");
+             return tekst;
+         }},
         // copies and comparisons
         ROB("kopiuj", p.b->KopiujDane(*p.Pole(p.C(1)))),
         ROB("kopiujPrzodkow", p.b->KopiujDanePrzodkow(*p.Jako<TObiektBazowy>(1))),
@@ -405,13 +483,22 @@ TWlasny<TObiekt> Zbuduj(const TPoczatek& p) {
     return o;
 }
 
-std::vector<std::string> Linie(const TObiektBazowy& o) {
+// The text form, and what it does not show: capacities, objects in fields without values.
+std::vector<std::string> Linie(TObiektBazowy& o) {
     std::vector<std::string> linie;
     std::string tekst = strumienie::Tekst(o);
     for (std::size_t i = tekst.find("\r\n"); i != std::string::npos; i = tekst.find("\r\n")) {
         linie.push_back(tekst.substr(0, i));
         tekst.erase(0, i + 2);
     }
+    drzewa::TStan stan;
+    stan.Zbierz(o, nullptr);
+    for (const TObiektBazowy* x : stan.obiekty)
+        if (x->Klasa()->Ma(ckLista))
+            linie.push_back(Utf8ZUtf16(x->DajSciezkeDoSiebie()) + "#" +
+                            std::to_string(static_cast<const TListaBazowa*>(x)->Pojemnosc()));
+        else if (x->Rodzic() != nullptr && x->Rodzic()->Klasa()->Ma(ckObiekt) && !x->PoleNiepuste(CalyObiekt))
+            linie.push_back(Utf8ZUtf16(x->DajSciezkeDoSiebie()) + "#");
     return linie;
 }
 
@@ -450,7 +537,6 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
     std::string wynik;
     if (const std::u16string blad = testy::Blad([&] { wynik = operacja->second(p); }); blad != u"(no error)")
         wynik = "!" + Utf8ZUtf16(blad);
-    std::replace(wynik.begin(), wynik.end(), '\r', '|');
     if (const char* blad = drzewa::Blad({o.get(), z.get()}); blad != nullptr)
         wynik += std::string(" BROKEN: ") + blad;
     for (const auto* x : {&o, &z}) {
@@ -458,11 +544,21 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
             wynik += (x == &o ? " o:" : " z:") + zmiana;
         const TWlasny<TObiektBazowy> kopia = (*x)->TworzInstancje(nullptr);
         strumienie::Wczytaj(*kopia, strumienie::Zapisz(**x));
-        const std::string bajty = strumienie::Zapisz(**x); // what has lost its targets is written shorter the next time
+        const std::string bajty = strumienie::Zapisz(**x);
+        EXPECT_EQ((*x)->DajWyroznikObiektu(), DajKodTekstuAnsi(bajty)) << pola[0];
+        // What has lost its targets is written shorter the next time.
         const std::string ponownie = strumienie::Zapisz(*kopia);
         EXPECT_TRUE(ponownie == bajty || ponownie.size() < bajty.size()) << pola[0];
     }
-    return wynik;
+    std::string czysty; // any bytes, as a line of the table
+    for (const char znak : wynik)
+        if (const auto bajt = static_cast<unsigned char>(znak); znak == '\r')
+            czysty += '|';
+        else if (bajt < 32 || (bajt > 126 && !PoprawneUtf8(wynik)))
+            czysty += "\\x" + strumienie::Szesnastkowo({&znak, 1});
+        else
+            czysty += znak;
+    return czysty;
 }
 
 TEST(Operacje, JakWTabeli) {
