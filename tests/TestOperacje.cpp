@@ -54,6 +54,26 @@ class TZbior : public TObiekt {
                 (6, Wlasny, Obiekt<TWlasna>))
 };
 
+// Its hooks leave a trace: locks, fields made, changes told, objects cleared.
+class TSlad : public TObiekt {
+    ZTOK_OBIEKT(TSlad, TObiekt, (0, Liczba, Integer), (1, Nazwa, String), (2, Tak, Boolean), (3, Wskaznik, Wsk<TAdres>),
+                (4, Referencja, Ref<TAdres>), (5, Adres, Obiekt<TAdres>), (6, Szeroki, WideString), (7, Kwota, Double),
+                (8, Dziecko, Obiekt<TSlad>), (9, Dzieci, Obiekt<TKolekcjaObiektow>), (10, Lista, StrList),
+                (11, Szerokie, WideStrList))
+    void ZablokujObiekt() const override { Zapisz("("); }
+    void OdblokujObiekt() const override { Zapisz(")"); }
+    void UtworzonoPole(int nr) override { Zapisz("+" + std::to_string(nr) + (PoleNiepuste(nr) ? "!" : "")); }
+    void SetBylyZmiany(int nr) override { Zapisz("~" + std::to_string(nr) + (PoleNiepuste(nr) ? "!" : "")); }
+    void ZerujDane() override {
+        Zapisz("0");
+        TObiekt::ZerujDane();
+    }
+    void Zapisz(const std::string& co) const { slad += (this == pierwszy ? "o" : this == drugi ? "z" : "d") + co; }
+    static inline std::string slad;
+    static inline const void* pierwszy = nullptr;
+    static inline const void* drugi = nullptr;
+};
+
 std::u16string Tekst16(std::string_view tekst) { return Utf16ZUtf8(tekst); }
 
 // One line of the table at work.
@@ -338,6 +358,28 @@ const std::map<std::string, TOperacja>& Operacje() {
                 tekst.replace(i, 2, u"|");
             return tekst;
         }()),
+        OP("maWartosc", p.b->GetMaWartosc(p.I(1))),
+        ROB("setMaWartosc", p.b->SetMaWartosc(p.I(1), p.T(2))),
+        OP("saDane", p.b->SaJakiesDane(p.I(1))),
+        OP("getI", p.O().GetPoleInteger(p.I(1))),
+        OP("getS", p.O().GetPoleString(p.I(1))),
+        OP("getD", p.O().GetPoleDouble(p.I(1))),
+        OP("getB", p.O().GetPoleBoolean(p.I(1))),
+        {"getRef", [](TPrzebieg& p) { return p.Gdzie(p.O().GetPoleRefObiektu(p.I(1))); }},
+        {"getWsk", [](TPrzebieg& p) { return p.Gdzie(p.O().GetPoleWskObiektu(p.I(1))); }},
+        {"getLista", [](TPrzebieg& p) { return p.Gdzie(p.O().GetPoleStrList(p.I(1))); }},
+        ROB("setI", p.O().SetPoleInteger(p.I(1), p.I(2))),
+        ROB("setS", p.O().SetPoleString(p.I(1), p.S(2))),
+        ROB("setCDATA", p.O().SetPoleCDATA(p.I(1), p.S(2))),
+        ROB("setD", p.O().SetPoleDouble(p.I(1), p.I(2))),
+        ROB("setB", p.O().SetPoleBoolean(p.I(1), static_cast<std::uint8_t>(p.I(2)))),
+        ROB("setRef", p.O().SetPoleRefObiektu(p.I(1), p.Jako<TObiektBazowy>(2))),
+        ROB("setWsk", p.O().SetPoleWskObiektu(p.I(1), p.Jako<TObiektBazowy>(2))),
+        ROB("setLista", p.O().SetPoleStrList(p.I(1), *p.Jako<TPoleStrList>(2))),
+        {"klon", [](TPrzebieg& p) {
+             const TWlasny<TObiektBazowy> klon = p.b->KlonujObiekt(p.T(1));
+             return (klon->Rodzic() == nullptr ? "" : "+") + W(klon->Porownaj(*p.b));
+         }},
         // forms in streams
         {"bajty", [](TPrzebieg& p) { return Zapis(p); }},
         {"czytaj", [](TPrzebieg& p) { return Czytaj(p, false); }},
@@ -535,8 +577,13 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
     if (operacja == Operacje().end() || p.b == nullptr)
         return "no such operation";
     std::string wynik;
+    TSlad::pierwszy = o.get();
+    TSlad::drugi = z.get();
+    TSlad::slad.clear();
     if (const std::u16string blad = testy::Blad([&] { wynik = operacja->second(p); }); blad != u"(no error)")
         wynik = "!" + Utf8ZUtf16(blad);
+    if (!TSlad::slad.empty())
+        wynik += " {" + TSlad::slad + "}";
     if (const char* blad = drzewa::Blad({o.get(), z.get()}); blad != nullptr)
         wynik += std::string(" BROKEN: ") + blad;
     for (const auto* x : {&o, &z}) {
@@ -563,8 +610,8 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
 
 TEST(Operacje, JakWTabeli) {
     probki::Rejestruj();
-    RejestrujKlasy<TWlasna, TPien, TGalaz, TKonar, TListaPni, TListaGalezi, TZbior, TKolekcjaObiektow, TPoleInteger,
-                   TPoleByte, TPoleString, TListaWskObiektow, TListaBazowa, TObiekt>();
+    RejestrujKlasy<TSlad, TWlasna, TPien, TGalaz, TKonar, TListaPni, TListaGalezi, TZbior, TKolekcjaObiektow,
+                   TPoleInteger, TPoleByte, TPoleString, TListaWskObiektow, TListaBazowa, TObiekt>();
     std::ifstream plik(std::string(ZTOK_DANE_TESTOW) + "/operacje.tsv", std::ios::binary);
     const char* nowy = std::getenv("ZTOK_NOWY_WZORZEC"); // the table with what comes out now, to be looked through
     std::ofstream wyjscie(nowy == nullptr ? "" : nowy, std::ios::binary);
