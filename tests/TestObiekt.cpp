@@ -208,6 +208,12 @@ TEST_F(Obiekt, RodziceIKlony) {
     EXPECT_EQ(adres.DajSciezkeDoSiebie(), u"Podrzedne[0].Adres");
     EXPECT_EQ(adres.DajSciezkeDoSiebie(&korzen.GetPodrzedne()), u"[0].Adres");
     EXPECT_EQ(adres.DajSciezkeDoSiebie(&adres), u"");
+    korzen.GetTablica().Dodaj(1);
+    EXPECT_EQ(korzen.GetTablica().DodajObiekt(Utworz<TAdres>())->DajSciezkeDoSiebie(), u"Tablica[1]");
+    TAdres* bezNazwy = Utworz<TAdres>().Oddaj();
+    element.UstawPole(40, bezNazwy, true); // a number that the class does not declare
+    EXPECT_EQ(bezNazwy->DajSciezkeDoSiebie(), u"Podrzedne[0].#40");
+    element.UstawPole(40, nullptr, true);
     adres.SetUlica(u"Długa");
     for (const bool zachowaj : {false, true}) {
         const TWlasny<TObiektBazowy> klon = adres.KlonujObiekt(zachowaj);

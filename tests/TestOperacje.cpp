@@ -74,6 +74,12 @@ class TSlad : public TObiekt {
     static inline const void* drugi = nullptr;
 };
 
+// More fields than a machine word has bits.
+class TSzeroka : public TObiekt {
+    ZTOK_OBIEKT(TSzeroka, TObiekt, (0, A, Integer), (63, B, String), (64, C, Boolean), (199, D, Obiekt<TAdres>),
+                (200, E, Ref<TAdres>), (201, F, Double))
+};
+
 std::u16string Tekst16(std::string_view tekst) { return Utf16ZUtf8(tekst); }
 
 // One line of the table at work.
@@ -591,6 +597,13 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
             wynik += (x == &o ? " o:" : " z:") + zmiana;
         const TWlasny<TObiektBazowy> kopia = (*x)->TworzInstancje(nullptr);
         strumienie::Wczytaj(*kopia, strumienie::Zapisz(**x));
+        for (const bool wciecia : {false, true}) { // a stream without a window gets the same text
+            strumienie::TOporny bezOkna;
+            TZapisywaczTekstu zapisywacz(bezOkna);
+            zapisywacz.PominAkapity = !wciecia;
+            zapisywacz.ZapiszDokument(**x);
+            EXPECT_EQ(bezOkna.dane, strumienie::Tekst(**x, [=](TZapisywaczTekstu& t) { t.PominAkapity = !wciecia; }));
+        }
         const std::string bajty = strumienie::Zapisz(**x);
         EXPECT_EQ((*x)->DajWyroznikObiektu(), DajKodTekstuAnsi(bajty)) << pola[0];
         // What has lost its targets is written shorter the next time.
@@ -608,9 +621,42 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
     return czysty;
 }
 
+// A sort by number takes the values out of the objects, a sort by name asks their fields: of every kind.
+TEST(Operacje, SortWgWartosciJakWgPol) {
+    probki::Rejestruj();
+    RejestrujKlasy<TZbior>();
+    std::uint32_t los = 1;
+    const auto losuj = [&los](std::uint32_t ile) {
+        return static_cast<int>((los = los * 1664525 + 1013904223) >> 8U) % static_cast<int>(ile);
+    };
+    for (const bool daty : {false, true})
+        for (const int nr : daty ? std::vector{2, 3, 4} : std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12})
+            for (int ile = 2; ile < 30; ++ile) {
+                TKolekcjaObiektow listy[2];
+                for (int i = 0; i < ile; ++i) {
+                    auto o = daty ? TWlasny<TObiekt>(Utworz<TZbior>()) : TWlasny<TObiekt>(Utworz<TWszystko>());
+                    const int n = losuj(5) + (daty || nr == 1 || nr == 3 || nr == 5 || nr == 6 ? -2
+                                              : nr == 4                                        ? 0x7FFFFFF8
+                                                                                               : 0);
+                    o->SetVariantowo(nr, daty      ? TWariant(TDataCzas{n / 8.0})
+                                         : nr == 7 ? TWariant(n > 2)
+                                         : nr == 4 ? TWariant(std::int64_t{n} + losuj(9))
+                                                   : TWariant(n));
+                    for (TKolekcjaObiektow& lista : listy)
+                        lista.DopiszObiekt(o.get(), MaxInt);
+                }
+                const TArgument numer[] = {nr};
+                const TArgument nazwa[] = {static_cast<TObiekt*>(listy[0].Obiekty(0))->NazwaPolaNr(nr)};
+                const TRodzajSortowania kierunek = ile % 2 == 0 ? rsRosnaco : rsMalejaco;
+                EXPECT_EQ(listy[0].PosortujWgPol(numer, kierunek), listy[1].PosortujWgPol(nazwa, kierunek));
+                EXPECT_EQ(strumienie::Zapisz(listy[0]), strumienie::Zapisz(listy[1])) << nr << ' ' << ile;
+                EXPECT_TRUE(listy[0].ListaMaPosortowanie(nazwa, {&kierunek, 1})) << nr;
+            }
+}
+
 TEST(Operacje, JakWTabeli) {
     probki::Rejestruj();
-    RejestrujKlasy<TSlad, TWlasna, TPien, TGalaz, TKonar, TListaPni, TListaGalezi, TZbior, TKolekcjaObiektow,
+    RejestrujKlasy<TSlad, TSzeroka, TWlasna, TPien, TGalaz, TKonar, TListaPni, TListaGalezi, TZbior, TKolekcjaObiektow,
                    TPoleInteger, TPoleByte, TPoleString, TListaWskObiektow, TListaBazowa, TObiekt>();
     std::ifstream plik(std::string(ZTOK_DANE_TESTOW) + "/operacje.tsv", std::ios::binary);
     const char* nowy = std::getenv("ZTOK_NOWY_WZORZEC"); // the table with what comes out now, to be looked through

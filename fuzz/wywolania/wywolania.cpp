@@ -271,13 +271,27 @@ class TSwiat {
                 if (ktore >= luzne_.size())
                     return;
                 const TLuzne l = luzne_[ktore];
-                const TKlasa* typ = o.TypPolaNr(l.nr);
+                const TKlasa* typ = l.nr < 0 ? nullptr : o.TypPolaNr(l.nr);
                 if (typ == nullptr || !l.pole->JestKlasy(typ))
                     return;
                 const auto inne = Teksty(o, l.nr);
                 luzne_.erase(luzne_.begin() + static_cast<std::ptrdiff_t>(ktore));
                 o.UstawPole(l.nr, l.pole, true);
                 Wymagaj(o.Pole(l.nr) == l.pole && o.PoleNiepuste(l.nr) && Teksty(o, l.nr) == inne, "one comes in");
+            },
+            [&] { // under a number that the class has not: the array grows, and the others stay where they are
+                const auto inne = Teksty(o, -1);
+                const int dalej = 31 + static_cast<int>(Z(60));
+                o.UstawPole(dalej, Utworz<TPoleString>().Oddaj(), true);
+                static_cast<TPoleString*>(o.Pole(dalej))->UstawWartosc(u"dalej");
+                Wymagaj(o.OstUzywanePole() >= dalej && o.PoleNiepuste(dalej), "an undeclared field");
+                if (Z(2) == 0) {
+                    luzne_.push_back({-1, o.Pole(dalej), u"dalej"});
+                    o.UstawPole(dalej, nullptr, false);
+                } else {
+                    o.UstawPole(dalej, nullptr, true);
+                }
+                Wymagaj(Teksty(o, -1) == inne, "the others are as they were");
             },
             [&] {
                 if (ktore >= luzne_.size())
