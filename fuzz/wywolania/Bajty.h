@@ -1,4 +1,5 @@
-// Choices made by the bytes of an input. A short one stands for many bytes: its number is where a generator begins.
+// Choices made by the bytes of an input. A short one that begins with LOS stands for many bytes, of a generator that
+// begins with it.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +12,8 @@ class TBajty {
   public:
     TBajty(const std::uint8_t* dane, std::size_t ile) : bajty_(dane, dane + ile) {
         constexpr std::size_t kKrotkie = 8;
-        constexpr std::size_t kDlugie = 60000;
-        if (ile > kKrotkie)
+        constexpr std::size_t kDlugie = 30000;
+        if (ile < 3 || ile > kKrotkie || dane[0] != 'L' || dane[1] != 'O' || dane[2] != 'S')
             return;
         std::uint64_t stan = 0x9E3779B97F4A7C15U;
         for (const std::uint8_t bajt : bajty_)

@@ -657,7 +657,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dane, std::size_t ile)
     for (int razy = 0; razy < 2; ++razy) {
         const std::int64_t zajete = PulaZajete();
         wywolania::TBajty bajty(dane, ile);
-        if (ile > 0 && dane[0] % 4 == 0)
+        if (ile > 0 && dane[ile - 1] % 4 == 0)
             wywolania::GrajListami(bajty);
         else
             TSwiat(bajty).Graj();
