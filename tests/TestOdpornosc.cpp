@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <chrono>
 #include <iostream>
-#include <set>
+#include <random>
 
 #include "BrakPamieci.h"
 #include "LosoweDrzewo.h"
 #include "StrumienieTestowe.h"
+#include "fuzz/wywolania/StanDrzewa.h"
 #include "platforma/SystemTestowy.h"
 #include "tests/Bledy.h"
 #include "ztok/platform/Kodowania.h"
@@ -84,48 +85,33 @@ const std::vector<std::string>& Strumienie() {
     return strumienie;
 }
 
-void Zbierz(TPole* pole, std::set<const TPole*>& zbior) {
-    ASSERT_TRUE(zbior.insert(pole).second);
-    if (pole->Klasa()->Ma(ckObiekt)) {
-        auto& o = static_cast<TObiekt&>(*pole);
-        for (int nr = 0; nr <= o.OstUzywanePole(); ++nr)
-            if (TPole* p = o.Pole(nr); p != nullptr) {
-                EXPECT_TRUE(p->JestKlasy(o.TypPolaNr(nr)));
-                EXPECT_TRUE(!p->Klasa()->Ma(ckObiektBazowy) || static_cast<TObiektBazowy*>(p)->Rodzic() == &o);
-                Zbierz(p, zbior);
-            }
-    } else if (pole->Klasa()->Ma(ckListaZObiektami)) {
-        for (TObiektBazowy* element : static_cast<TListaBazowa&>(*pole)) {
-            ASSERT_NE(element, nullptr);
-            EXPECT_EQ(element->Rodzic(), pole);
-            Zbierz(element, zbior);
+// The same trees as documents of the text form.
+const std::vector<std::string>& Dokumenty(bool tekstem) {
+    static const std::vector<std::string> teksty = [] {
+        std::vector<std::string> wynik;
+        for (const std::string& bajty : Strumienie()) {
+            const TWlasny<TWszystko> o = Utworz<TWszystko>();
+            Wczytaj(*o, bajty);
+            wynik.push_back(strumienie::Tekst(*o));
         }
-    }
+        return wynik;
+    }();
+    return tekstem ? teksty : Strumienie();
 }
 
-// Every object has its owner as parent, every pointer points into the tree or at nothing, and references are
-// registered.
-void SprawdzDrzewo(TObiektBazowy& korzen) {
-    std::set<const TPole*> zbior;
-    Zbierz(&korzen, zbior);
-    for (const TPole* pole : zbior) {
-        if (pole->Klasa()->Ma(ckPoleWsk)) {
-            const TObiektBazowy* cel = static_cast<const TPoleWskObiektu*>(pole)->Obiekt();
-            EXPECT_TRUE(cel == nullptr || zbior.count(cel) == 1);
-            EXPECT_TRUE(cel == nullptr || !pole->Klasa()->Ma(ckPoleRef) || cel->MaRefOd(pole));
-        } else if (pole->Klasa()->Ma(ckListaWsk)) {
-            for (const TObiektBazowy* cel : static_cast<const TListaBazowa&>(*pole))
-                EXPECT_TRUE(zbior.count(cel) == 1 && (!pole->Klasa()->Ma(ckListaRef) || cel->MaRefOd(pole)));
-        }
-    }
+void SprawdzDrzewo(TObiektBazowy& korzen) { EXPECT_STREQ(drzewa::Blad({&korzen}), nullptr); }
+
+std::string Zapisany(const TWszystko& o, bool tekstem) { return tekstem ? strumienie::Tekst(o) : Zapisz(o); }
+void Odczytaj(TWszystko& o, TStrumien& strumien, bool tekstem) {
+    tekstem ? o.WczytajTekstowo(strumien) : o.WczytajZeStrumienia(strumien);
 }
 
 // Reads the stream into the object. Whatever it holds: an error of the library or an object, a valid tree in both
 // cases, which can be written, and read from that again with the same result.
-bool CzytajObce(TWszystko& o, TStrumien& strumien) {
+bool CzytajObce(TWszystko& o, TStrumien& strumien, bool tekstem = false) {
     bool przyjety = true;
     try {
-        o.WczytajZeStrumienia(strumien);
+        Odczytaj(o, strumien, tekstem);
     } catch (const EWyjatek& e) {
         EXPECT_FALSE(e.Komunikat().empty());
         przyjety = false;
@@ -133,20 +119,21 @@ bool CzytajObce(TWszystko& o, TStrumien& strumien) {
     SprawdzDrzewo(o);
     // A pointer list that has lost its targets is written empty, and not at all the next time; nor are pointers at an
     // object that has nothing else.
-    std::string bajty = Zapisz(o);
+    std::string bajty = Zapisany(o, tekstem);
     for (std::size_t dlugosc = bajty.size() + 1; bajty.size() < dlugosc;) {
         dlugosc = bajty.size();
-        Wczytaj(o, bajty);
-        std::string ponownie = Zapisz(o);
+        TZTReadOnlyRawByteStream znowu(bajty);
+        Odczytaj(o, znowu, tekstem);
+        std::string ponownie = Zapisany(o, tekstem);
         EXPECT_TRUE(ponownie == bajty || ponownie.size() < dlugosc);
         bajty.swap(ponownie);
     }
     return przyjety;
 }
 
-bool CzytajObce(TWszystko& o, const std::string& bajty) {
+bool CzytajObce(TWszystko& o, const std::string& bajty, bool tekstem = false) {
     TZTReadOnlyRawByteStream strumien(bajty);
-    return CzytajObce(o, strumien);
+    return CzytajObce(o, strumien, tekstem);
 }
 
 template <auto Zapisz> std::string Licznik(std::uint32_t wartosc) {
@@ -558,47 +545,54 @@ TEST_F(Odpornosc, KazdyNumerPrzekierowany) {
 
 TEST_F(Odpornosc, KazdyPrzedrostek) {
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    for (const std::string& bajty : Strumienie()) {
-        for (std::size_t ile = 0; ile < bajty.size(); ++ile) {
-            strumienie::TOporny bezOkna(bajty.substr(0, ile));
-            EXPECT_FALSE(CzytajObce(*o, bajty.substr(0, ile)) || CzytajObce(*o, bezOkna)) << ile;
+    for (const bool tekstem : {false, true})
+        for (const std::string& bajty : Dokumenty(tekstem)) {
+            for (std::size_t ile = 0; ile < bajty.size(); ++ile) {
+                strumienie::TOporny bezOkna(bajty.substr(0, ile));
+                EXPECT_FALSE(CzytajObce(*o, bajty.substr(0, ile), tekstem) || CzytajObce(*o, bezOkna, tekstem)) << ile;
+            }
+            EXPECT_TRUE(CzytajObce(*o, bajty, tekstem));
+            EXPECT_TRUE(Zapisany(*o, tekstem) == bajty);
         }
-        EXPECT_TRUE(CzytajObce(*o, bajty));
-        EXPECT_TRUE(Zapisz(*o) == bajty);
-    }
 }
 
 TEST_F(Odpornosc, KazdyBajtKazdaWartosc) {
     const TStoper stoper;
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     int ile = 0;
-    int przyjete = 0;
-    for (const std::string& wzor : Strumienie())
-        for (std::size_t gdzie = 0; gdzie < wzor.size(); ++gdzie)
-            for (unsigned zmiana = 1; zmiana < 256; zmiana += ZTOK_SANITIZER ? 7 : 1) {
-                std::string bajty = wzor;
-                bajty[gdzie] = static_cast<char>(static_cast<unsigned char>(bajty[gdzie]) ^ zmiana);
-                przyjete += CzytajObce(*o, bajty) ? 1 : 0;
-                ++ile;
-            }
-    // Several edits at once reach what one cannot.
+    int przyjete[2] = {};
     std::mt19937 los(1);
-    for (int i = 0; i < (ZTOK_SANITIZER ? 10000 : 50000); ++i, ++ile) {
-        std::string bajty = Strumienie()[los() % Strumienie().size()];
-        for (auto zmian = 1 + los() % 4; zmian > 0; --zmian) {
-            const auto gdzie = los() % bajty.size();
-            if (los() % 4 == 0)
-                bajty.insert(gdzie, bajty, los() % bajty.size(), los() % 12);
-            else if (los() % 4 == 0 && bajty.size() > 20)
-                bajty.erase(gdzie, los() % 8);
-            else
-                bajty[gdzie] = static_cast<char>(los());
-            if (bajty.empty())
-                bajty = "x";
+    for (const bool tekstem : {false, true}) {
+        const unsigned krok = tekstem ? 37 : ZTOK_SANITIZER ? 7 : 1;
+        for (const std::string& wzor : Dokumenty(tekstem))
+            for (std::size_t gdzie = 0; gdzie < wzor.size(); ++gdzie)
+                for (unsigned zmiana = 1; zmiana < 256; zmiana += krok) {
+                    std::string bajty = wzor;
+                    bajty[gdzie] = static_cast<char>(static_cast<unsigned char>(bajty[gdzie]) ^ zmiana);
+                    przyjete[tekstem] += CzytajObce(*o, bajty, tekstem) ? 1 : 0;
+                    ++ile;
+                }
+        // Several edits at once reach what one cannot.
+        for (int i = 0; i < (tekstem ? 6000 : ZTOK_SANITIZER ? 10000 : 50000); ++i, ++ile) {
+            std::string bajty = Dokumenty(tekstem)[los() % Dokumenty(tekstem).size()];
+            for (auto zmian = 1 + los() % 4; zmian > 0; --zmian) {
+                const auto gdzie = los() % bajty.size();
+                if (los() % 4 == 0)
+                    bajty.insert(gdzie, bajty, los() % bajty.size(), los() % 12);
+                else if (los() % 4 == 0 && bajty.size() > 20)
+                    bajty.erase(gdzie, los() % 8);
+                else
+                    bajty[gdzie] = static_cast<char>(los());
+                if (bajty.empty())
+                    bajty = "x";
+            }
+            przyjete[tekstem] += CzytajObce(*o, bajty, tekstem) ? 1 : 0;
         }
-        przyjete += CzytajObce(*o, bajty) ? 1 : 0;
     }
-    std::cout << "    " << ile << " mutations, " << przyjete << " accepted, " << stoper.Sekundy() << " s\n";
+    std::cout << "    " << ile << " mutations, " << przyjete[0] << " and " << przyjete[1] << " accepted, "
+              << stoper.Sekundy() << " s\n";
+    EXPECT_GT(przyjete[0], 10000);
+    EXPECT_GT(przyjete[1], 300);
     EXPECT_LT(stoper.Sekundy(), 120);
 }
 
@@ -696,27 +690,33 @@ TEST_F(Odpornosc, BrakPamieciPrzyBudowieOpisow) {
 TEST_F(Odpornosc, StrumienZawodziNaKazdejPozycji) {
     const TWlasny<TWszystko> zrodlo = Utworz<TWszystko>();
     TLosoweDrzewo(3).Wypelnij(*zrodlo, 2);
-    const std::string bajty = Zapisz(*zrodlo);
-    const std::size_t krok = 1 + bajty.size() / 600;
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    for (std::size_t gdzie = 0; gdzie < bajty.size(); gdzie += krok)
-        for (const bool rzuca : {false, true}) {
-            strumienie::TOporny zapis;
-            zapis.pada = gdzie;
-            zapis.rzuca = rzuca;
-            strumienie::TOporny odczyt(bajty);
-            odczyt.pada = gdzie;
-            odczyt.rzuca = rzuca;
-            odczyt.porcja = 7;
-            const auto pisz = [&] { zrodlo->ZapiszWStrumieniu(zapis); };
-            const auto czytaj = [&] { o->WczytajZeStrumienia(odczyt); };
-            EXPECT_TRUE(rzuca ? Zglasza<EBladSystemu>(pisz) : Zglasza<EBladZapisu>(pisz)) << gdzie;
-            EXPECT_TRUE(rzuca ? Zglasza<EBladSystemu>(czytaj) : Zglasza<EBladOdczytu>(czytaj)) << gdzie;
-            EXPECT_TRUE(bajty.compare(0, zapis.dane.size(), zapis.dane) == 0);
-            SprawdzDrzewo(*o);
-        }
-    Wczytaj(*o, bajty);
-    EXPECT_TRUE(Zapisz(*o) == bajty);
+    for (const bool tekstem : {false, true}) {
+        const std::string bajty = Zapisany(*zrodlo, tekstem);
+        const std::size_t krok = 1 + bajty.size() / 600;
+        const TWlasny<TWszystko> o = Utworz<TWszystko>();
+        for (std::size_t gdzie = 0; gdzie < bajty.size(); gdzie += krok)
+            for (const bool rzuca : {false, true}) {
+                strumienie::TOporny zapis;
+                zapis.pada = gdzie;
+                zapis.rzuca = rzuca;
+                strumienie::TOporny odczyt(bajty);
+                odczyt.pada = gdzie;
+                odczyt.rzuca = rzuca;
+                odczyt.porcja = 7;
+                const auto pisz = [&] { tekstem ? zrodlo->ZapiszTekstowo(zapis) : zrodlo->ZapiszWStrumieniu(zapis); };
+                const auto czytaj = [&] { Odczytaj(*o, odczyt, tekstem); };
+                EXPECT_TRUE(rzuca ? Zglasza<EBladSystemu>(pisz) : Zglasza<EBladZapisu>(pisz)) << gdzie;
+                EXPECT_TRUE(rzuca     ? Zglasza<EBladSystemu>(czytaj)
+                            : tekstem ? Zglasza<EWyjatek>(czytaj)
+                                      : Zglasza<EBladOdczytu>(czytaj))
+                    << gdzie;
+                EXPECT_TRUE(bajty.compare(0, zapis.dane.size(), zapis.dane) == 0);
+                SprawdzDrzewo(*o);
+            }
+        strumienie::TOporny odczyt(bajty);
+        Odczytaj(*o, odczyt, tekstem);
+        EXPECT_TRUE(Zapisany(*o, tekstem) == bajty);
+    }
 }
 
 // A class whose every hook counts down to an exception.
