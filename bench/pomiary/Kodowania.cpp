@@ -11,7 +11,6 @@
 #include "pomiary/Pomiary.h"
 #include "pomiary/Tabela.h"
 #include "ztok/platform/Kodowania.h"
-#include "ztok/platform/KodowaniaWektory.h"
 #include "ztok/platform/TabeleStron.h"
 
 namespace pomiary {
@@ -46,39 +45,32 @@ void Dwukierunkowo(std::string_view rodzaj, std::string_view biblioteka, TTekst&
     const std::string strona = t.strona == ztok::StronaUtf8 ? "UTF-8" : "Windows-1250";
     const std::string tam = strona + " to UTF-16, " + std::string(rodzaj) + " (1000 bytes)";
     const std::string zPowrotem = "UTF-16 to " + strona + ", " + std::string(rodzaj) + " (1000 bytes of it)";
-    const bool skalarnie = biblioteka == kZtokSkalarnie;
-    if (skalarnie)
-        ztok::wektory::Wlacz(false);
     if (std::u16string_view(t.wynik.data(), zBajtow()) != t.tekst)
         Zle(tam);
     if (std::string_view(reinterpret_cast<const char*>(t.wynik.data()), naBajty()) != t.bajty)
         Zle(zPowrotem);
-    ztok::wektory::Wlacz(true);
     const auto rejestruj = [&](const std::string& operacja, auto funkcja) {
-        benchmark::RegisterBenchmark(NazwaPomiaru(operacja, biblioteka).c_str(),
-                                     [&t, funkcja, skalarnie](benchmark::State& stan) {
-                                         ztok::wektory::Wlacz(!skalarnie);
-                                         for (auto krok : stan)
-                                             Zuzyj(funkcja());
-                                         ztok::wektory::Wlacz(true);
-                                         stan.counters["n"] = static_cast<double>(t.bajty.size()) / 1000;
-                                     });
+        benchmark::RegisterBenchmark(NazwaPomiaru(operacja, biblioteka).c_str(), [&t, funkcja](benchmark::State& stan) {
+            for (auto krok : stan)
+                Zuzyj(funkcja());
+            stan.counters["n"] = static_cast<double>(t.bajty.size()) / 1000;
+        });
     };
     rejestruj(tam, zBajtow);
     rejestruj(zPowrotem, naBajty);
 }
 
-void ZarejestrujNasze(std::string_view rodzaj, std::string_view kolumna, TTekst& t) {
+void ZarejestrujNasze(std::string_view rodzaj, TTekst& t) {
     char* const bajty = reinterpret_cast<char*>(t.wynik.data());
     if (t.strona == ztok::StronaUtf8) {
         Dwukierunkowo(
-            rodzaj, kolumna, t, [&t, bajty] { return ztok::KodujUtf8(t.tekst.data(), t.tekst.size(), bajty); },
+            rodzaj, kZtok, t, [&t, bajty] { return ztok::KodujUtf8(t.tekst.data(), t.tekst.size(), bajty); },
             [&t] { return ztok::DekodujUtf8(t.bajty.data(), t.bajty.size(), t.wynik.data()); });
         return;
     }
     const ztok::TTabelaStrony& tabela = *ztok::TabelaStrony(t.strona);
     Dwukierunkowo(
-        rodzaj, kolumna, t,
+        rodzaj, kZtok, t,
         [&t, &tabela, bajty] {
             ztok::NaBajty(tabela, t.tekst.data(), t.tekst.size(), bajty);
             return t.tekst.size();
@@ -181,11 +173,9 @@ void ZarejestrujKodowania(const dane::TBaza& baza) {
                               TTekst(Zloz(ascii), ztok::StronaWin1250)};
     constexpr const char* kRodzaje[] = {"Polish", "names", "ASCII", "mixed", "Polish", "names", "ASCII"};
     for (std::size_t i = 0; i < std::size(teksty); ++i) {
-        ZarejestrujNasze(kRodzaje[i], kZtok, teksty[i]);
+        ZarejestrujNasze(kRodzaje[i], teksty[i]);
         ZarejestrujIcu(kRodzaje[i], teksty[i]);
         ZarejestrujIconv(kRodzaje[i], teksty[i]);
-        if (ztok::wektory::Wlacz(true)) // else the two columns are the same
-            ZarejestrujNasze(kRodzaje[i], kZtokSkalarnie, teksty[i]);
     }
 }
 

@@ -9,12 +9,10 @@ namespace pomiary {
 namespace {
 
 constexpr char kRozdzielacz = '|';
-constexpr std::array kKolumny = {kZtok,      kCereal,       kFlatBuffers,  kBoost, kProtobuf,     kProtobufArena,
-                                 kRapidJson, kPugiAtrybuty, kPugiElementy, kIcu,   kIconv,        kOpenSSL,
-                                 kNettle,    kZlib,         kLibdeflate,   kCpp,   kZtokSkalarnie};
-constexpr bool Obca(std::string_view kolumna) {
-    return kolumna != kZtok && kolumna != kCpp && kolumna != kZtokSkalarnie;
-}
+constexpr std::array kKolumny = {kZtok,      kCereal,       kFlatBuffers,  kBoost, kProtobuf, kProtobufArena,
+                                 kRapidJson, kPugiAtrybuty, kPugiElementy, kIcu,   kIconv,    kOpenSSL,
+                                 kNettle,    kZlib,         kLibdeflate,   kCpp};
+constexpr bool Obca(std::string_view kolumna) { return kolumna != kZtok && kolumna != kCpp; }
 constexpr const char* kIle = "n";
 constexpr const char* kReczny = "manual";
 

@@ -24,7 +24,6 @@ inline constexpr std::string_view kPugiElementy = "pugi elem";
 inline constexpr std::string_view kIcu = "ICU";
 inline constexpr std::string_view kIconv = "iconv";
 inline constexpr std::string_view kCpp = "plain C++";
-inline constexpr std::string_view kZtokSkalarnie = "ztok, SSE2"; // without the larger vectors
 inline constexpr std::string_view kOpenSSL = "OpenSSL";
 inline constexpr std::string_view kNettle = "nettle";
 inline constexpr std::string_view kZlib = "zlib";
