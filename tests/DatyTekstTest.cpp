@@ -1,12 +1,6 @@
 #include "ztok/platform/DatyTekst.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <random>
-
-#include "tests/Bledy.h"
-#include "tests/TabeleTestow.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {

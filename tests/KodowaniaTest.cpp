@@ -1,16 +1,9 @@
-#include "ztok/platform/Kodowania.h"
+#include "tests/Testy.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <numeric>
-#include <random>
 #include <span>
 #include <sstream>
 
-#include "tests/Bledy.h"
-#include "tests/StrumienieTestowe.h"
-#include "tests/TabeleTestow.h"
 #include "ztok/platform/TabeleStron.h"
 #include "ztok/util/Ztfunutf8.h"
 
@@ -104,28 +97,11 @@ template <class Znak> std::unique_ptr<Znak[]> DokladnyBlok(std::basic_string_vie
     return blok;
 }
 
-// Random text, at least half of it ASCII; the rest up to U+07FF, of the basic plane, pairs, surrogates, by `rodzajow`.
-std::u16string LosowyTekst(std::mt19937& losowe, std::size_t ile, std::size_t rodzajow) {
-    std::u16string tekst;
-    while (tekst.size() < ile) {
-        const std::size_t rodzaj = losowe() % (2 * rodzajow);
-        const auto los = static_cast<unsigned>(losowe());
-        tekst += static_cast<char16_t>(rodzaj == 1   ? los % 0x800
-                                       : rodzaj == 2 ? los
-                                       : rodzaj == 3 ? 0xD800 + los % 0x400
-                                       : rodzaj == 4 ? 0xD800 + los % 0x800
-                                                     : los % 0x80);
-        if (rodzaj == 3)
-            tekst += static_cast<char16_t>(0xDC00 + (los >> 16U) % 0x400);
-    }
-    return tekst;
-}
-
 TEST(Kodowania, Utf8EveryTextSurvivesAndEveryInputIsReadAsTheModelReads) {
     std::mt19937 losowe(20261121);
     for (int proba = 0; proba < 20000; ++proba) {
         const std::u16string tekst =
-            LosowyTekst(losowe, losowe() % 100 + (proba % 100 == 0 ? 700 : 0), 1 + losowe() % 5);
+            strumienie::LosowyTekst(losowe, losowe() % 100 + (proba % 100 == 0 ? 700 : 0), 1 + losowe() % 5);
         std::string utf8 = Utf8ZUtf16(tekst);
         ASSERT_EQ(utf8.size(), DlugoscUtf8(tekst));
         ASSERT_TRUE(PoprawneUtf8(utf8));

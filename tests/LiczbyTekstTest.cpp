@@ -1,13 +1,4 @@
-#include "ztok/platform/LiczbyTekst.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <random>
-
-#include "tests/Bledy.h"
-#include "tests/TabeleTestow.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {

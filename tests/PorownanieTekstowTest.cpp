@@ -1,10 +1,6 @@
 #include "ztok/platform/PorownanieTekstow.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
-#include "TabeleTestow.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {

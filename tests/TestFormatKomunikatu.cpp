@@ -1,13 +1,4 @@
-#include "ztok/platform/FormatKomunikatu.h"
-
-#include <gtest/gtest.h>
-
-#include "tests/Wartosci.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/platform/TObiektLiczony.h"
-#include "ztok/platform/TUstawieniaFormatu.h"
-#include "ztok/platform/TWariant.h"
-#include "ztok/platform/Wyjatki.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {

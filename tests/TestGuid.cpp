@@ -1,16 +1,4 @@
-#include "ztok/platform/Guid.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-#include <vector>
-
-#include "tests/TabeleTestow.h"
-#include "ztok/platform/Interfejsy.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/platform/TObiektLiczony.h"
-#include "ztok/platform/Wyjatki.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {
@@ -20,8 +8,7 @@ TEST(Guid, TablicaOczekiwanych) {
     std::vector<std::pair<std::u16string, TGUID>> wgTekstu;
     for (const testy::TWierszTabeli& w : testy::WczytajTabele("guid.tsv")) {
         TBajtyGuid bajty{};
-        for (std::size_t i = 0; i < bajty.size(); ++i)
-            bajty[i] = static_cast<std::uint8_t>(std::stoul(w[1].substr(2 * i, 2), nullptr, 16));
+        std::memcpy(bajty.data(), strumienie::Bajty(w[1]).data(), bajty.size());
         const TGUID guid = GuidZBajtow(bajty);
         const std::u16string tekst = Utf16ZUtf8(w[2]);
         EXPECT_EQ(GUIDToString(guid), tekst);

@@ -1,17 +1,7 @@
 // Conversions and comparisons of values: the functions by name, over a table of cases.
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <cmath>
-
-#include "tests/Bledy.h"
-#include "tests/Wartosci.h"
-#include "ztok/fields/Konwersje.h"
-#include "ztok/fields/KonwersjeWartosci.h"
-#include "ztok/fields/WyjatkiModelu.h"
-#include "ztok/kernel/TJadroKlas.h"
-#include "ztok/platform/LiczbyTekst.h"
 #include "ztok/util/Ztfunbazowe.h"
-#include "ztok/util/Zttypybazowe.h"
 
 using namespace ztok;
 using testy::Blad;

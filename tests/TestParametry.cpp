@@ -1,13 +1,7 @@
 // Parameter objects, and edit functions that get them.
-#include "ztok/fields/TZTParam.h"
+#include "tests/Testy.h"
 
-#include <functional>
-
-#include <gtest/gtest.h>
-
-#include "Bledy.h"
 #include "Probki.h"
-#include "ztok/fields/KonwersjeWartosci.h"
 #include "ztok/repository/Kontroler.h"
 
 using namespace ztok;

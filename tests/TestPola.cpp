@@ -1,9 +1,5 @@
 // Fields of every class: the table of their values' forms, and what no table can say.
-#include <gtest/gtest.h>
-
-#include "tests/Bledy.h"
-#include "tests/StrumienieTestowe.h"
-#include "tests/Wartosci.h"
+#include "tests/Testy.h"
 
 namespace {
 
@@ -98,8 +94,7 @@ std::string Wynik(const std::string& operacja, const testy::TWierszTabeli& w) {
         EXPECT_EQ(strumienie::Zapisz(*odczytane), bajty);
         TZTMemoryStream zapisane;
         pole->ZapiszTekstowo(zapisane, nullptr);
-        const auto zawartosc = zapisane.Zawartosc();
-        const std::string forma(zawartosc.begin(), zawartosc.end());
+        const std::string forma = strumienie::Zawartosc(zapisane);
         EXPECT_EQ(forma, argument);
         strumienie::TOporny strumienTekstu(forma + " end");
         const TWlasny<TPole> zTekstu = NowePole(w[1]);

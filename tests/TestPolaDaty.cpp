@@ -1,10 +1,5 @@
 // Date and time fields: what each keeps, whatever the way in. Their forms are in the table of all fields.
-#include <cmath>
-
-#include <gtest/gtest.h>
-
-#include "StrumienieTestowe.h"
-#include "ztok/fields/TPolaDaty.h"
+#include "tests/Testy.h"
 
 using namespace ztok;
 

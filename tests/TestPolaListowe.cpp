@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <algorithm>
-#include <cmath>
-#include <functional>
-#include <limits>
-
-#include "Bledy.h"
 #include "LosoweDrzewo.h"
-#include "StrumienieTestowe.h"
-#include "ztok/platform/Kodowania.h"
 
 using namespace ztok;
 using namespace probki;

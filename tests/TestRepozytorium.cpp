@@ -1,14 +1,9 @@
 // Repository, controller, and the walk along owners.
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <algorithm>
 #include <atomic>
-#include <functional>
-#include <map>
 #include <optional>
-#include <random>
 
-#include "Bledy.h"
 #include "BrakPamieci.h"
 #include "Watki.h"
 #include "modul/KlasyModulu.h"

@@ -1,20 +1,6 @@
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <filesystem>
-#include <random>
-#include <string>
-#include <vector>
-
-#include "tests/Bledy.h"
-#include "tests/StrumienieTestowe.h"
-#include "ztok/persist/TBuforZapisu.h"
-#include "ztok/platform/FormatKomunikatu.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/platform/TStrumienPlikowy.h"
-#include "ztok/util/Prostehaszowanie.h"
-#include "ztok/util/ZTBledy.h"
 
 namespace ztok {
 namespace {
@@ -28,13 +14,6 @@ constexpr std::size_t Porcje[] = {1, 2, 3, 5, 7, 13, 1024, 70000};
 std::u16string PlikProbny(const char* nazwa) {
     static const std::string przebieg = std::to_string(std::random_device()());
     return Utf16ZUtf8(testing::TempDir()) + u"ztok_próba_ł_" + Utf16ZUtf8(przebieg + nazwa);
-}
-
-std::string Bajty(std::mt19937& los, std::size_t ile) {
-    std::string bajty(ile, '\0');
-    for (char& b : bajty)
-        b = static_cast<char>(los());
-    return bajty;
 }
 
 // A stream and what it must hold.
@@ -61,14 +40,14 @@ void Krok(TStrumien& s, TModel& m, std::mt19937& los) {
     switch (los() % 9) {
     case 0:
     case 1: {
-        const std::string bajty = Bajty(los, porcja);
+        const std::string bajty = strumienie::LosoweBajty(los, porcja);
         s.WriteBuffer(bajty.data(), bajty.size());
         m.Pisz(bajty);
         break;
     }
     case 2:
         if (std::uint8_t* miejsce = s.MiejsceZapisu(porcja); miejsce != nullptr) {
-            const std::string bajty = Bajty(los, porcja);
+            const std::string bajty = strumienie::LosoweBajty(los, porcja);
             std::copy(bajty.begin(), bajty.end(), miejsce);
             s.Zapisano(bajty.size());
             m.Pisz(bajty);
@@ -206,8 +185,7 @@ TEST(Strumienie, PamiecObcaNieRosnieANieWlasnaNieJestZwalniana) {
     EXPECT_THROW(s.SetSize(7), EBladZapisu);
     s.SetPointer(nullptr, 0);
     s.WriteWord(0x1234);
-    EXPECT_EQ(std::vector<std::uint8_t>(s.Zawartosc().begin(), s.Zawartosc().end()),
-              (std::vector<std::uint8_t>{0x34, 0x12}));
+    EXPECT_EQ(strumienie::Zawartosc(s), "\x34\x12");
 }
 
 TEST(Strumienie, TekstTylkoDoOdczytu) {
@@ -253,13 +231,12 @@ TEST(Strumienie, BuforPrzekazujeWgRegulAKazdyRozmiarDajeTeSameBajty) {
         {
             TBuforZapisu bufor(pamiec, rozmiar);
             for (int i = 0; i < 200; ++i) {
-                const std::string bajty = Bajty(los, Porcje[los() % std::size(Porcje)]);
+                const std::string bajty = strumienie::LosoweBajty(los, Porcje[los() % std::size(Porcje)]);
                 bufor.WriteBuffer(bajty.data(), bajty.size());
                 dane += bajty;
             }
         }
-        const auto zawartosc = pamiec.Zawartosc();
-        EXPECT_TRUE(std::string(zawartosc.begin(), zawartosc.end()) == dane) << rozmiar;
+        EXPECT_TRUE(strumienie::Zawartosc(pamiec) == dane) << rozmiar;
     }
 }
 

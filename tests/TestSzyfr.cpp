@@ -1,18 +1,14 @@
 // The cipher: its core against published vectors and another library, then what the library builds on it.
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
 #include <atomic>
-#include <random>
 
 #if ZTOK_TEST_OPENSSL
 #define OPENSSL_SUPPRESS_DEPRECATED
 #include <openssl/blowfish.h>
 #endif
 
-#include "Bledy.h"
 #include "LosoweDrzewo.h"
-#include "StrumienieTestowe.h"
-#include "TabeleTestow.h"
 #include "Watki.h"
 #include "platforma/Przydzialy.h"
 #include "ztok/util/Blowfish.h"
@@ -25,6 +21,8 @@ namespace {
 const std::u16string nieudane = u"nie udało się odszyfrować danych.";
 
 using strumienie::Bajty; // of hexadecimal digits
+using strumienie::LosoweBajty;
+using strumienie::Zawartosc;
 
 // Each half of every block with its bytes reversed: vectors are published for big-endian words.
 std::string Odwrocone(std::string bajty) {
@@ -32,8 +30,6 @@ std::string Odwrocone(std::string bajty) {
         std::reverse(i, i + 4);
     return bajty;
 }
-
-std::string Zawartosc(TZTMemoryStream& strumien) { return {strumien.Zawartosc().begin(), strumien.Zawartosc().end()}; }
 
 TZTMemoryStream& Napelnij(TZTMemoryStream& strumien, std::string_view bajty) {
     strumien.WriteBuffer(bajty.data(), bajty.size());
@@ -50,12 +46,6 @@ std::string Szyfr(std::string_view bajty, std::string_view klucz) {
 // Blocks as they are, without padding.
 std::string Bloki(const TSzyfrator& szyfrator, bool szyfruj, std::string bajty) {
     (szyfrator.*(szyfruj ? &TSzyfrator::SzyfrujBloki : &TSzyfrator::DeszyfrujBloki))(bajty.data(), bajty.size() / 8);
-    return bajty;
-}
-
-std::string LosoweBajty(std::mt19937& los, std::size_t ile) {
-    std::string bajty(ile, '\0');
-    std::generate(bajty.begin(), bajty.end(), [&los] { return static_cast<char>(los()); });
     return bajty;
 }
 

@@ -1,19 +1,8 @@
-#include "ztok/fields/TArrayOfConst.h"
+#include "tests/Testy.h"
 
-#include <cmath>
-#include <functional>
-
-#include <gtest/gtest.h>
-
-#include "Bledy.h"
 #include "LosoweDrzewo.h"
-#include "StrumienieTestowe.h"
-#include "Wartosci.h"
 #include "platforma/SystemTestowy.h"
-#include "ztok/kernel/Typypolbazowe.h"
 #include "ztok/platform/Pula.h"
-#include "ztok/platform/TObiektLiczony.h"
-#include "ztok/util/Zttypybazowe.h"
 
 using namespace ztok;
 using namespace probki;
@@ -216,49 +205,60 @@ TEST_F(TablicaWartosci, ObiektyIInterfejsyMajaJednegoWlasciciela) {
     TWlasny<TZTMemoryStream> obcy = Utworz<TZTMemoryStream>();
     const TIntf<ILiczony> liczony(UtworzSurowy<TLiczony>());
     const auto* licznik = static_cast<TObiektLiczony*>(ObiektZaInterfejsem(liczony.get()));
+    // Elements, references to the counted object; every object's parent is the array.
+    const auto stan = [&] {
+        for (std::int32_t nr = 0; nr < tablica.Ile(); ++nr)
+            EXPECT_TRUE(tablica.Obiekt(nr) == nullptr || tablica.Obiekt(nr)->Rodzic() == &tablica) << nr;
+        return std::pair(tablica.Ile(), licznik->LiczbaReferencji());
+    };
     tablica.DodajWszystkie({1, &adres, TArgument(obcy.get()), liczony.get()});
+    EXPECT_EQ(stan(), std::pair(4, 2));
     EXPECT_NE(tablica.Obiekt(1), &adres);
     EXPECT_EQ(tablica.Znajdz(&adres), 1);
     EXPECT_EQ(tablica.Znajdz(&adres, 2), -1);
-    EXPECT_EQ(tablica.Obiekt(1)->Rodzic(), &tablica);
     EXPECT_EQ(tablica.Obiekt(1)->DajSciezkeDoSiebie(), u"Dane[1]");
     EXPECT_EQ(wlasciciel.GetTekstowoWgSciezki(u"Dane[1].Ulica"), u"Prosta");
     EXPECT_FALSE(wlasciciel.SciezkaIstnieje(u"Dane[0].Ulica"));
-    EXPECT_EQ(licznik->LiczbaReferencji(), 2);
     const TWlasny<TObiektBazowy> kopia = wlasciciel.KlonujObiekt(false);
-    EXPECT_EQ(licznik->LiczbaReferencji(), 3);
-
+    EXPECT_EQ(stan(), std::pair(4, 3));
     obcy.Ustaw(); // never looked at again
     EXPECT_EQ(tablica.GetJakoString(), u"1; Adres: Ulica=Prosta; TZTMemoryStream; ");
+    EXPECT_EQ(tablica.OpisTekstowy(), u"4 elem.");
     EXPECT_EQ(kopia->Porownaj(wlasciciel), 0);
     EXPECT_EQ(Zapisz(*kopia), Zapisz(wlasciciel));
 
     TObiektBazowy* oddany = tablica.DodajObiekt(Utworz<TAdres>(), 0);
     EXPECT_EQ(tablica.Obiekt(0), oddany);
     tablica.DodajWszystkie(tablica.Elementy()); // of its own, while it grows
-    EXPECT_EQ(tablica.Ile(), 10);
-    EXPECT_EQ(licznik->LiczbaReferencji(), 4);
+    EXPECT_EQ(stan(), std::pair(10, 4));
     tablica.Ustaw(4, tablica.Element(0));
-    EXPECT_EQ(licznik->LiczbaReferencji(), 3);
+    EXPECT_EQ(stan(), std::pair(10, 3));
     EXPECT_NE(tablica.Obiekt(4), oddany);
     {
         TWlasny<TObiektBazowy> wyjety = tablica.WyjmijObiekt(0);
-        EXPECT_EQ(wyjety.get(), oddany);
-        EXPECT_EQ(wyjety->Rodzic(), nullptr);
-        EXPECT_FALSE(tablica.WyjmijObiekt(0));
-        EXPECT_EQ(tablica.Ile(), 9);
+        EXPECT_TRUE(wyjety.get() == oddany && wyjety->Rodzic() == nullptr && !tablica.WyjmijObiekt(0));
+        EXPECT_EQ(stan(), std::pair(9, 3));
     }
     tablica.UstawWszystkie(tablica.Elementy().subspan(1, 2)); // the copied address, and what it stood beside
-    EXPECT_EQ(tablica.Ile(), 2);
-    EXPECT_EQ(tablica.Obiekt(0)->Rodzic(), &tablica);
-    EXPECT_EQ(licznik->LiczbaReferencji(), 2);
+    EXPECT_EQ(stan(), std::pair(2, 2));
     EXPECT_FALSE(tablica.Usun(2));
     EXPECT_TRUE(tablica.Usun(0) && tablica.Usun(0));
-    EXPECT_TRUE(wlasciciel.PoleNiepuste(TZTablica::nrDane)); // set to nothing is not unset
-    EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "01 02 00");
-    EXPECT_TRUE(Tekst(wlasciciel).find("object Dane\r\nend") != std::string::npos);
+    EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "01 02 00"); // set to nothing is not unset
+    EXPECT_EQ(Tekst(wlasciciel), "object TZTablica\r\nobject Dane\r\nend\r\nend");
     wlasciciel.UstawNiepuste(TZTablica::nrDane, false);
     EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "00");
+    EXPECT_EQ(tablica.DodajObiekt(nullptr), nullptr);
+    tablica.DodajWszystkie({});
+    EXPECT_EQ(Szesnastkowo(Zapisz(wlasciciel)), "01 02 01 07 00 00 00 00 00");
+    tablica.Wstaw(-5, 1); // before the first
+    tablica.Wstaw(1, 2);
+    tablica.Wstaw(99, 3);
+    EXPECT_EQ(tablica.GetJakoString(), u"1; 2; ; 3");
+    tablica.UstawNiepuste(2, false);
+    tablica.UstawNiepuste(CalyObiekt, true);
+    EXPECT_EQ(tablica.GetJakoString(), u"1; 2; 3");
+    tablica.UstawWszystkie({});
+    EXPECT_TRUE(wlasciciel.PoleNiepuste(TZTablica::nrDane));
 
     // A part of the array's own tree is copied, but cannot be handed over.
     tablica.Dodaj(&wlasciciel);

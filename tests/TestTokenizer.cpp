@@ -1,21 +1,10 @@
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <bit>
-#include <cmath>
 #include <ctime>
-#include <memory>
-#include <random>
 
-#include "Bledy.h"
-#include "StrumienieTestowe.h"
-#include "TabeleTestow.h"
 #include "platforma/Przydzialy.h"
 #include "platforma/SystemTestowy.h"
-#include "ztok/fields/Konwersje.h"
-#include "ztok/fields/WyjatkiModelu.h"
 #include "ztok/persist/TZTParser.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/platform/LiczbyTekst.h"
 
 using namespace ztok;
 using namespace std::string_literals;

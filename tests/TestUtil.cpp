@@ -1,20 +1,11 @@
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <set>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "tests/Bledy.h"
-#include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/util/Procesor.h"
-#include "ztok/util/Prostehaszowanie.h"
-#include "ztok/util/ZTBledy.h"
 #include "ztok/util/Ztfunbazowe.h"
-#include "ztok/util/Zttypybazowe.h"
 
 namespace ztok {
 namespace {

@@ -1,16 +1,6 @@
-#include "ztok/platform/TWariant.h"
+#include "tests/Testy.h"
 
-#include <gtest/gtest.h>
-
-#include <bit>
-#include <cmath>
 #include <set>
-#include <utility>
-
-#include "tests/StrumienieTestowe.h"
-#include "tests/Wartosci.h"
-#include "ztok/platform/TUstawieniaFormatu.h"
-#include "ztok/platform/Wyjatki.h"
 
 namespace ztok {
 namespace {
