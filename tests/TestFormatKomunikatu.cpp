@@ -27,8 +27,8 @@ std::string Wynik(std::u16string_view format, TArgumenty argumenty) {
     const TUstawieniaFormatu ustawienia = UstawieniaTablicy();
     try {
         return "ok " + Utf8ZUtf16(Formatuj(format, argumenty, &ustawienia));
-    } catch (const EBladFormatu&) {
-        return "error ";
+    } catch (const EBladFormatu& e) {
+        return "error " + Utf8ZUtf16(e.Komunikat());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <ctime>
 
+#include "BrakPamieci.h"
 #include "platforma/Przydzialy.h"
 #include "platforma/SystemTestowy.h"
 #include "ztok/persist/TZTParser.h"
@@ -238,25 +239,14 @@ TEST(Tokenizer, Szesnastkowe) {
 // Floods: bounded memory and time, the bound to the byte.
 TEST(Tokenizer, Zalew) {
     constexpr std::int64_t Maks = 100000;
-    struct TWiersz {
-        const char* poczatek;
-        const char* kawalek;
-        bool limit; // ends at the bound of a token
-    };
-    static const TWiersz wiersze[] = {
-        {"", " ", false},    {"", "\n", false}, {"", "\0", false},    {"", "ab ", false},
-        {"", "#65 ", false}, {"", "a", true},   {"", "7", true},      {"1.", "5", true},
-        {"'", "x", true},    {"", "#65", true}, {"", "'a'", true},    {"'", "''", true},
-        {"#", "0", false},   {"$", "F", true},  {"\"", "\"\"", true}, {"", "''\"", true},
-    };
-    for (const TWiersz& w : wiersze)
+    for (const auto& w : testy::WczytajTabele("zalew.tsv"))
         for (const std::int64_t porcja : {std::int64_t{1}, INT64_MAX}) {
-            SCOPED_TRACE(testing::Message() << w.poczatek << '(' << w.kawalek << ")* " << porcja);
+            SCOPED_TRACE(testing::Message() << w[0] << '(' << w[1] << ")* " << porcja);
             const TRozmiarBufora bufor(porcja == 1 ? 1 : 4096);
-            TOporny strumien(w.poczatek);
+            TOporny strumien(w[0]);
             strumien.porcja = porcja;
             while (strumien.dane.size() < 1U << 20U)
-                strumien.dane += *w.kawalek == '\0' ? "\0"s : w.kawalek;
+                strumien.dane += w[1];
             const std::clock_t start = std::clock(); // of the processor, where the system tells it
             przydzialy::Zacznij();
             bool limit = false;
@@ -268,7 +258,7 @@ TEST(Tokenizer, Zalew) {
                         u"przekroczono limit odczytu: rozmiar tekstu w bajtach (100000) w linii 1 na pozycji 0";
             }
             const std::int64_t szczyt = przydzialy::Zakoncz().szczyt;
-            EXPECT_EQ(limit, w.limit);
+            EXPECT_EQ(limit, w[2] == "limit");
             EXPECT_LT(szczyt, Maks * 5);
             EXPECT_LT(std::clock() - start, (ZTOK_SANITIZER ? 10 : 1) * CLOCKS_PER_SEC);
         }
@@ -303,19 +293,5 @@ TEST(Tokenizer, BladStrumieniaIPamieci) {
         GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
     const TRozmiarBufora bufor(1);
     const std::string bajty = "abc " + std::string(1000, 'x') + " '" + std::string(9000, 'y') + "'";
-    std::int64_t i = 0;
-    for (bool blad = true; blad; ++i) {
-        blad = false;
-        TZTReadOnlyRawByteStream zrodlo(bajty);
-        przydzialy::Zacznij();
-        przydzialy::Psuj(i, true);
-        try {
-            for (TZTParser p(zrodlo); p.NextToken() != TZTParser::Koniec;) {
-            }
-        } catch (const std::bad_alloc&) {
-            blad = true;
-        }
-        EXPECT_EQ(przydzialy::Zakoncz().zostalo, 0);
-    }
-    EXPECT_GT(i, 10);
+    EXPECT_GT(testy::PsujKazdyPrzydzial([&] { return Linia(Wyniki(bajty, "*", INT64_MAX, true)); }), 10);
 }
