@@ -219,15 +219,12 @@ TEST_F(Repozytorium, KazdySposobDajeCoTrzeba) {
     zewnetrzne->RejestrujObiekt(IUsluga::IID, &Fabryka, u"odmowna");
     zewnetrzne->RejestrujObiekt(IUsluga::IID, TUsluga::KlasaStatyczna(), nullptr, u"tylko tam");
     r->RejestrujObiekt(IUsluga::IID, Usluga(u"inna").get(), u"klasa"); // changes nothing
-    const struct {
-        const char16_t *id, *nazwa;
-    } przypadki[] = {
-        {u"gotowa", u"gotowa"},   {u"klasa", u"klasa"},     {u"fabryka", u"fabryka"}, {u"interfejs", u"interfejs"},
-        {u"odmowna", u"fabryka"}, {u"tylko tam", u"klasa"}, {u"nic", u"-"},           {u"", u"-"},
-        {u"Klasa", u"-"}};
     TOkno okno;
-    for (const auto& p : przypadki)
-        EXPECT_EQ(Nazwa(r, p.id, &okno), p.nazwa);
+    std::u16string nazwy;
+    for (const char16_t* id :
+         {u"gotowa", u"klasa", u"fabryka", u"interfejs", u"odmowna", u"tylko tam", u"nic", u"", u"Klasa"})
+        nazwy += Nazwa(r, id, &okno) + u' ';
+    EXPECT_EQ(nazwy, u"gotowa klasa fabryka interfejs fabryka klasa - - - ");
     EXPECT_EQ(zyje, 1);
     EXPECT_FALSE(r->JestZarejestrowany(IUsluga::IID, u"tylko tam"));
     TKonstruktorKlasy konstruktor = nullptr;
@@ -410,6 +407,15 @@ TEST_F(Repozytorium, DrogaPrzezWlascicieli) {
         EXPECT_FALSE(RepozytoriumKlas(zaden, znalezione));
         EXPECT_FALSE(znalezione);
     }
+    void* nikt = &okno; // the object behind an interface is no interface to give away
+    EXPECT_FALSE(DajInterfejsWlasciciela(&okno, &nikt, IID_ObiektImplementujacy));
+    EXPECT_EQ(nikt, nullptr);
+    TKomponent* dno = &okno; // as far up as owners are followed
+    for (int i = 0; i < 4096; ++i) {
+        EXPECT_TRUE(i < 4095 || RepozytoriumKlas(dno, znalezione));
+        dno = &dno->UtworzSkladnik<TKomponent>();
+    }
+    EXPECT_FALSE(RepozytoriumKlas(dno, znalezione));
     dokument.wlasciciel = &kopia; // a circle
     EXPECT_FALSE(RepozytoriumKlas(&kopia, znalezione));
     usluga = nullptr;

@@ -115,6 +115,15 @@ void SprawdzZModelem(TStrumien& s, unsigned ziarno) {
               u"niedozwolony rozmiar -1 strumienia " + std::u16string(s.NazwaKlasy()));
     EXPECT_EQ(Blad<EBladOdczytu>([&] { s.Pomin(-1); }),
               u"błąd odczytu ze strumienia " + std::u16string(s.NazwaKlasy()) + u": odczytano 0 z -1 bajtów");
+    const std::int64_t rozmiar = s.GetSize();
+    s.Seek(rozmiar + 5, ESeek::Poczatek);
+    char znak = 'x';
+    for (const std::int64_t ile : {0, -1}) { // nothing, wherever the stream stands
+        EXPECT_EQ(s.Write(&znak, ile), 0);
+        EXPECT_EQ(s.Read(&znak, ile), 0);
+    }
+    EXPECT_EQ(s.Read(&znak, 1), 0);
+    EXPECT_EQ(s.GetSize(), rozmiar);
     std::string wszystko(m.dane.size(), '\0');
     s.Seek(0, ESeek::Poczatek);
     s.ReadBuffer(wszystko.data(), wszystko.size());
