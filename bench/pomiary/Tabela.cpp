@@ -10,10 +10,10 @@ namespace {
 
 constexpr std::array kKolumny = {kZtok,      kCereal,       kFlatBuffers,  kBoost, kProtobuf, kProtobufArena,
                                  kRapidJson, kPugiAtrybuty, kPugiElementy, kIcu,   kIconv,    kOpenSSL,
-                                 kNettle,    kZlib,         kLibdeflate,   kCpp,   kCppUtf8,  kZtokSkalarnie};
+                                 kNettle,    kZlib,         kLibdeflate,   kCpp,   kCppUtf8};
 constexpr bool Czysta(std::string_view kolumna) { return kolumna == kCpp || kolumna == kCppUtf8; }
 constexpr bool Obca(std::string_view kolumna) {
-    return kolumna != kZtok && kolumna != kZtokSkalarnie && !Czysta(kolumna);
+    return kolumna != kZtok && !Czysta(kolumna);
 }
 
 double MedianaZ(std::vector<double> liczby) {

@@ -27,7 +27,6 @@ inline constexpr std::string_view kZlib = "zlib";
 inline constexpr std::string_view kLibdeflate = "libdeflate";
 inline constexpr std::string_view kCpp = "plain C++";            // structs and the standard library, texts as UTF-16
 inline constexpr std::string_view kCppUtf8 = "plain, UTF-8";     // the same, texts as UTF-8
-inline constexpr std::string_view kZtokSkalarnie = "ztok, SSE2"; // without the larger vectors
 
 class TTabela {
   public:

@@ -1,7 +1,6 @@
 // Conversions of text: one long text of each kind, converted into memory that is there.
 #include "ztok/platform/Kodowania.h"
 #include "pomiary/Grupy.h"
-#include "ztok/platform/KodowaniaWektory.h"
 #include "ztok/platform/TabeleStron.h"
 
 namespace pomiary {
@@ -23,19 +22,9 @@ std::u16string Zloz(const std::vector<std::u16string>& wiersze) {
     return wynik;
 }
 
-// With the large vectors or without.
-void DodajNasze(TPomiary& pomiary, std::string_view rodzaj, TTekstKodowany& t, bool wektory) {
-    const std::string_view kolumna = wektory ? kZtok : kZtokSkalarnie;
+void DodajNasze(TPomiary& pomiary, std::string_view rodzaj, TTekstKodowany& t) {
     const auto dodaj = [&](auto naBajty, auto zBajtow) {
-        const auto tak = [wektory](auto funkcja) {
-            return [wektory, funkcja] {
-                ztok::wektory::Wlacz(wektory);
-                const std::size_t ile = funkcja();
-                ztok::wektory::Wlacz(true);
-                return ile;
-            };
-        };
-        DodajKodowanie(pomiary, rodzaj, kolumna, t, tak(naBajty), tak(zBajtow));
+        DodajKodowanie(pomiary, rodzaj, kZtok, t, naBajty, zBajtow);
     };
     if (t.strona == ztok::StronaUtf8) {
         dodaj([&t] { return ztok::KodujUtf8(t.tekst.data(), t.tekst.size(), t.WynikBajty()); },
@@ -83,10 +72,8 @@ void MierzKodowania(TPomiary& pomiary, const dane::TBaza& baza) {
                         {"ASCII", {Zloz(ascii), ztok::StronaUtf8}},    {"mixed", {Zloz(mieszany), ztok::StronaUtf8}},
                         {"names", {Zloz(nazwy), ztok::StronaWin1250}}, {"ASCII", {Zloz(ascii), ztok::StronaWin1250}}};
     for (auto& [nazwa, tekst] : teksty) {
-        DodajNasze(pomiary, nazwa, tekst, true);
+        DodajNasze(pomiary, nazwa, tekst);
         DodajObceKodowania(pomiary, nazwa, tekst);
-        if (ztok::wektory::Wlacz(true)) // else the two columns are the same
-            DodajNasze(pomiary, nazwa, tekst, false);
     }
     pomiary.Wykonaj();
 }
