@@ -64,7 +64,7 @@ TEST(Czytniki, DlugieTekstyListyITablicyZPliku) {
             zapis.resize(zapis.size() / 4);
         {
             TStrumienPlikowy plik(sciezka, ETrybPliku::Tworzenie);
-            plik.WriteBuffer(zapis.data(), static_cast<std::int64_t>(zapis.size()));
+            plik.WriteBuffer(zapis.data(), zapis.size());
         }
         TStrumienPlikowy plik(sciezka, ETrybPliku::Odczyt);
         TNazwy wczytany;
