@@ -604,8 +604,6 @@ TEST_F(Kontrola, BladNieZatrzymujePozostalych) {
 }
 
 TEST_F(Kontrola, KazdyPrzydzialMozeZawiesc) {
-    if (!przydzialy::Liczone())
-        GTEST_SKIP() << "allocations are counted on Linux without sanitizers";
     const przydzialy::TWynik przydzialow = testy::PsujKazdyPrzydzial([&] {
         const TRepozytorium r = NoweRepozytorium();
         const TIntf<IUsluga> gotowa(UtworzSurowy<TUsluga>());

@@ -10,8 +10,6 @@
 
 namespace przydzialy {
 
-[[nodiscard]] constexpr bool Liczone() { return true; }
-
 // Counts from here on what this thread allocates.
 void Zacznij();
 // Of the counting that ends: allocations, the most bytes held at one time beyond the start, and the largest allocation.
