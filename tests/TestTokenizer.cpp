@@ -291,5 +291,5 @@ TEST(Tokenizer, BladStrumieniaIPamieci) {
     }
     const TRozmiarBufora bufor(1);
     const std::string bajty = "abc " + std::string(1000, 'x') + " '" + std::string(9000, 'y') + "'";
-    EXPECT_GT(testy::PsujKazdyPrzydzial([&] { return Linia(Wyniki(bajty, "*", INT64_MAX, true)); }), 10);
+    EXPECT_GT(testy::PsujKazdyPrzydzial([&] { return Linia(Wyniki(bajty, "*", INT64_MAX, true)); }).ile, 10);
 }
