@@ -12,9 +12,7 @@ constexpr std::array kKolumny = {kZtok,      kCereal,       kFlatBuffers,  kBoos
                                  kRapidJson, kPugiAtrybuty, kPugiElementy, kIcu,   kIconv,    kOpenSSL,
                                  kNettle,    kZlib,         kLibdeflate,   kCpp,   kCppUtf8};
 constexpr bool Czysta(std::string_view kolumna) { return kolumna == kCpp || kolumna == kCppUtf8; }
-constexpr bool Obca(std::string_view kolumna) {
-    return kolumna != kZtok && !Czysta(kolumna);
-}
+constexpr bool Obca(std::string_view kolumna) { return kolumna != kZtok && !Czysta(kolumna); }
 
 double MedianaZ(std::vector<double> liczby) {
     if (liczby.empty())

@@ -25,8 +25,8 @@ inline constexpr std::string_view kOpenSSL = "OpenSSL";
 inline constexpr std::string_view kNettle = "nettle";
 inline constexpr std::string_view kZlib = "zlib";
 inline constexpr std::string_view kLibdeflate = "libdeflate";
-inline constexpr std::string_view kCpp = "plain C++";            // structs and the standard library, texts as UTF-16
-inline constexpr std::string_view kCppUtf8 = "plain, UTF-8";     // the same, texts as UTF-8
+inline constexpr std::string_view kCpp = "plain C++";        // structs and the standard library, texts as UTF-16
+inline constexpr std::string_view kCppUtf8 = "plain, UTF-8"; // the same, texts as UTF-8
 
 class TTabela {
   public:

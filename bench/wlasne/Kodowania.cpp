@@ -23,9 +23,7 @@ std::u16string Zloz(const std::vector<std::u16string>& wiersze) {
 }
 
 void DodajNasze(TPomiary& pomiary, std::string_view rodzaj, TTekstKodowany& t) {
-    const auto dodaj = [&](auto naBajty, auto zBajtow) {
-        DodajKodowanie(pomiary, rodzaj, kZtok, t, naBajty, zBajtow);
-    };
+    const auto dodaj = [&](auto naBajty, auto zBajtow) { DodajKodowanie(pomiary, rodzaj, kZtok, t, naBajty, zBajtow); };
     if (t.strona == ztok::StronaUtf8) {
         dodaj([&t] { return ztok::KodujUtf8(t.tekst.data(), t.tekst.size(), t.WynikBajty()); },
               [&t] { return ztok::DekodujUtf8(t.bajty.data(), t.bajty.size(), t.wynik.data()); });

@@ -190,7 +190,7 @@ class TSwiatList {
         const std::int32_t n = m.Ile();
         const int klucz = static_cast<int>(Z(9));
         const bool oprocz = Z(4) == 0;
-        const TArg pola = Tak() ? TArg{0} : TArg{u"klucz"};
+        const TArg pola = Tak() ? TArg{TArgument(0)} : TArg{u"klucz"};
         const TArg wartosci = {klucz};
         const auto ma = [&](const TKlucz* o) { return (o->GetKlucz() == klucz) != oprocz; };
         b_.Wybierz(
@@ -228,7 +228,8 @@ class TSwiatList {
                     return byl;
                 };
                 const bool zmiana = m.UsunNiektore(ginie, false);
-                Wymagaj(l.UsunDuplikaty(calosc ? TArg{} : TArg{0}, rlRozmLiterWazny) == zmiana, "duplicates");
+                Wymagaj(l.UsunDuplikaty(calosc ? TArg{} : TArg{TArgument(0)}, rlRozmLiterWazny) == zmiana,
+                        "duplicates");
             },
             [&] {
                 const bool zmiana = m.UsunNiektore(ma, false);
@@ -314,7 +315,7 @@ class TSwiatList {
                 m.pojemnosc += m.pojemnosc > 128 ? m.pojemnosc / 8 : m.pojemnosc >= 9 ? 16 : 4;
         }
         const bool zmiana = jak == 0   ? l.PrzeniesDane(z)
-                            : jak == 2 ? l.PrzeniesObiektyGdyBrak(z, TArg{0}, rlRozmLiterWazny)
+                            : jak == 2 ? l.PrzeniesObiektyGdyBrak(z, TArg{TArgument(0)}, rlRozmLiterWazny)
                             : oprocz   ? l.PrzeniesObiektyOprocz(z, pola, wartosci, rlRozmLiterWazny)
                                        : l.PrzeniesObiektyOCechach(z, pola, wartosci, rlRozmLiterWazny);
         if (&m == &mz) {
@@ -348,7 +349,7 @@ class TSwiatList {
         if (z.IleObiektow() >= 60)
             return;
         const bool zmiana = jak == 0   ? l.DopiszDane(&z)
-                            : jak == 2 ? l.DopiszObiektyGdyBrak(&z, TArg{0}, rlRozmLiterWazny)
+                            : jak == 2 ? l.DopiszObiektyGdyBrak(&z, TArg{TArgument(0)}, rlRozmLiterWazny)
                             : oprocz   ? l.DopiszObiektyOprocz(&z, pola, wartosci, rlRozmLiterWazny)
                                        : l.DopiszObiektyOCechach(&z, pola, wartosci, rlRozmLiterWazny);
         Wymagaj(zmiana == (wzory.size() != m.e.size()), "whether anything was added");
