@@ -353,6 +353,7 @@ bool BezPuli() noexcept {
     if constexpr (!kPamiecZatruta)
         return false;
     static const bool bez = [] {
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): read once, and the library changes no environment
         const char* pula = std::getenv("ZTOK_PULA");
         return pula != nullptr && std::string_view(pula) == "malloc";
     }();
