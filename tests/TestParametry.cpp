@@ -166,19 +166,16 @@ TEST_F(Parametry, ZyjaDoOstatniejReferencji) {
     EXPECT_EQ(zywych, 0);
 
     // Without another holder, the call is the last one, on every path.
-    JadroKlas()->RejestrujFunEdycji(TAdres::KlasaStatyczna(), &Zapisujaca);
-    EXPECT_TRUE(adres->EdytujDaneWgKlasy(nowy(), false));
+    for (const TFunEdycji funkcja : {&Rzucajaca, static_cast<TFunEdycji>(nullptr), &Zapisujaca}) {
+        JadroKlas()->RejestrujFunEdycji(TAdres::KlasaStatyczna(), funkcja);
+        const auto edytuj = [&] { EXPECT_EQ(adres->EdytujDaneWgKlasy(nowy(), false), funkcja != nullptr); };
+        EXPECT_EQ(Blad<EBladKonwersji>(edytuj), funkcja == &Rzucajaca ? u"edycja" : u"(no error)");
+        EXPECT_EQ(zywych, 0);
+    }
     EXPECT_EQ(wywolanie.referencje, 1);
-    EXPECT_EQ(zywych, 0);
     EXPECT_TRUE(adres->EdytujDaneWgKlasy(nowy(), true)); // the function keeps it
     EXPECT_EQ(zywych, 1);
     zachowane = nullptr;
-    EXPECT_EQ(zywych, 0);
-    JadroKlas()->RejestrujFunEdycji(TAdres::KlasaStatyczna(), &Rzucajaca);
-    EXPECT_EQ(Blad<EBladKonwersji>([&] { adres->EdytujDaneWgKlasy(nowy(), false); }), u"edycja");
-    EXPECT_EQ(zywych, 0);
-    JadroKlas()->RejestrujFunEdycji(TAdres::KlasaStatyczna(), nullptr);
-    EXPECT_FALSE(adres->EdytujDaneWgKlasy(nowy(), false));
     EXPECT_EQ(zywych, 0);
 
     TLiczacy liczacy;

@@ -34,11 +34,10 @@ class TUsluga : public TImplementacja<TObiektLiczony, IUsluga> {
     explicit TUsluga(std::u16string_view nazwa = u"klasa") : nazwa_(nazwa) { ++zyje; }
     ~TUsluga() override {
         --zyje;
-        if (koniec)
-            koniec();
+        koniec();
     }
     std::u16string Nazwij() override { return nazwa_; }
-    TDzialanie koniec;
+    TDzialanie koniec = [] {};
 
   private:
     std::u16string nazwa_;
@@ -101,21 +100,16 @@ template <class TBaza> class TSluchacz : public TImplementacja<TBaza, IKontrolow
         if (znak_ != 0x600D)
             ++poSmierci;
         ++wywolan;
-        if (log != nullptr)
-            log->push_back(nr);
-        if (const TDzialanie d = dzialanie; d)
-            d();
+        const TDzialanie d = dzialanie; // this one may die in it
+        d();
     }
     std::atomic<int> wywolan{0};
-    std::vector<int>* log = nullptr;
-    int nr = 0;
-    TDzialanie dzialanie;
-    TDzialanie gdyUmiera;
+    TDzialanie dzialanie = [] {};
+    TDzialanie gdyUmiera = [] {};
 
   protected:
     void WykonajDestrukcje() override {
-        if (gdyUmiera)
-            gdyUmiera();
+        gdyUmiera();
         TBaza::WykonajDestrukcje();
     }
 
@@ -159,11 +153,10 @@ TEST_F(Repozytorium, KluczeJakWSlowniku) {
         const bool jest = model.contains(klucz);
         ASSERT_EQ(r->JestZarejestrowany(guid, i), jest);
         TKonstruktorKlasy konstruktor = nullptr;
-        ASSERT_EQ(r->DajKonstruktor(konstruktor, guid, i), jest);
-        ASSERT_EQ(konstruktor != nullptr, jest);
+        ASSERT_TRUE(r->DajKonstruktor(konstruktor, guid, i) == jest && (konstruktor != nullptr) == jest);
         TUchwyt uchwyt;
         ASSERT_EQ(r->DajUchwyt(uchwyt, guid, i), jest);
-        ASSERT_EQ(jest ? uchwyt.Obiekt()->Klasa() : nullptr, jest ? model.at(klucz) : nullptr);
+        ASSERT_TRUE(!jest || uchwyt.Obiekt()->Klasa() == model.at(klucz));
         std::u16string oczekiwane;
         for (const auto& [k, kl] : model)
             oczekiwane += k.first == klucz.first ? u'[' + k.second : u"";
@@ -233,23 +226,20 @@ TEST_F(Repozytorium, KazdySposobDajeCoTrzeba) {
 
     const std::u16string juzJest =
         u"próba dodania elementu istniejącego już na liście ({C3715265-1F99-4861-9838-6EF4E3BC6E8A}, fabryka)";
-    const std::u16string uzycie = u"niedozwolone użycie ";
-    const std::u16string gdzie = u" w TRepozytoriumKlas";
+    const std::u16string rejestracja = u"niedozwolone użycie RejestrujObiekt w TRepozytoriumKlas";
+    const std::u16string parent = u"niedozwolone użycie UstawParent w TRepozytoriumKlas";
     const std::u16string brak = u"brak interfejsu {0000000A-0000-0000-0000-000000000000}";
-    const auto rej = [&](const TGUID& guid, auto co, std::u16string_view id = {}) {
-        return [=, &r] { r->RejestrujObiekt(guid, co, id); };
-    };
+    const auto rej = [&r](auto... co) { return [=, &r] { r->RejestrujObiekt(co...); }; };
     const std::pair<std::u16string, TDzialanie> bledy[] = {
         {juzJest, rej(IUsluga::IID, &Fabryka, u"fabryka")},
         {juzJest, rej(IUsluga::IID, &FabrykaOdmowna, u"fabryka")},
-        {brak, rej(A, static_cast<IInterfejs*>(r.get()))},
-        {brak, rej(A, static_cast<IInterfejs*>(nullptr))},
-        {uzycie + u"RejestrujObiekt" + gdzie, rej(A, TKonstruktor{})},
-        {uzycie + u"RejestrujObiekt" + gdzie, rej(A, TKonstruktorInt{})},
-        {uzycie + u"RejestrujObiekt" + gdzie,
-         [&r] { r->RejestrujObiekt(A, static_cast<const TKlasa*>(nullptr), nullptr, u""); }},
-        {uzycie + u"UstawParent" + gdzie, [&] { zewnetrzne->UstawParent(r); }},
-        {uzycie + u"UstawParent" + gdzie, [&r] { r->UstawParent(r); }},
+        {brak, rej(A, static_cast<IInterfejs*>(r.get()), u"")},
+        {brak, rej(A, static_cast<IInterfejs*>(nullptr), u"")},
+        {rejestracja, rej(A, TKonstruktor{}, u"")},
+        {rejestracja, rej(A, TKonstruktorInt{}, u"")},
+        {rejestracja, rej(A, static_cast<const TKlasa*>(nullptr), nullptr, u"")},
+        {parent, [&] { zewnetrzne->UstawParent(r); }},
+        {parent, [&] { r->UstawParent(r); }},
     };
     for (const auto& [blad, dzialanie] : bledy) {
         EXPECT_EQ(Blad(dzialanie), blad);
@@ -281,8 +271,9 @@ TEST_F(Repozytorium, UchwytZnaWlasciciela) {
     // What has an owner stays its owner's.
     for (TObiektOgolny* lista : {static_cast<TObiektOgolny*>(nullptr), static_cast<TObiektOgolny*>(&rodzic)}) {
         ASSERT_TRUE(r->DajUchwyt(uchwyt, A, true, u"okno", &okno, lista, {}));
-        EXPECT_EQ(uchwyt.Obiekt(),
-                  lista == nullptr ? okno.Skladnik(0) : static_cast<TObiektOgolny*>(rodzic.Obiekty(0)));
+        TObiektOgolny* const oczekiwany =
+            lista == nullptr ? static_cast<TObiektOgolny*>(okno.Skladnik(0)) : rodzic.Obiekty(0);
+        EXPECT_EQ(uchwyt.Obiekt(), oczekiwany);
         EXPECT_FALSE(uchwyt.OddajObiekt());
         const TIntf<IUsluga> usluga = uchwyt.Interfejs<IUsluga>();
         EXPECT_EQ(usluga ? usluga->Nazwij() : u"-", lista == nullptr ? u"okna" : u"-");
@@ -377,11 +368,10 @@ TEST_F(Repozytorium, DrogaPrzezWlascicieli) {
     TOkno okno;
     auto& panel = okno.UtworzSkladnik<TKomponent>();
     auto& przycisk = panel.UtworzSkladnik<TKomponent>();
-    TDokument dokument;
-    TDokument kopia;
+    TDokument dokument, kopia;
     dokument.wlasciciel = &przycisk;
     kopia.wlasciciel = &dokument;
-    TIntf<IRepozytoriumKlas> znalezione;
+    TRepozytorium znalezione;
     TIntf<IUsluga> usluga;
     TObiektOgolny* const obiekty[] = {&okno, &przycisk, &dokument, &kopia};
     for (TObiektOgolny* obiekt : obiekty) {
@@ -500,11 +490,14 @@ using TKolejnosc = std::vector<int>;
 
 class Kontrola : public Repozytorium {
   protected:
-    template <class TBaza> TSluchacz<TBaza>* Nowy(int nr, TDzialanie dzialanie = {}) {
+    template <class TBaza>
+    TSluchacz<TBaza>* Nowy(
+        int nr, const TDzialanie& dzialanie = [] {}) {
         auto* s = UtworzSurowy<TSluchacz<TBaza>>();
-        s->log = &log;
-        s->nr = nr;
-        s->dzialanie = std::move(dzialanie);
+        s->dzialanie = [this, nr, dzialanie] {
+            log.push_back(nr);
+            dzialanie();
+        };
         kontroler->Rejestruj(s);
         return s;
     }
@@ -534,7 +527,7 @@ class Kontrola : public Repozytorium {
     }
 
     const TIntf<TKontroler> kontroler{UtworzSurowy<TKontroler>()};
-    std::vector<int> log;
+    TKolejnosc log;
 };
 
 TEST_F(Kontrola, KolejnoscIZmianyWTrakcie) {
@@ -542,9 +535,7 @@ TEST_F(Kontrola, KolejnoscIZmianyWTrakcie) {
     TDokument bezInterfejsu;
     kontroler->Rejestruj(&bezInterfejsu);
     kontroler->Rejestruj(nullptr);
-    TWlasny<TObiektOgolny> piaty;
-    TWlasny<TObiektOgolny> pierwszy;
-    TWlasny<TObiektOgolny> trzeci;
+    TWlasny<TObiektOgolny> pierwszy, trzeci, piaty;
     pierwszy.Ustaw(Nowy<TKomponent>(1, [&] {
         kontroler->Wyrejestruj(pierwszy.get()); // called this once
         kontroler->Wyrejestruj(trzeci.get());   // so is this one
