@@ -10,15 +10,15 @@
 namespace testy {
 
 // Runs an action, which gives a value, with one of its allocations failing, then with all from that one on, for each of
-// them. Every time it must raise and hold no memory afterwards, and then give the same value as before. Returns how
-// many allocations it makes. To be skipped where przydzialy::Liczone is false.
-template <class F> std::int64_t PsujKazdyPrzydzial(F dzialanie) {
+// them. Every time it must raise and hold no memory afterwards, and then give the same value as before. Returns what
+// it allocates.
+template <class F> przydzialy::TWynik PsujKazdyPrzydzial(F dzialanie) {
     const auto oczekiwane = dzialanie();
     przydzialy::Zacznij();
     static_cast<void>(dzialanie());
-    const std::int64_t przydzialow = przydzialy::Zakoncz().ile;
+    const przydzialy::TWynik wynik = przydzialy::Zakoncz();
     for (const bool naZawsze : {false, true})
-        for (std::int64_t i = 0; i < przydzialow; ++i) {
+        for (std::int64_t i = 0; i < wynik.ile; ++i) {
             bool blad = false;
             const std::int64_t zajete = ztok::PulaZajete();
             przydzialy::Zacznij();
@@ -35,7 +35,7 @@ template <class F> std::int64_t PsujKazdyPrzydzial(F dzialanie) {
             EXPECT_TRUE(blad) << i;
             EXPECT_EQ(dzialanie(), oczekiwane) << i;
         }
-    return przydzialow;
+    return wynik;
 }
 
 } // namespace testy

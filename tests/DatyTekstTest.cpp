@@ -1,12 +1,6 @@
 #include "ztok/platform/DatyTekst.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <random>
-
-#include "tests/Bledy.h"
-#include "tests/TabeleTestow.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {
@@ -73,24 +67,6 @@ TEST_F(DatyTekst, TextFormsMatchTheTable) {
         EXPECT_EQ(Utf8ZUtf16(CzasNaTekst(wartosc, u)), w.Utf8(4));
         EXPECT_EQ(Utf8ZUtf16(DataICzasNaTekst(wartosc, u)), w.Utf8(5));
     }
-}
-
-TEST_F(DatyTekst, ShortestTextNamesThePartsThatSaySomething) {
-    const struct {
-        double wartosc;
-        std::u16string_view tekst;
-    } przypadki[] = {
-        {0, u"1899-12-30"},
-        {0.25, u"06:00:00"},
-        {-0.25, u"06:00:00"},
-        {45356, u"2024-03-05"},
-        {-1, u"1899-12-29"},
-        {45356.75, u"2024-03-05 18:00:00"},
-        {-1.25, u"1899-12-29 06:00:00"},
-        {0.99999999999, u"1899-12-31"},
-    };
-    for (const auto& p : przypadki)
-        EXPECT_EQ(Utf8ZUtf16(DataLubCzasNaTekst(p.wartosc, u)), Utf8ZUtf16(p.tekst)) << p.wartosc;
 }
 
 TEST_F(DatyTekst, EveryDayAndEveryTimeComesBack) {

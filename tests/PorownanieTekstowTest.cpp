@@ -1,10 +1,6 @@
 #include "ztok/platform/PorownanieTekstow.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
-#include "TabeleTestow.h"
+#include "tests/Testy.h"
 
 namespace ztok {
 namespace {
@@ -22,30 +18,6 @@ TEST(PorownanieTekstow, OrdinalMatchesTheTable) {
         EXPECT_EQ(PorownajWin1250BezWielkosci(w.Tekst(1), w.Tekst(2)), w.Calkowita(5));
         EXPECT_EQ(PorownajWin1250(w.Tekst(1), w.Tekst(2)), w.Calkowita(6));
     }
-}
-
-TEST(PorownanieTekstow, Win1250Order) {
-    const struct {
-        std::u16string_view a, b;
-        int zWielkoscia, bez;
-    } przypadki[] = {
-        {u"ab", u"abc", -1, -1},
-        {u"b", u"abc", 1, 1},
-        {u"łódź", u"ŁÓDŹ", 1, 1},
-        {u"abcŁ", u"ABCŁ", 1, 0},
-        {u"\u20AC", u"\u0104", -1, -1}, // 80 before A5, against the order of the codes
-        {u"\u0141", u"\u00A4", -1, -1}, // A3 before A4
-        {u"\u0416", u"\u02D9", 1, 1},   // not in the page: after its last byte
-        {u"zażółć gęślą jaźń\u0142", u"zażółć gęślą jaźń\u0141", 1, 1},
-        {std::u16string_view(u"a\0b", 3), u"a", 1, 1},
-    };
-    for (const auto& p : przypadki) {
-        EXPECT_EQ(PorownajWin1250(p.a, p.b), p.zWielkoscia);
-        EXPECT_EQ(PorownajWin1250(p.b, p.a), -p.zWielkoscia);
-        EXPECT_EQ(PorownajWin1250BezWielkosci(p.a, p.b), p.bez);
-        EXPECT_EQ(PorownajWin1250BezWielkosci(p.b, p.a), -p.bez);
-    }
-    EXPECT_EQ(PorownajOrdynalnie(u"\uFFFF", u"\U00010000"), 1); // by units, not by characters
 }
 
 TEST(PorownanieTekstow, LanguageOrderMatchesTheTable) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -41,11 +42,37 @@ class TOporny : public ztok::TStrumien {
     bool rzuca = false;
 };
 
+inline std::string Zawartosc(ztok::TZTMemoryStream& strumien) {
+    return {strumien.Zawartosc().begin(), strumien.Zawartosc().end()};
+}
+
+inline std::string LosoweBajty(std::mt19937& los, std::size_t ile) {
+    std::string bajty(ile, '\0');
+    std::generate(bajty.begin(), bajty.end(), [&los] { return static_cast<char>(los()); });
+    return bajty;
+}
+
+// Random text, at least half of it ASCII; the rest up to U+07FF, of the basic plane, pairs, surrogates, by `rodzajow`.
+inline std::u16string LosowyTekst(std::mt19937& los, std::size_t ile, std::size_t rodzajow) {
+    std::u16string tekst;
+    while (tekst.size() < ile) {
+        const std::size_t rodzaj = los() % (2 * rodzajow);
+        const auto x = static_cast<unsigned>(los());
+        tekst += static_cast<char16_t>(rodzaj == 1   ? x % 0x800
+                                       : rodzaj == 2 ? x
+                                       : rodzaj == 3 ? 0xD800 + x % 0x400
+                                       : rodzaj == 4 ? 0xD800 + x % 0x800
+                                                     : x % 0x80);
+        if (rodzaj == 3)
+            tekst += static_cast<char16_t>(0xDC00 + (x >> 16U) % 0x400);
+    }
+    return tekst;
+}
+
 inline std::string Zapisz(const ztok::TPole& obiekt, ztok::TZapisywaczDanych* zapisywacz = nullptr) {
     ztok::TZTMemoryStream strumien;
     obiekt.ZapiszWStrumieniu(strumien, zapisywacz);
-    const auto bajty = strumien.Zawartosc();
-    return {bajty.begin(), bajty.end()};
+    return Zawartosc(strumien);
 }
 
 // Returns the position behind what was read.
@@ -61,15 +88,13 @@ template <class F> std::string Tekst(const ztok::TObiektBazowy& obiekt, const F&
     ztok::TZapisywaczTekstu zapisywacz(strumien);
     ustaw(zapisywacz);
     zapisywacz.ZapiszDokument(obiekt);
-    const auto bajty = strumien.Zawartosc();
-    return {bajty.begin(), bajty.end()};
+    return Zawartosc(strumien);
 }
 
 inline std::string Tekst(const ztok::TObiektBazowy& obiekt) {
     ztok::TZTMemoryStream strumien;
     obiekt.ZapiszTekstowo(strumien);
-    const auto bajty = strumien.Zawartosc();
-    return {bajty.begin(), bajty.end()};
+    return Zawartosc(strumien);
 }
 
 inline std::int64_t ZTekstu(ztok::TObiektBazowy& obiekt, const std::string& tekst,

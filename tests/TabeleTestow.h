@@ -1,5 +1,5 @@
-// Tables of expected values: UTF-8, tab-separated, one header line; tab, CR, LF and backslash inside a field are
-// written \t \r \n \\.
+// Tables of expected values: UTF-8, tab-separated, one header line; tab, CR, LF, backslash and any byte inside a field
+// are written \t \r \n \\ \x1F.
 #pragma once
 
 #include <bit>
@@ -56,7 +56,13 @@ inline std::vector<TWierszTabeli> WczytajTabele(const std::string& nazwa) {
                 wiersz.polaUtf8.emplace_back();
             } else if (linia[i] == '\\' && i + 1 < linia.size()) {
                 const char znak = linia[++i];
-                wiersz.polaUtf8.back() += znak == 't' ? '\t' : znak == 'r' ? '\r' : znak == 'n' ? '\n' : znak;
+                wiersz.polaUtf8.back() += znak == 't'   ? '\t'
+                                          : znak == 'r' ? '\r'
+                                          : znak == 'n' ? '\n'
+                                          : znak == 'x'
+                                              ? static_cast<char>(std::stoi(linia.substr(i + 1, 2), nullptr, 16))
+                                              : znak;
+                i += znak == 'x' ? 2 : 0;
             } else {
                 wiersz.polaUtf8.back() += linia[i];
             }

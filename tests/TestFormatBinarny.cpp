@@ -141,104 +141,6 @@ TEST_F(FormatBinarny, TekstyWokolDlugosciLicznika) {
 
 // --- golden bytes
 
-struct TWzor {
-    const char* nazwa;
-    void (*ustaw)(TWszystko&);
-    const char* bajty;
-};
-
-const TWzor wzory[] = {
-    {"empty", [](TWszystko&) {}, "00"},
-    {"Byte", [](TWszystko& o) { o.SetB(200); }, "01 01 C8"},
-    {"Byte 0", [](TWszystko& o) { o.SetB(0); }, "01 01 00"},
-    {"Smallint", [](TWszystko& o) { o.SetS(-2); }, "01 02 FE FF"},
-    {"Word", [](TWszystko& o) { o.SetW(0x1234); }, "01 04 34 12"},
-    {"Integer", [](TWszystko& o) { o.SetI(-2147483647 - 1); }, "01 08 00 00 00 80"},
-    {"Cardinal", [](TWszystko& o) { o.SetC(0xFEDCBA98); }, "01 10 98 BA DC FE"},
-    {"Int64", [](TWszystko& o) { o.SetL(0x0102030405060708); }, "01 20 08 07 06 05 04 03 02 01"},
-    {"Double", [](TWszystko& o) { o.SetD(-0.15625); }, "01 40 00 00 00 00 00 00 C4 BF"},
-    {"Double -0", [](TWszystko& o) { o.SetD(-0.0); }, "01 40 00 00 00 00 00 00 00 80"},
-    {"Boolean, field 7 alone", [](TWszystko& o) { o.SetTak(true); }, "01 80 01"},
-    {"Boolean false", [](TWszystko& o) { o.SetTak(false); }, "01 80 00"},
-    {"String, field 8 alone", [](TWszystko& o) { o.SetNazwa(u"Łódź €"); },
-     "02 00 01 0B C5 81 C3 B3 64 C5 BA 20 E2 82 AC"},
-    {"String of a character above 16 bits", [](TWszystko& o) { o.SetNazwa(u"😀"); }, "02 00 01 04 F0 9F 98 80"},
-    {"RawByteString", [](TWszystko& o) { o.SetBajty(std::string_view("\0\xFF\xA3", 3)); }, "02 00 04 03 00 FF A3"},
-    {"empty RawByteString", [](TWszystko& o) { o.SetBajty(""); }, "02 00 04 00"},
-    {"WideString", [](TWszystko& o) { o.SetSzeroki(u"ą"); }, "02 00 08 02 C4 85"},
-    {"CDATA", [](TWszystko& o) { o.SetOpis(u"<&>"); }, "02 00 10 03 '<&>'"},
-    {"empty CDATA", [](TWszystko& o) { o.SetOpis(u""); }, "02 00 10 00"},
-    {"nested object", [](TWszystko& o) { o.GetAdres().SetNumer(7); }, "02 00 20 01 02 07 00 00 00"},
-    {"nested object without values", [](TWszystko& o) { o.GetAdres(); }, "00"},
-    {"list",
-     [](TWszystko& o) {
-         o.GetAdresy().Dopisz();
-         o.GetAdresy().Dopisz().SetUlica(u"A");
-     },
-     "02 00 40 02 00 00 01 01 01 'A'"},
-    {"collection",
-     [](TWszystko& o) {
-         o.GetRozne().Dodaj(Utworz<TAdres>());
-         static_cast<TWszystko&>(*o.GetRozne().Dodaj(Utworz<TWszystko>())).SetB(1);
-         o.GetRozne().Dodaj(Utworz<TListaAdresow>());
-     },
-     "03 00 00 01 03 00 06 'TAdres' 00 09 'TWszystko' 01 01 01 0D 'TListaAdresow' 00 00"},
-    {"pointer to the root", [](TWszystko& o) { o.SetWskaznik(&o); }, "03 00 00 02 01 00"},
-    {"numbers: root 1, address 2, list 3, its elements 4 and 5",
-     [](TWszystko& o) {
-         o.GetAdres().SetNumer(1);
-         o.GetAdresy().Dopisz();
-         o.SetReferencja(&o.GetAdresy().Dopisz());
-     },
-     "03 00 60 04 01 02 01 00 00 00 02 00 00 00 05 00"},
-    {"pointer lists; they take the numbers 2 and 3",
-     [](TWszystko& o) {
-         o.GetWskazywane().DodajObiekt(&o.GetPowiazane(), MaxInt);
-         o.GetWskazywane().DodajObiekt(&o, MaxInt);
-         o.GetPowiazane().DodajObiekt(&o.GetWskazywane(), MaxInt);
-         o.GetPowiazane().DodajObiekt(&o, 0);
-     },
-     "03 00 00 18 02 00 03 00 01 00 02 00 01 00 02 00"},
-};
-
-TEST_F(FormatBinarny, WzorceBajtow) {
-    for (const TWzor& wzor : wzory) {
-        const TWlasny<TWszystko> obiekt = Utworz<TWszystko>();
-        wzor.ustaw(*obiekt);
-        const std::string bajty = Bajty(wzor.bajty);
-        ASSERT_EQ(Szesnastkowo(Zapisz(*obiekt)), Szesnastkowo(bajty)) << wzor.nazwa;
-        const TWlasny<TWszystko> odczytany = Utworz<TWszystko>();
-        odczytany->SetL(1); // goes with the old content
-        EXPECT_EQ(Wczytaj(*odczytany, bajty + "reszta"), static_cast<std::int64_t>(bajty.size())) << wzor.nazwa;
-        EXPECT_EQ(Szesnastkowo(Zapisz(*odczytany)), Szesnastkowo(bajty)) << wzor.nazwa;
-        EXPECT_EQ(odczytany->Porownaj(*obiekt), 0) << wzor.nazwa;
-        EXPECT_EQ(odczytany->DajWyroznikObiektu(), DajKodTekstuAnsi(bajty)) << wzor.nazwa;
-        strumienie::TOporny poBajcie(bajty + "reszta");
-        odczytany->WczytajZeStrumienia(poBajcie);
-        EXPECT_EQ(poBajcie.pozycja, bajty.size()) << wzor.nazwa;
-        EXPECT_EQ(Szesnastkowo(Zapisz(*odczytany)), Szesnastkowo(bajty)) << wzor.nazwa;
-    }
-}
-
-TEST_F(FormatBinarny, BajtLogicznyZostajeJakByl) {
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    Wczytaj(*o, Bajty("01 80 7B"));
-    EXPECT_TRUE(o->GetTak());
-    EXPECT_EQ(Szesnastkowo(Zapisz(*o)), "01 80 7B");
-    EXPECT_EQ(Szesnastkowo(Zapisz(*o->KlonujObiekt(false))), "01 80 7B");
-}
-
-TEST_F(FormatBinarny, DatyICzasy) {
-    const TWlasny<TTerminy> o = Utworz<TTerminy>();
-    // Each field holds 45292.75; a date keeps the days of what it reads, a time the fraction.
-    const std::string liczba = "00 00 00 00 98 1D E6 40";
-    EXPECT_EQ(Wczytaj(*o, Bajty("01 07" + liczba + liczba + liczba)), 26);
-    EXPECT_EQ(o->GetChwila(), 45292.75);
-    EXPECT_EQ(o->GetDzien(), 45292.0);
-    EXPECT_EQ(o->GetGodzina(), 0.75);
-    EXPECT_EQ(Szesnastkowo(Zapisz(*o)), "01 07 " + liczba + " 00 00 00 00 80 1D E6 40 00 00 00 00 00 00 E8 3F");
-}
-
 // A list is an object of its own: it can be the root.
 TEST_F(FormatBinarny, KorzeniemMozeBycLista) {
     TListaWszystkich lista;
@@ -271,24 +173,6 @@ TEST_F(FormatBinarny, PusteElementyZachowujaMiejsce) {
 }
 
 // --- options
-
-TEST_F(FormatBinarny, TekstyWWindows1250) {
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    o->SetNazwa(u"żółw 漢");
-    o->SetBajty("\xBF");
-    o->SetSzeroki(u"ż");
-    o->SetOpis(u"ź");
-    TZapisywaczDanych zapisywacz;
-    zapisywacz.OpcjeZapisu = ozWin1250;
-    const std::string bajty = Zapisz(*o, &zapisywacz);
-    EXPECT_EQ(Szesnastkowo(bajty), "02 00 1D 06 BF F3 B3 77 20 3F 01 BF 02 C5 BC 01 9F");
-    TZTReadOnlyRawByteStream strumien(bajty);
-    o->WczytajZeStrumienia(strumien, true);
-    EXPECT_EQ(o->GetNazwa(), u"żółw ?");
-    EXPECT_EQ(o->GetBajty(), "\xBF");
-    EXPECT_EQ(o->GetSzeroki(), u"ż");
-    EXPECT_EQ(o->GetOpis(), u"ź");
-}
 
 TEST_F(FormatBinarny, KtorePolaSaZapisywane) {
     const TWlasny<TWybrane> o = Utworz<TWybrane>();
@@ -383,55 +267,78 @@ TEST_F(FormatBinarny, NumeryObiektowZapisywacza) {
 
 // --- what a reader refuses
 
-TEST_F(FormatBinarny, BledyOdczytu) {
-    const struct {
-        const char* bajty;
-        const char16_t* komunikat;
-    } tabela[] = {
-        {"02 00 40 FF FF FF FF", u"licznik 2147483647 większy niż pozostałe dane"},
-        {"02 00 01 FF FF FF FF 'abc'", u"licznik 1073741823 większy niż pozostałe dane"},
-        {"02 00 04 05 'abc'", u"licznik 5 większy niż pozostałe dane"},
-        {"03 00 00 08 02 00 01 00 01", u"licznik 2 większy niż pozostałe dane"},
-        {"04 01 00 00", u"błąd odczytu ze strumienia TZTReadOnlyRawByteStream: odczytano 3 z 4 bajtów"},
-        {"", u"błąd odczytu ze strumienia TZTReadOnlyRawByteStream: odczytano 0 z 1 bajtów"},
-        // Numbers that the class does not have take no bytes: 9, and 26 to 31.
-        {"04 01 02 00 FC 05", u"(no error)"},
-        {"90 01 01" /* 4097 bytes of bitmap, cut */,
-         u"błąd odczytu ze strumienia TZTReadOnlyRawByteStream: odczytano 1 z 4097 bajtów"},
-        // An unknown class is passed over without its record: what follows is read from there.
-        {"03 00 00 01 02 00 02 'TX' 06 'TAdres' 00", u"(no error)"},
-    };
-    for (const auto& w : tabela) {
-        const TWlasny<TWszystko> o = Utworz<TWszystko>();
-        EXPECT_EQ(Utf8ZUtf16(Blad([&] { Wczytaj(*o, Bajty(w.bajty)); })), Utf8ZUtf16(w.komunikat)) << w.bajty;
-    }
+TEST_F(FormatBinarny, NieznanaKlasaINajwiekszaMapa) {
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
+    TOpcjeOdczytu opcje;
+    opcje.bladNieznanejKlasy = true;
     const std::string nieznana = Bajty("03 00 00 01 01 00 02 'TX' 00");
     TZTReadOnlyRawByteStream strumien(nieznana);
-    TOdczytywaczDanych odczytywacz;
-    odczytywacz.BladNieznanejKlasy = true;
-    EXPECT_EQ(Utf8ZUtf16(Blad([&] { o->WczytajZeStrumienia(strumien, &odczytywacz); })),
-              "TKolekcjaObiektow: nieznana klasa TX");
+    EXPECT_EQ(Blad([&] { o->WczytajZeStrumienia(strumien, opcje); }), u"TKolekcjaObiektow: nieznana klasa TX");
     const std::string najwieksza = Bajty("90 00") + std::string(4095, '\0') + Bajty("80 05");
     EXPECT_EQ(Wczytaj(*o, najwieksza), 4098); // field 32767, which the class has not
 }
 
-TEST_F(FormatBinarny, LimityOdczytuMoznaPodniesc) {
-    const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    o->SetNazwa(std::u16string(100, u'x'));
-    const std::string bajty = Zapisz(*o);
-    const auto czytaj = [&](const TLimityOdczytu& limity) {
-        TZTReadOnlyRawByteStream strumien(bajty);
-        TOdczytywaczDanych odczytywacz(false, limity);
-        return Utf8ZUtf16(Blad([&] { o->WczytajZeStrumienia(strumien, &odczytywacz); }));
+// What the limits count: from exactly that on, the tree is read, in both forms; one less and the error tells the limit.
+TEST_F(FormatBinarny, LimityLiczaCoCzytaja) {
+    constexpr std::int64_t kWskaznik = sizeof(void*);
+    constexpr std::int64_t kWszystko = 26 * (kWskaznik + 1); // the field array of TWszystko
+    constexpr std::int64_t kAdres = 3 * (kWskaznik + 1);
+    const struct {
+        const char* tresc;
+        std::int64_t pamiec;
+        std::int64_t wTekscie; // what the text form counts besides
+        std::int64_t tekst;
+        int poziomow;
+    } tabela[] = {
+        {"B=1", kWszystko + 48, 0, 0, 1},
+        {"B=1 S=1", kWszystko + 2 * 48, 0, 0, 1},
+        {"Nazwa=\"abcdefghij\"", kWszystko + 48 + 20, 0, 10, 1},
+        {"object Adres Numer=1 end", kWszystko + kAdres + 2 * 48, 0, 0, 2},
+        {"object Adresy object Numer=1 end object Numer=2 end end", kWszystko + 2 * kAdres + 3 * 48 + 2 * 96, 0, 0, 3},
+        {"object Adresy object end object end end", kWszystko + 48 + 2 * 96, 2 * kAdres, 0, 3},
+        {"object Rozne object TAdres end end", kWszystko + 48 + 96, kAdres, 0, 3},
+        {"object Powiazane (1,1,1) end", kWszystko + 48 + 3 * (kWskaznik + 4), -(kWskaznik + 4), 0, 2},
     };
-    TLimityOdczytu limity;
-    limity.bajtyTekstu = 99;
-    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: rozmiar tekstu w bajtach (99)");
-    limity.bajtyTekstu = 100;
-    EXPECT_EQ(czytaj(limity), "(no error)");
-    limity.pamiec = 150;
-    EXPECT_EQ(czytaj(limity), "przekroczono limit odczytu: pamięć w bajtach (150)");
+    for (const auto& w : tabela) {
+        const TWlasny<TWszystko> wzor = Utworz<TWszystko>();
+        const std::string tekst = std::string("object TWszystko ") + w.tresc + " end";
+        strumienie::ZTekstu(*wzor, tekst);
+        const std::string bajty = Zapisz(*wzor);
+        const auto czytaj = [&](bool tekstem, const TLimityOdczytu& limity) {
+            const TWlasny<TWszystko> o = Utworz<TWszystko>();
+            TOpcjeOdczytu opcje;
+            opcje.limity = limity;
+            return Blad([&] {
+                TZTReadOnlyRawByteStream strumien(tekstem ? tekst : bajty);
+                tekstem ? o->WczytajTekstowo(strumien, opcje) : o->WczytajZeStrumienia(strumien, opcje);
+                EXPECT_EQ(Zapisz(*o), bajty);
+            });
+        };
+        for (const bool tekstem : {false, true}) {
+            SCOPED_TRACE(testing::Message() << w.tresc << tekstem);
+            TLimityOdczytu limity;
+            limity.pamiec = w.pamiec + (tekstem ? w.wTekscie : 0);
+            EXPECT_EQ(czytaj(tekstem, limity), u"(no error)");
+            --limity.pamiec;
+            EXPECT_EQ(czytaj(tekstem, limity), u"przekroczono limit odczytu: pamięć w bajtach (" +
+                                                   PolskiWide(std::to_string(limity.pamiec)) + u")");
+            limity = {};
+            limity.zaglebienie = w.poziomow;
+            EXPECT_EQ(czytaj(tekstem, limity), u"(no error)");
+            --limity.zaglebienie;
+            EXPECT_NE(
+                czytaj(tekstem, limity)
+                    .find(u"zagnieżdżenie obiektów głębsze niż " + PolskiWide(std::to_string(limity.zaglebienie))),
+                std::u16string::npos);
+            if (w.tekst == 0)
+                continue;
+            limity = {};
+            limity.bajtyTekstu = w.tekst;
+            EXPECT_EQ(czytaj(tekstem, limity), u"(no error)");
+            --limity.bajtyTekstu;
+            EXPECT_NE(czytaj(tekstem, limity), u"(no error)");
+        }
+    }
 }
 
 // --- whole trees
@@ -475,33 +382,19 @@ TEST_F(FormatBinarny, LosoweDrzewaTamIZPowrotem) {
     RecordProperty("bytes", std::to_string(bajtow));
 }
 
-// The tree of tests/dane/drzewo.bin.
-void Wzorcowe(TWszystko& o) {
-    for (const TWzor& wzor : wzory)
-        if (std::string_view(wzor.nazwa) != "pointer to the root")
-            wzor.ustaw(o);
-    o.GetPodrzedne().Dopisz().SetNazwa(u"Zażółć gęślą jaźń \xD83D z połową pary");
-    o.GetPodrzedne().Dopisz().SetSzeroki(std::u16string(0x80, u'ą'));
-    o.GetPodrzedne()[1]->SetWskaznik(o.GetPodrzedne()[0]);
-    o.SetWskaznik(o.GetPodrzedne()[1]);
-}
-
+// The tree of tests/dane/drzewo.bin reads the same on every system, and is written to the same bytes; drzewo.txt shows
+// what it holds.
 TEST_F(FormatBinarny, PlikWzorcowyNaKazdymSystemieTenSam) {
-    const TWlasny<TWszystko> wzorcowe = Utworz<TWszystko>();
-    Wzorcowe(*wzorcowe);
-    const std::string bajty = Zapisz(*wzorcowe);
-    const std::string sciezka = std::string(ZTOK_DANE_TESTOW) + "/drzewo.bin";
-    if (const char* nowy = std::getenv("ZTOK_NOWY_WZORZEC"); nowy != nullptr)
-        std::ofstream(nowy, std::ios::binary) << bajty;
-    TStrumienPlikowy plik(Utf16ZUtf8(sciezka), ETrybPliku::Odczyt);
-    std::string zPliku(static_cast<std::size_t>(plik.GetSize()), '\0');
-    plik.ReadBuffer(zPliku.data(), zPliku.size());
-    EXPECT_EQ(Szesnastkowo(zPliku), Szesnastkowo(bajty));
+    TStrumienPlikowy plik(Utf16ZUtf8(std::string(ZTOK_DANE_TESTOW) + "/drzewo.bin"), ETrybPliku::Odczyt);
     const TWlasny<TWszystko> odczytane = Utworz<TWszystko>();
-    plik.Seek(0, ESeek::Poczatek);
     odczytane->WczytajZeStrumienia(plik);
     EXPECT_EQ(plik.Pozostalo(), 0);
-    SprawdzRowne(*wzorcowe, *odczytane);
+    std::string zPliku(static_cast<std::size_t>(plik.GetSize()), '\0');
+    plik.Seek(0, ESeek::Poczatek);
+    plik.ReadBuffer(zPliku.data(), zPliku.size());
+    EXPECT_EQ(Szesnastkowo(Zapisz(*odczytane)), Szesnastkowo(zPliku));
+    std::ifstream wzor(std::string(ZTOK_DANE_TESTOW) + "/drzewo.txt", std::ios::binary);
+    EXPECT_EQ(strumienie::Tekst(*odczytane) + "\r\n", std::string(std::istreambuf_iterator<char>(wzor), {}));
     EXPECT_EQ(odczytane->GetWskaznik()->GetWskaznik(), odczytane->GetPodrzedne()[0]);
 }
 

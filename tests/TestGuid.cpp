@@ -1,16 +1,6 @@
-#include "ztok/platform/Guid.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-#include <vector>
-
-#include "tests/TabeleTestow.h"
-#include "ztok/platform/Interfejsy.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/platform/TObiektLiczony.h"
-#include "ztok/platform/Wyjatki.h"
+#include "tests/Testy.h"
+#include "ztok/platform/Pula.h"
+#include "ztok/platform/TKomponent.h"
 
 namespace ztok {
 namespace {
@@ -20,8 +10,7 @@ TEST(Guid, TablicaOczekiwanych) {
     std::vector<std::pair<std::u16string, TGUID>> wgTekstu;
     for (const testy::TWierszTabeli& w : testy::WczytajTabele("guid.tsv")) {
         TBajtyGuid bajty{};
-        for (std::size_t i = 0; i < bajty.size(); ++i)
-            bajty[i] = static_cast<std::uint8_t>(std::stoul(w[1].substr(2 * i, 2), nullptr, 16));
+        std::memcpy(bajty.data(), strumienie::Bajty(w[1]).data(), bajty.size());
         const TGUID guid = GuidZBajtow(bajty);
         const std::u16string tekst = Utf16ZUtf8(w[2]);
         EXPECT_EQ(GUIDToString(guid), tekst);
@@ -94,6 +83,20 @@ class TTrzy : public TImplementacja<TDwa, IDodatek> {
     std::size_t Liczba() override { return 3; }
 };
 
+// Its end does what the test asks.
+class TPadajacy : public TKomponent {
+    ZTOK_KLASA_DEKL(TPadajacy)
+    using TKomponent::TKomponent;
+    std::function<void()> koniec;
+
+  protected:
+    void WykonajDestrukcje() override {
+        TKomponent::WykonajDestrukcje();
+        koniec();
+    }
+};
+
+ZTOK_KLASA_DEF(TPadajacy, TKomponent)
 ZTOK_KLASA_DEF(TDwa, TObiektLiczony)
 ZTOK_KLASA_DEF(TTrzy, TDwa)
 
@@ -130,6 +133,36 @@ TEST(Interfejsy, LiczenieIWyszukiwanie) {
     }
     EXPECT_EQ(zywych, 0);
     EXPECT_EQ(kroki, 1);
+}
+
+// An error at the end of an object is the caller's, or a notice, and the object is gone in either case.
+TEST(Interfejsy, BladKoncaNieZostawiaObiektu) {
+    const std::int64_t zajete = PulaZajete();
+    const testy::TPowiadomienia powiadomienia;
+    const auto nowy = [](TKomponent* wlasciciel, std::u16string blad) {
+        auto* obiekt = UtworzSurowy<TPadajacy>(wlasciciel);
+        obiekt->koniec = [blad] {
+            if (blad.empty())
+                throw 7;
+            throw EBladAsercji(blad);
+        };
+        return obiekt;
+    };
+    EXPECT_EQ(testy::Blad<EBladAsercji>([&] { Zwolnij(nowy(nullptr, u"sam")); }), u"sam");
+    EXPECT_THROW(Zwolnij(nowy(nullptr, u"")), int);
+    ZwolnijCicho(nowy(nullptr, u"cicho"));
+    ZwolnijCicho(nowy(nullptr, u""));
+    ZwolnijCicho(nullptr);
+    EXPECT_EQ(testy::TPowiadomienia::Tresci(), (std::vector<std::u16string>{u"cicho", u"?"}));
+    {
+        TKomponent naStosie; // its parts go with it, the last one first
+        nowy(nowy(&naStosie, u"pierwszy"), u"wnuk");
+        nowy(&naStosie, u"drugi");
+        EXPECT_EQ(naStosie.IleSkladnikow(), 2U);
+        EXPECT_EQ(naStosie._AddRef() + naStosie._Release(), -2);
+    }
+    EXPECT_EQ(testy::TPowiadomienia::Tresci(), (std::vector<std::u16string>{u"cicho", u"?", u"drugi", u"wnuk"}));
+    EXPECT_EQ(PulaZajete(), zajete);
 }
 
 } // namespace

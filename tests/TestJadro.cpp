@@ -432,7 +432,8 @@ TEST(Jadro, OperacjeUprzywilejowane) {
     const auto drzewo = Utworz<TWszystko>();
     TWszystko& element = drzewo->GetPodrzedne().Dopisz();
     TWszystko& wKolekcji = static_cast<TWszystko&>(*drzewo->GetRozne().Dodaj(Utworz<TWszystko>()));
-    for (TWszystko* o : {drzewo.get(), &element, &wKolekcji}) {
+    TWszystko& wTablicy = static_cast<TWszystko&>(*drzewo->GetTablica().DodajObiekt(Utworz<TWszystko>()));
+    for (TWszystko* o : {drzewo.get(), &element, &wKolekcji, &wTablicy}) {
         o->SetReferencja(obcy.get());
         o->SetWskaznik(drzewo.get());
         o->GetPowiazane().DodajObiekt(obcy.get(), MaxInt);
@@ -444,7 +445,7 @@ TEST(Jadro, OperacjeUprzywilejowane) {
     EXPECT_TRUE(wskazujacy->GetPowiazane().ListaPusta());
     EXPECT_FALSE(drzewo->MaJakiesRef());
     EXPECT_FALSE(obcy->MaJakiesRef());
-    for (TWszystko* o : {drzewo.get(), &element, &wKolekcji}) {
+    for (TWszystko* o : {drzewo.get(), &element, &wKolekcji, &wTablicy}) {
         EXPECT_EQ(o->GetReferencja(), nullptr);
         EXPECT_EQ(o->GetWskaznik(), nullptr);
         EXPECT_FALSE(o->PoleNiepuste(TWszystko::nrWskaznik));

@@ -1,10 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <map>
-#include <random>
-#include <string>
-#include <thread>
-#include <vector>
+#include "tests/Testy.h"
+#include "tests/Watki.h"
 
 #include "ztok/platform/TListaNapisow.h"
 #include "ztok/platform/TListaTS.h"
@@ -67,26 +62,21 @@ TEST(ListaNapisow, ZwyklaTrzymaKolejnoscIPowtorzenia) {
 
 TEST(ListaTS, WieleWatkowIBlokadaWielokrotna) {
     TListaTS<int> lista;
-    std::vector<std::thread> watki;
-    for (int w = 0; w < 4; ++w) {
-        watki.emplace_back([&lista, w] {
-            for (int i = 0; i < 500; ++i) {
-                const auto elementy = lista.LockList();
-                const std::size_t bylo = elementy->size();
-                lista.Add(w * 1000 + i); // the same thread again
-                EXPECT_EQ(elementy->size(), bylo + 1);
-            }
-        });
-    }
-    for (std::thread& w : watki)
-        w.join();
+    testy::WWatkach(4, [&lista](int w) {
+        for (int i = 0; i < 500; ++i) {
+            const auto elementy = lista.LockList();
+            const std::size_t bylo = elementy->size();
+            lista.Add(w * 1000 + i); // the same thread again
+            EXPECT_EQ(elementy->size(), bylo + 1);
+        }
+    });
     EXPECT_EQ(lista.Kopia().size(), 2000U);
     EXPECT_TRUE(lista.Remove(3499));
     EXPECT_FALSE(lista.Remove(3499));
 
     TSekcjaKrytyczna sekcja;
     const TBlokada blokada(sekcja);
-    std::thread([&sekcja] { EXPECT_FALSE(sekcja.SprobujWejsc()); }).join();
+    testy::WWatkach(1, [&sekcja](int) { EXPECT_FALSE(sekcja.SprobujWejsc()); });
     EXPECT_TRUE(sekcja.SprobujWejsc());
     sekcja.Wyjdz();
 }

@@ -1,10 +1,8 @@
 // A second module: its classes work by name while it is loaded, and are gone with it.
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include "StrumienieTestowe.h"
 #include "modul/KlasyModulu.h"
 #include "platforma/SystemTestowy.h"
-#include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Pula.h"
 
 using namespace ztok;

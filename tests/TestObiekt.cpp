@@ -56,33 +56,17 @@ class TSladowy : public TObiekt {
         if (bladRef)
             ZTError(u"ref");
     }
-    void UtworzonoPole(int nrPola) override {
-        slady.push_back(u"Utworzono" + IntNaTekst(nrPola) + (PoleNiepuste(nrPola) ? u"+" : u"-"));
-    }
-    void SetBylyZmiany(int nrPola) override {
-        slady.push_back(u"Zmiana" + IntNaTekst(nrPola) + (PoleNiepuste(nrPola) ? u"+" : u"-"));
-    }
-    static std::u16string IntNaTekst(int nr) { return std::u16string(1, static_cast<char16_t>(u'0' + nr)); }
     void (*bladZeruj)() = nullptr;
     bool bladRef = false;
 };
 
-// Counts its locks. Not re-entrant counting: the depth must come back to zero.
+// Counts its locks: the depth must come back to zero.
 class TBlokowany : public TObiekt {
-    ZTOK_OBIEKT(TBlokowany, TObiekt, (0, Liczba, Integer), (1, Nazwa, String), (2, Tak, Boolean),
-                (3, Wskaznik, Wsk<TAdres>), (4, Referencja, Ref<TAdres>), (5, Adres, Obiekt<TAdres>),
-                (6, Szeroki, WideString), (7, Kwota, Double))
-    void ZablokujObiekt() const override {
-        ++zablokowan;
-        slady.push_back(nazwa + u"(");
-    }
-    void OdblokujObiekt() const override {
-        ++odblokowan;
-        slady.push_back(u")" + nazwa);
-    }
+    ZTOK_OBIEKT(TBlokowany, TObiekt)
+    void ZablokujObiekt() const override { ++zablokowan; }
+    void OdblokujObiekt() const override { ++odblokowan; }
     mutable int zablokowan = 0;
     mutable int odblokowan = 0;
-    std::u16string nazwa;
 };
 class TPodBlokada : public TObiektITS {
     ZTOK_OBIEKT(TPodBlokada, TObiektITS, (0, Liczba, Integer))
@@ -224,6 +208,12 @@ TEST_F(Obiekt, RodziceIKlony) {
     EXPECT_EQ(adres.DajSciezkeDoSiebie(), u"Podrzedne[0].Adres");
     EXPECT_EQ(adres.DajSciezkeDoSiebie(&korzen.GetPodrzedne()), u"[0].Adres");
     EXPECT_EQ(adres.DajSciezkeDoSiebie(&adres), u"");
+    korzen.GetTablica().Dodaj(1);
+    EXPECT_EQ(korzen.GetTablica().DodajObiekt(Utworz<TAdres>())->DajSciezkeDoSiebie(), u"Tablica[1]");
+    TAdres* bezNazwy = Utworz<TAdres>().Oddaj();
+    element.UstawPole(40, bezNazwy, true); // a number that the class does not declare
+    EXPECT_EQ(bezNazwy->DajSciezkeDoSiebie(), u"Podrzedne[0].#40");
+    element.UstawPole(40, nullptr, true);
     adres.SetUlica(u"Długa");
     for (const bool zachowaj : {false, true}) {
         const TWlasny<TObiektBazowy> klon = adres.KlonujObiekt(zachowaj);
@@ -238,31 +228,6 @@ TEST_F(Obiekt, RodziceIKlony) {
     }
     EXPECT_EQ(adres.OpisTekstowy(), u"Adres: Ulica=Długa");
     EXPECT_EQ(adres.TObiektBazowy::OpisTekstowy(), u"?"); // of a root object that has no description of its own
-}
-
-TEST_F(Obiekt, MoznaCzytacDaneTypu) {
-    class TDomek : public TAdres {
-        ZTOK_OBIEKT(TDomek, TAdres)
-    };
-    RejestrujKlasy<TDomek, TAdres, TWszystko>();
-    const auto adres = Utworz<TAdres>();
-    const auto domek = Utworz<TDomek>();
-    struct {
-        std::u16string_view nazwa;
-        bool adres;
-        bool domek;
-    } const tabela[] = {
-        {u"TAdres", true, true},      {u"tadres", true, true},      {u"_TAdres", true, true},
-        {u"___tadres", true, true},   {u"_", false, false},         {u"", false, false},
-        {u"Adres", true, false},                               // the class's alias
-        {u"_Adres", false, false},                             // compared before the "_" go
-        {u"TDomek", true, true},      {u"domek", false, true}, // derived: what is stored may be more than the object
-        {u"TWszystko", false, false}, {u"TNieznana", false, false}, {u"TObiekt", true, true},
-    };
-    for (const auto& t : tabela) {
-        EXPECT_EQ(adres->MoznaCzytacDaneTypu(t.nazwa), t.adres) << testing::PrintToString(t.nazwa);
-        EXPECT_EQ(domek->MoznaCzytacDaneTypu(t.nazwa), t.domek) << testing::PrintToString(t.nazwa);
-    }
 }
 
 // Each kind: how to write a value, whether the reader gives it, whether the reader gives the empty value.
@@ -348,135 +313,6 @@ TEST_F(Obiekt, DostepDoPolaInnejKlasyZglaszaBlad) {
         EXPECT_TRUE(d.jest(*o, d.nr) || d.nr == 8 || d.nr == 12) << d.nr; // nothing was overwritten
 }
 
-TEST_F(Obiekt, OsobniPisarzeIHaki) {
-    TWszystko o;
-    o.SetNazwa(u""); // creates nothing
-    EXPECT_EQ(o.OstUzywanePole(), -1);
-    o.SetNazwa(u"x");
-    o.SetNazwa(u"");
-    EXPECT_TRUE(o.JestPole(TWszystko::nrNazwa));
-    EXPECT_FALSE(o.PoleNiepuste(TWszystko::nrNazwa));
-    o.SetSzeroki(u""); // the other text kinds keep an empty text as a value
-    o.SetTak(false);
-    EXPECT_TRUE(o.PoleNiepuste(TWszystko::nrSzeroki) && o.PoleNiepuste(TWszystko::nrTak));
-    for (const int bajt : {2, 77, 255})
-        EXPECT_EQ(Blad<ZTException>([&] { o.SetPoleBoolean(7, static_cast<std::uint8_t>(bajt)); }),
-                  u"błędna wartość boolean = " + PolskiWide(std::to_string(bajt)));
-    EXPECT_FALSE(o.GetTak());
-
-    TSladowy s;
-    s.SetNazwa(u"a");
-    s.SetNazwa(u"b");
-    s.SetNazwa(u"");
-    s.SetVariantowo(0, TWariant(5));
-    static_cast<void>(s.GetAdres());
-    Utworz<TSladowy>()->KopiujDane(s);
-    const std::vector<std::u16string> oczekiwane = {u"Utworzono0-", u"Zmiana0+",    u"Zmiana0+",    u"Zmiana0-",
-                                                    u"Zmiana0+",    u"Utworzono2-", u"TworzSekcje", u"Utworzono0-",
-                                                    u"Utworzono2-", u"ZerujDane",   u"UsunSekcje"};
-    EXPECT_EQ(slady, oczekiwane);
-}
-
-// Fields of plain values share a block with their owner's field array; they leave it and come back, the array grows,
-// and the owners die in any order: every field keeps its value and its address.
-TEST_F(Obiekt, PolaOdchodzaIWracaja) {
-    static constexpr int kNry[] = {0, 3, 5, 6, 7, 8, 11, 12, 26, 60}; // the last two are not declared
-    struct TPoleModelu {
-        int nr; // where it was made
-        TPole* pole;
-        std::u16string wartosc;
-    };
-    for (unsigned ziarno = 1; ziarno <= 40; ++ziarno) {
-        std::mt19937 los(ziarno);
-        const auto wybierz = [&los](std::size_t ile) { return std::size_t{los()} % ile; };
-        std::vector<TWlasny<TWszystko>> obiekty(3);
-        std::vector<std::map<int, TPoleModelu>> modele(3);
-        std::vector<TPoleModelu> luzne;
-        for (int krok = 0; krok < 300; ++krok) {
-            const std::size_t k = wybierz(3);
-            auto& model = modele[k];
-            const int nr = kNry[wybierz(std::size(kNry))];
-            if (!obiekty[k])
-                obiekty[k] = Utworz<TWszystko>();
-            TWszystko& o = *obiekty[k];
-            switch (wybierz(12)) {
-            case 0:
-                o.ZerujDane();
-                model.clear();
-                break;
-            case 1:
-                obiekty[k].Ustaw();
-                model.clear();
-                break;
-            case 2: // written and read again: a new block, made to measure
-                if (los() % 2 == 0) {
-                    o.UstawPole(26, nullptr, true);
-                    o.UstawPole(60, nullptr, true);
-                    model.erase(26);
-                    model.erase(60);
-                    TZTMemoryStream bajty;
-                    o.ZapiszWStrumieniu(bajty);
-                    bajty.Seek(0, ESeek::Poczatek);
-                    o.WczytajZeStrumienia(bajty);
-                    for (auto& [numer, m] : model)
-                        m.pole = o.Pole(numer);
-                } else {
-                    o.Inicjuj({3}, {7});
-                    model = {{3, {3, o.Pole(3), u"7"}}};
-                }
-                break;
-            case 3:
-            case 4:
-            case 5: // out of the object
-                if (model.contains(nr)) {
-                    o.UstawPole(nr, nullptr, false);
-                    luzne.push_back(model[nr]);
-                    model.erase(nr);
-                }
-                break;
-            case 6: // into an object, instead of what is there
-                if (!luzne.empty()) {
-                    const auto ktore = luzne.begin() + static_cast<std::ptrdiff_t>(wybierz(luzne.size()));
-                    const int gdzie = nr > 20 ? nr : ktore->nr;
-                    o.UstawPole(gdzie, ktore->pole, true);
-                    model[gdzie] = *ktore;
-                    luzne.erase(ktore);
-                }
-                break;
-            case 7:
-                if (!luzne.empty()) {
-                    Zwolnij(luzne.back().pole);
-                    luzne.pop_back();
-                }
-                break;
-            default: {
-                TPole* pole = nr > 20 ? o.Pole(nr) : o.DajPole(nr);
-                if (pole == nullptr)
-                    o.UstawPole(nr, pole = Utworz<TPoleString>().Oddaj(), true);
-                const bool tekst = pole->Klasa()->Ma(ckPoleTekstowe);
-                const std::u16string wartosc = pole->Klasa()->kodPola == kpBoolean ? std::u16string(1, u'1')
-                                               : tekst ? std::u16string(1 + wybierz(30), u'x')
-                                                       : std::u16string(1, static_cast<char16_t>(u'1' + wybierz(9)));
-                pole->SetJakoString(wartosc);
-                o.SetMaWartosc(nr, true);
-                model[nr] = {nr, pole, pole->GetJakoString()};
-            }
-            }
-            for (std::size_t i = 0; i < 3; ++i)
-                for (const auto& [numer, m] : modele[i]) {
-                    ASSERT_EQ(obiekty[i]->Pole(numer), m.pole) << ziarno << ' ' << krok;
-                    ASSERT_EQ(m.pole->GetJakoString(), m.wartosc) << ziarno << ' ' << krok << ' ' << numer;
-                }
-            for (const TPoleModelu& m : luzne)
-                ASSERT_EQ(m.pole->GetJakoString(), m.wartosc) << ziarno << ' ' << krok;
-        }
-        if (ziarno % 2 == 0)
-            obiekty.clear();
-        for (const TPoleModelu& m : luzne)
-            Zwolnij(m.pole);
-    }
-}
-
 // Writes to its parent while the parent is being read.
 class TNiecierpliwy : public TObiekt {
     ZTOK_OBIEKT(TNiecierpliwy, TObiekt, (0, N, Integer))
@@ -529,146 +365,6 @@ TEST_F(Obiekt, UstawPoleIFlagi) {
     EXPECT_FALSE(o.JestPole(-1, TPoleByte::KlasaStatyczna(), true));
     EXPECT_FALSE(o.JestPole(9, nullptr, true));
     EXPECT_TRUE(o.JestPole(9, TPoleByte::KlasaStatyczna(), true)); // a class given makes an undeclared field
-}
-
-TEST_F(Obiekt, WpiszDaneKazdegoZnacznika) {
-    const auto adres = Utworz<TAdres>();
-    adres->SetUlica(u"Wzór");
-    const auto strumien = Utworz<TZTMemoryStream>();
-    const auto o = Utworz<TWszystko>();
-    const std::u16string ogonek = u"ą";
-    struct {
-        TArgument pole;
-        TArgument wartosc;
-        std::u16string_view oczekiwane; // text of field 8 (or of the field named), or the error after "!"
-    } const tabela[] = {
-        {8, 12, u"12"},
-        {8, true, u"True"},
-        {8, '\xB9', ogonek},
-        {8, 2.5, u"2,5"},
-        {8, TArgument::ShortString("\xB9z"), u"ąz"},
-        {8, TArgument::PChar("\xEA"), u"ę"},
-        {8, u'ż', u"ż"},
-        {8, TArgument::PWideChar(u"żółw"), u"ż"}, // its first character only
-        {8, TArgument::PWideChar(u""), u""},
-        {8, std::string("\xB3"), u"ł"},
-        {8, TArgument(TWariant(7)), u"7"},
-        {8, TArgument::WideString(u"szeroki"), u"szeroki"},
-        {8, 5000000000LL, u"5000000000"},
-        {8, u"zwykły", u"zwykły"},
-        {8, nullptr, u""},
-        {u"nazwa", u"po nazwie", u"po nazwie"},
-        {std::string("NAZWA"), u"po bajtach", u"po bajtach"},
-        {TArgument::ShortString("Nazwa"), u"krótko", u"krótko"},
-        {65544, u"niskie 16 bitów", u"niskie 16 bitów"},
-        {8, TArgument::Pointer(&ogonek), u"!Błąd inicjalizacji w TWszystko:\rźródło danych jest typu Pointer"},
-        {8, TArgument(strumien.get()),
-         u"!Błąd inicjalizacji w TWszystko:\rpróba wpisania wartości typu TZTMemoryStream do pola Nazwa"},
-        {u"Adres.Ulica", TArgument::Pointer(&ogonek),
-         u"!Błąd inicjalizacji w TAdres:\rźródło danych jest typu Pointer"},
-        {u"Adres.Ulica", TArgument(strumien.get()),
-         u"!Błąd inicjalizacji w TWszystko:\rpróba wpisania wartości typu TZTMemoryStream do pola Ulica"},
-        {8, TAdres::KlasaStatyczna(), u"!WD: Błędny typ wartości 8"},
-        {8, TWaluta{10000}, u"!WD: Błędny typ wartości 12"},
-        {8, static_cast<IInterfejs*>(nullptr), u"!WD: Błędny typ wartości 14"},
-        {1.5, u"x", u"!WD: Błędny typ indeksu"},
-        {8LL, u"x", u"!WD: Błędny typ indeksu"},
-        {u'N', u"x", u"!WD: Błędny typ indeksu"},
-        {TArgument::WideString(u"Nazwa"), u"x", u"!WD: Błędny typ indeksu"},
-        {u"Nazwy", u"x", u"!WD: Błędne podpole = \"Nazwy\""},
-        {u"Adres.Nic", u"x", u"!WD: Błędne podpole = \"Adres.Nic\""},
-        {u"Wskaznik.Nazwa", u"x", u"!WD: Błędne podpole = \"Wskaznik.Nazwa\""},
-    };
-    for (const auto& t : tabela) {
-        o->SetI(0);
-        o->SetNazwa(u"przed");
-        const std::u16string blad = Blad<ZTException>([&] { o->WpiszDane({3, t.pole}, {77, t.wartosc}); });
-        EXPECT_EQ(blad == u"(no error)" ? o->GetNazwa() : u"!" + blad, t.oczekiwane);
-        EXPECT_EQ(o->GetI(), 77); // the pair before is written whatever happens to this one
-    }
-    EXPECT_FALSE(o->PoleNiepuste(17));
-    o->WpiszDane({17, 18, 13, u"Adres.Numer", 3}, {o.get(), adres.get(), adres.get(), 9, nullptr});
-    EXPECT_EQ(o->GetWskaznik(), o.get());
-    EXPECT_EQ(o->GetReferencja(), adres.get());
-    EXPECT_EQ(o->GetAdres().GetUlica(), u"Wzór"); // copied
-    EXPECT_EQ(o->GetAdres().GetNumer(), 9);
-    EXPECT_FALSE(adres->PoleNiepuste(1));
-    EXPECT_FALSE(o->PoleNiepuste(3));
-    EXPECT_TRUE(Zglasza<ZTException>([&] { o->WpiszDane({1, 2}, {1}); }));
-    EXPECT_TRUE(Zglasza<EBladWariantu>([&] { o->WpiszDane({3}, {u"nie liczba"}); }));
-
-    // Initialisation frees the field objects first; the length of the array stays.
-    const auto p = Utworz<TWszystko>();
-    p->SetB(5);
-    p->SetI(6);
-    p->SetReferencja(adres.get());
-    p->Inicjuj({3}, {7});
-    EXPECT_EQ(p->GetI(), 7);
-    EXPECT_EQ(p->Pole(0), nullptr);
-    EXPECT_FALSE(p->PoleNiepuste(0));
-    EXPECT_EQ(p->OstUzywanePole(), 18);
-    o->SetReferencja(nullptr);
-    EXPECT_FALSE(adres->MaJakiesRef());
-}
-
-TEST_F(Obiekt, KazdaOperacjaBlokujeIOddaje) {
-    const auto adres = Utworz<TAdres>();
-    TBlokowany o;
-    TBlokowany p;
-    p.nazwa = u"p";
-    p.SetLiczba(3);
-    celTestu = adres.get();
-    const struct {
-        void (*operacja)(TBlokowany&, TBlokowany&);
-        bool blad = false;
-    } operacje[] = {
-        {[](auto& a, auto&) { a.SetLiczba(1); }},
-        {[](auto& a, auto&) { static_cast<void>(a.GetPoleInteger(0)); }},
-        {[](auto& a, auto&) { a.SetNazwa(u"x"); }},
-        {[](auto& a, auto&) { static_cast<void>(a.GetPoleInteger(1)); }, true},
-        {[](auto& a, auto&) { a.SetPoleInteger(1, 5); }, true},
-        {[](auto& a, auto&) { a.SetNazwa(u""); }},
-        {[](auto& a, auto&) { a.SetReferencja(celTestu); }},
-        {[](auto& a, auto&) { a.SetWskaznik(celTestu); }},
-        {[](auto& a, auto&) { static_cast<void>(a.GetPoleRefObiektu(4)); }},
-        {[](auto& a, auto&) { static_cast<void>(a.GetMaWartosc(-1)); }},
-        {[](auto& a, auto&) { a.SetMaWartosc(1, false); }},
-        {[](auto& a, auto&) { static_cast<void>(a.SaJakiesDane(0)); }},
-        {[](auto& a, auto&) {
-             a.WpiszDane({0, 99}, {5, u"x"});
-         },
-         true},
-        {[](auto& a, auto&) { a.Inicjuj({0}, {u"x"}); }, true},
-        {[](auto& a, auto&) { static_cast<void>(a.PoleNrMaCeche(0, 1, rlRozmLiterWazny)); }},
-        {[](auto& a, auto&) { static_cast<void>(a.DajTrescWgSciezki(u"Liczba")); }},
-        {[](auto& a, auto& b) { static_cast<void>(a.Porownaj(b)); }},
-        {[](auto& a, auto& b) { a.KopiujDane(b); }},
-        {[](auto& a, auto&) { static_cast<void>(a.DajWyroznikObiektu()); }},
-        {[](auto& a, auto&) { a.ZerujDane(); }},
-    };
-    for (const auto& op : operacje) {
-        SCOPED_TRACE(&op - operacje);
-        o.zablokowan = o.odblokowan = 0;
-        EXPECT_EQ(Blad([&] { op.operacja(o, p); }) != u"(no error)", op.blad);
-        EXPECT_GT(o.zablokowan, 0);
-        EXPECT_EQ(o.zablokowan, o.odblokowan);
-        EXPECT_EQ(p.zablokowan, p.odblokowan);
-    }
-    o.zablokowan = 0;
-    EXPECT_TRUE(Zglasza<ZTException>([&] { o.SetPoleBoolean(2, std::uint8_t{2}); }));
-    EXPECT_EQ(o.zablokowan, 0); // refused before anything is locked
-    // A copy locks the target, then the source, and lets go in the reverse order; ancestors' data need no lock.
-    o.nazwa = u"o";
-    slady.clear();
-    o.KopiujDane(p);
-    std::u16string przebieg;
-    for (const std::u16string& slad : slady)
-        przebieg += slad;
-    EXPECT_EQ(przebieg.substr(0, 4), u"o(p(");
-    EXPECT_EQ(przebieg.substr(przebieg.size() - 4), u")p)o");
-    slady.clear();
-    o.KopiujDanePrzodkow(p);
-    EXPECT_TRUE(slady.empty());
 }
 
 TEST_F(Obiekt, BlokadaRodzica) {

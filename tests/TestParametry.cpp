@@ -1,10 +1,8 @@
 // Parameter objects, and edit functions that get them.
-#include "ztok/fields/TZTParam.h"
+#include "tests/Testy.h"
 
-#include <gtest/gtest.h>
-
-#include "Bledy.h"
 #include "Probki.h"
+#include "ztok/repository/Kontroler.h"
 
 using namespace ztok;
 using namespace probki;
@@ -81,32 +79,49 @@ class Parametry : public testing::Test {
 TEST_F(Parametry, WartosciPoNumerzeINazwie) {
     const auto adres = Utworz<TAdres>();
     const TIntf<TZTParam> p = ZTParam({u"Tytul", std::string("ile"), u"Adres"}, {u"Nowy", 3, adres.get()});
-    EXPECT_EQ(p->Ile(), 3);
     EXPECT_EQ(p->Wartosc(u"TYTUL").Tekst(), u"Nowy");
-    EXPECT_EQ(p->NrWartosci(u"Ile"), 1);
-    EXPECT_EQ(p->NazwaWartosci(1), u"ile");
     EXPECT_EQ(p->Wartosc(2).Obiekt(), adres.get()); // the caller's object itself, not a copy
     p->Dodaj(true);
-    EXPECT_EQ(p->NazwaWartosci(3), u"");
-    EXPECT_EQ(p->NrWartosci(u""), -1);
     p->Ustaw(u"ILE", 4);
     p->Ustaw(3, false);
     p->Ustaw(u"Nowa", 5);
-    EXPECT_EQ(p->Wartosc(1).Calkowita() + p->Wartosc(4).Calkowita(), 9);
+    EXPECT_EQ(p->OpisTekstowy(), u"5 elem.");
+    EXPECT_EQ(p->Wartosc(1).Calkowita(), 4);
+    EXPECT_EQ(p->Wartosc(4).Calkowita(), 5);
     EXPECT_FALSE(p->Wartosc(3).Logiczna());
-    EXPECT_EQ(Blad<ZTException>([&] { static_cast<void>(p->Wartosc(5)); }), u"TZTParam: indeks 5 poza zakresem");
-    EXPECT_EQ(Blad<ZTException>([&] { static_cast<void>(p->Wartosc(u"Brak")); }),
-              u"TZTParam: Błędne podpole = \"Brak\"");
-    EXPECT_NE(Blad<ZTException>([&] { static_cast<void>(ZTParam({u"A", u"B"}, {1})); }), u"(no error)");
-    EXPECT_NE(Blad<ZTException>([&] { static_cast<void>(ZTParam({1}, {1})); }), u"(no error)");
-    EXPECT_NE(Blad<ZTException>([&] { static_cast<void>(p->KlonujObiekt(false)); }), u"(no error)");
+    std::u16string nazwy;
+    for (std::int32_t nr = -1; nr <= 5; ++nr) {
+        nazwy += std::u16string(p->NazwaWartosci(nr)) + u';';
+        EXPECT_EQ(p->NrWartosci(p->NazwaWartosci(nr)), nr == 3 || nr == 5 ? -1 : nr);
+        if (nr < 0 || nr == 5) {
+            const std::u16string blad = u"TZTParam: indeks " + ZTOKVarRecToStr(nr) + u" poza zakresem";
+            EXPECT_EQ(Blad<ZTException>([&] { static_cast<void>(p->Wartosc(nr)); }), blad);
+            EXPECT_EQ(Blad<ZTException>([&] { p->Ustaw(nr, 1); }), blad);
+        }
+    }
+    EXPECT_EQ(nazwy, u";Tytul;ile;Adres;;Nowa;;");
+    const std::pair<std::u16string, std::function<void()>> bledy[] = {
+        {u"TZTParam: Błędne podpole = \"Brak\"", [&] { static_cast<void>(p->Wartosc(u"Brak")); }},
+        {u"ZTParam: niedozwolona liczba elementów 1",
+         [] {
+             static_cast<void>(ZTParam({u"A", u"B"}, {1}));
+         }},
+        {u"ZTParam: Błędny typ indeksu", [] { static_cast<void>(ZTParam({1}, {1})); }},
+        {u"nie można utworzyć obiektu klasy TZTParam", [&] { static_cast<void>(p->KlonujObiekt(false)); }}};
+    for (const auto& [komunikat, dzialanie] : bledy)
+        EXPECT_EQ(Blad<ZTException>(dzialanie), komunikat);
+    EXPECT_EQ(JakoParametry(adres.get()), nullptr);
+    EXPECT_EQ(JakoParametry(nullptr), nullptr);
 }
 
 TEST_F(Parametry, ObiektyKtoreGinaStajaSieNull) {
     auto adres = Utworz<TAdres>();
     auto wlasciciel = Utworz<TAdres>();
+    const TIntf<IKontroler> liczony(UtworzSurowy<TKontroler>()); // any counted object
+    const auto* licznik = static_cast<TObiektLiczony*>(ObiektZaInterfejsem(liczony.get()));
     {
-        const TIntf<TZTParam> p = ZTParam({adres.get(), adres.get(), 7}, wlasciciel.get(), true);
+        const TIntf<TZTParam> p = ZTParam({adres.get(), adres.get(), liczony.get()}, wlasciciel.get(), true);
+        EXPECT_EQ(licznik->LiczbaReferencji(), 2);
         EXPECT_TRUE(p->Flaga());
         EXPECT_EQ(p->Wlasciciel(), wlasciciel.get());
         p->Ustaw(0, wlasciciel.get());
@@ -119,6 +134,15 @@ TEST_F(Parametry, ObiektyKtoreGinaStajaSieNull) {
         EXPECT_EQ(p->Wartosc(1).Obiekt(), nullptr);
         p->UstawWlasciciela(nullptr);
         EXPECT_TRUE(wlasciciel->MaRefOd(p.get())); // by the first value
+        p->UstawWlasciciela(wlasciciel.get());
+        p->Ustaw(0, 1);
+        EXPECT_TRUE(wlasciciel->MaRefOd(p.get())); // as the owner
+        p->Ustaw(0, wlasciciel.get());
+        p->ZerujDane();
+        EXPECT_EQ(p->Ile(), 0);
+        EXPECT_FALSE(p->Flaga() || p->Wlasciciel() != nullptr || wlasciciel->MaJakiesRef());
+        EXPECT_EQ(licznik->LiczbaReferencji(), 1);
+        p->Dodaj(wlasciciel.get());
     }
     EXPECT_FALSE(wlasciciel->MaJakiesRef());
     const TIntf<TZTParam> p = ZTParam({1}, wlasciciel.get());

@@ -1,14 +1,6 @@
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <algorithm>
-#include <cmath>
-#include <functional>
-#include <limits>
-
-#include "Bledy.h"
 #include "LosoweDrzewo.h"
-#include "StrumienieTestowe.h"
-#include "ztok/platform/Kodowania.h"
 
 using namespace ztok;
 using namespace probki;
@@ -88,16 +80,9 @@ TEST(PolaListowe, WartosciITekst) {
     EXPECT_TRUE(liczby.PoleNiepuste(CalyObiekt));
     EXPECT_EQ(liczby.Ile(), 0);
     liczby.SetJakoString(u" 3; -1;2 ");
-    EXPECT_EQ(liczby.GetJakoString(), u"3;-1;2");
     EXPECT_EQ(liczby.OpisTekstowy(), u"3; -1; 2");
-    EXPECT_EQ(liczby.WartWgMaski(u"?a;b;c;d"), u"d;;c");
-    EXPECT_EQ(liczby.WartWgMaski(u"000"), u"003;-001;002");
-    EXPECT_EQ(liczby.PorownajZCecha(TArgument(u"3;-1;2"), rlRozmLiterWazny, LocaleWin1250), 0);
-    EXPECT_TRUE(Zglasza<EBladWariantu>(
-        [&] { static_cast<void>(liczby.PorownajZCecha(TArgument(3), rlRozmLiterWazny, LocaleWin1250)); }));
-    for (const char16_t* zly : {u"1;;2", u"1;", u"x", u"1,2"})
-        EXPECT_TRUE(Zglasza<EBladKonwersji>([&] { liczby.SetJakoString(zly); })) << Utf8ZUtf16(zly);
-    EXPECT_EQ(liczby.Ile(), 3); // as they were
+    EXPECT_TRUE(Zglasza<EBladKonwersji>([&] { liczby.SetJakoString(u"1;x"); }));
+    EXPECT_EQ(liczby.Wartosci(), (std::vector<int>{3, -1, 2})); // as they were
     liczby.SetJakoVariant(TWariant(7));
     EXPECT_EQ(liczby.GetJakoString(), u"7");
     liczby.SetJakoVariant(TWariant::Null());
@@ -111,7 +96,6 @@ TEST(PolaListowe, WartosciITekst) {
     EXPECT_EQ(ulamki.GetJakoString(), u"10;2;-1,5;NAN");
     ulamki.Sortuj();
     EXPECT_EQ(ulamki.GetJakoString(), u"-1,5;2;10;NAN");
-    EXPECT_EQ(ulamki.WartWgMaski(u"0.00"), u"-1,50;2,00;10,00;NAN");
 
     TPoleStrList teksty, inne;
     teksty.UstawWartosci({u"Żuk", u"żaba", u"Ala", u"ala"});
@@ -125,7 +109,6 @@ TEST(PolaListowe, WartosciITekst) {
     EXPECT_EQ(teksty.Porownaj(inne), 1);
     EXPECT_EQ(inne.Porownaj(teksty), -1);
     teksty.SetJakoString(u"a\n\"b\"\"\r\nc\"\r\nd\r\n");
-    EXPECT_EQ(teksty.Wartosci(), (TTeksty{u"a", u"b\"\r\nc", u"d"}));
     EXPECT_EQ(teksty.OpisTekstowy(), u"a; b\"  c; d"); // one line
     TPoleWideStrList szerokie;
     EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { szerokie.KopiujDane(teksty); }));
@@ -169,22 +152,6 @@ TEST(PolaListowe, JakoPolaObiektu) {
     EXPECT_EQ(o->GetTeksty().Porownaj(wzor), 0);
     EXPECT_EQ(o->GetTekstySzerokie().Porownaj(szerokie), 0);
 
-    const struct {
-        std::string tekst;
-        std::u16string wynik; // of field 23, or the error
-    } tabela[] = {
-        {"object Teksty () end", u""},
-        {"object Teksty ('za\xBF' + 'x'; b; \"\xC5\xBC\"; 12) end", u"zażx\r\nb\r\nż\r\n12"},
-        {"object Teksty ('a','b') end", u"Spodziewany znak 29 w linii 1 na pozycji 35"},
-        {"object Teksty 'a' end", u"Spodziewany znak 28 w linii 1 na pozycji 31"},
-        {"object Liczby (1;x) end", u"Spodziewana liczba całkowita w linii 1 na pozycji 34"},
-        {"object Ulamki (1,5;'NAN';2) object Teksty (a) end", u"Spodziewany symbol end w linii 1 na pozycji 45"},
-    };
-    for (const auto& w : tabela) {
-        const TWlasny<TWszystko> kopia = Utworz<TWszystko>();
-        const std::u16string blad = Blad([&] { strumienie::ZTekstu(*kopia, "object TWszystko " + w.tekst + " end"); });
-        EXPECT_EQ(blad == u"(no error)" ? kopia->GetTeksty().GetJakoString() : blad, w.wynik) << w.tekst;
-    }
     // Counts that the data cannot hold, in a stream that cannot tell how much is left.
     for (const char* wrogie :
          {"03 00 00 20 FF FF FF FF 01", "03 00 00 80 FF FF FF FF 01 61", "03 00 00 40 00 A0 00 00"}) {

@@ -3,6 +3,7 @@
 
 #include <random>
 
+#include "fuzz/wywolania/StanDrzewa.h"
 #include "tests/Bledy.h"
 #include "tests/LosoweDrzewo.h"
 #include "tests/Probki.h"
@@ -27,21 +28,6 @@ class TSplotTekstowy : public TObiekt { // the same but for field 5
                 (2, Adresy, Obiekt<probki::TListaAdresow>), (3, Po, Obiekt<TListaRefObiektow>),
                 (4, Wsk, Obiekt<TListaWskObiektow>), (5, Tresc, String))
 };
-class TPien : public TObiekt {
-    ZTOK_OBIEKT(TPien, TObiekt, (0, A, Integer), (1, B, String), (4, Gniazdo, Obiekt<TAdres>))
-};
-class TGalaz : public TPien {
-    ZTOK_OBIEKT(TGalaz, TPien, (5, C, Integer), (6, D, String))
-};
-class TKonar : public TPien {
-    ZTOK_OBIEKT(TKonar, TPien, (5, C, String), (7, E, Integer))
-};
-class TChwilowa : public TObiekt {
-  public:
-    [[nodiscard]] bool Nigdy() const { return false; }
-    ZTOK_OBIEKT(TChwilowa, TObiekt, (0, A, Integer), (1, B, ZapisGdy<ztok::rodzaj::Integer, &TChwilowa::Nigdy>))
-};
-
 TPorownywaczDanych Porownywacz(TRodzajPorownPol rodzaj = rpWszystkiePola, TTrybPorownRef tryb = tprRefJakoWskazn,
                                const TObiektBazowy* a = nullptr, const TObiektBazowy* b = nullptr) {
     return {a, b, rodzaj, rlRozmLiterWazny, LocaleWin1250, tryb};
@@ -119,120 +105,6 @@ TEST(Porownanie, CykleKonczaSieRownoscia) {
     EXPECT_EQ(warstwy[0].back()->Porownaj(*warstwy[1].back()), 0);
 }
 
-TEST(Porownanie, BrakRownySieWartosciDomyslnej) {
-    const auto a = Utworz<TWszystko>();
-    const auto b = Utworz<TWszystko>();
-    const auto adres = Utworz<TAdres>();
-    struct {
-        void (*ustaw)(TWszystko&, TAdres*);
-        int wynik;
-    } const tabela[] = {
-        {[](TWszystko&, TAdres*) {}, 0},
-        {[](TWszystko& o, TAdres*) { o.SetB(0); }, 0},
-        {[](TWszystko& o, TAdres*) { o.SetTak(false); }, 0},
-        {[](TWszystko& o, TAdres*) { o.SetD(-0.0); }, 0},
-        {[](TWszystko& o, TAdres*) { o.SetSzeroki(u""); }, 0},
-        {[](TWszystko& o, TAdres*) { o.SetReferencja(nullptr); }, 0}, // a stream would not hold it either
-        {[](TWszystko& o, TAdres*) { static_cast<void>(o.GetAdresy()); }, 0},
-        {[](TWszystko& o, TAdres*) { static_cast<void>(o.GetAdres()); }, 0},
-        {[](TWszystko& o, TAdres*) { o.SetI(-5); }, 1}, // whatever the value: the side that has it is greater
-        {[](TWszystko& o, TAdres*) { o.SetNazwa(u"x"); }, 1},
-        {[](TWszystko& o, TAdres* adr) { o.SetReferencja(adr); }, 1},
-        {[](TWszystko& o, TAdres*) { o.GetAdresy().Dopisz(); }, 1},
-        {[](TWszystko& o, TAdres*) { o.GetAdres().SetNumer(0); }, 1}, // a nested object that holds something
-        {[](TWszystko& o, TAdres* adr) { o.GetPowiazane().DodajObiekt(adr, 0); }, 1},
-    };
-    int nr = 0;
-    for (const auto& t : tabela) {
-        a->ZerujDane();
-        b->ZerujDane();
-        t.ustaw(*a, adres.get());
-        EXPECT_EQ(a->Porownaj(*b), t.wynik) << nr;
-        EXPECT_EQ(b->Porownaj(*a), -t.wynik) << nr;
-        b->SetI(-9); // field 3, before or after the one written
-        const int zTrojka = nr == 8 ? 1 : t.wynik == 1 || t.wynik == 0 ? -1 : 0;
-        EXPECT_EQ(a->Porownaj(*b), zTrojka) << nr;
-        ++nr;
-    }
-    a->ZerujDane();
-    b->ZerujDane();
-    a->SetNazwa(u"Ala");
-    b->SetNazwa(u"ALA");
-    EXPECT_EQ(a->Porownaj(*b), 0); // letter case does not matter without a comparer
-    TPorownywaczDanych wazny = Porownywacz();
-    EXPECT_EQ(a->Porownaj(*b, &wazny), 1);
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { static_cast<void>(a->Porownaj(a->GetAdresy())); }));
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { static_cast<void>(a->GetAdresy().Porownaj(*a)); }));
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { static_cast<void>(a->GetPowiazane().Porownaj(*a)); }));
-
-    // Listed fields, and all but the listed.
-    a->SetI(1);
-    b->SetI(2);
-    const TArgument pola[] = {u"nazwa", 3};
-    EXPECT_EQ(a->PorownajWgPol(*b, {pola, 1}, rlRozmLiterNiewazny), 0);
-    EXPECT_EQ(a->PorownajWgPol(*b, {pola, 1}, rlRozmLiterWazny), 1);
-    EXPECT_EQ(a->PorownajWgPol(*b, pola, rlRozmLiterNiewazny), -1);
-    EXPECT_EQ(a->PorownajWgPol(*b, {}, rlRozmLiterWazny), 0);
-    EXPECT_EQ(a->PorownajOproczPol(*b, pola, rlRozmLiterWazny), 0);
-    EXPECT_EQ(a->PorownajOproczPol(*b, {pola, 1}, rlRozmLiterWazny), -1);
-    const TArgument zle = 1.5;
-    EXPECT_EQ(Blad<ZTException>([&] {
-                  static_cast<void>(a->PorownajWgPol(*b, {&zle, 1}, rlRozmLiterWazny));
-              }),
-              u"PWP: Błędny typ indeksu");
-}
-
-TEST(Porownanie, OpcjePorownywacza) {
-    const auto a = Utworz<TChwilowa>();
-    const auto b = Utworz<TChwilowa>();
-    a->SetB(5);
-    TPorownywaczDanych wszystkie = Porownywacz();
-    TPorownywaczDanych bezChwilowych = Porownywacz(rpBezChwilowych);
-    EXPECT_EQ(a->Porownaj(*b, &wszystkie), 1);
-    EXPECT_EQ(a->Porownaj(*b, &bezChwilowych), 0);
-    EXPECT_EQ(a->PorownajOproczPol(*b, {}, rlRozmLiterWazny, LocaleWin1250, &bezChwilowych), 0);
-    // Targets by their place, or by what they hold.
-    TWszystko ta;
-    TWszystko tb;
-    for (TWszystko* o : {&ta, &tb}) {
-        for (int i = 0; i < 3; ++i)
-            o->GetAdresy().Dopisz();
-        o->GetAdresy()[1]->SetNumer(o == &ta ? 1 : 0);
-    }
-    const int tabela[][4] = {{0, 0, 0, 0}, {0, 2, -1, 0}, {2, 0, 1, 0}, {1, 1, 0, 1}, {1, 2, -1, 1}};
-    for (const auto& [naCo, naCoDrugi, jakoSciezki, jakoWskazniki] : tabela) {
-        ta.SetReferencja(ta.GetAdresy()[naCo]);
-        tb.SetReferencja(tb.GetAdresy()[naCoDrugi]);
-        for (TWszystko* o : {&ta, &tb}) {
-            o->GetPowiazane().SkrocListe(0, true);
-            o->GetPowiazane().DodajObiekt(o->GetReferencja(), 0);
-        }
-        for (const int nr : {TWszystko::nrPowiazane, TWszystko::nrReferencja}) {
-            TPorownywaczDanych sciezki = Porownywacz(rpWszystkiePola, tprRefJakoSciezki, &ta, &tb);
-            TPorownywaczDanych wskazniki = Porownywacz();
-            EXPECT_EQ(ta.PorownajPole(nr, tb, sciezki), jakoSciezki) << naCo << naCoDrugi << nr;
-            EXPECT_EQ(ta.PorownajPole(nr, tb, wskazniki), jakoWskazniki) << naCo << naCoDrugi << nr;
-        }
-    }
-}
-
-// Every registered pointer in the tree and its target know of each other, and nobody else is recorded.
-void SprawdzRejestracje(TSplot& o, const std::vector<TAdres*>& adresy) {
-    for (TAdres* adres : adresy) {
-        EXPECT_EQ(adres->MaRefOd(&o.GetPrzed()), o.GetPrzed().ZnajdzObiekt(adres) >= 0);
-        EXPECT_EQ(adres->MaRefOd(&o.GetPo()), o.GetPo().ZnajdzObiekt(adres) >= 0);
-        EXPECT_EQ(adres->MaRefOd(o.Pole(TSplot::nrRef)), o.GetRef() == adres && adres != nullptr);
-        EXPECT_FALSE(adres->MaRefOd(&o.GetWsk()));
-    }
-}
-
-std::vector<TAdres*> Adresy(TSplot& o) {
-    std::vector<TAdres*> wynik;
-    for (TAdres* adres : o.GetAdresy())
-        wynik.push_back(adres);
-    return wynik;
-}
-
 // Own addresses in every pointer, some twice, and an outside one.
 void Splec(TSplot& o, int ile, TAdres* obcy) {
     for (int i = 0; i < ile; ++i)
@@ -264,11 +136,7 @@ TEST(Kopia, WskaznikiPrzechodzaNaKopie) {
                     EXPECT_EQ(lista->Obiekty(i), cel->GetAdresy()[(i - 1) % 3]);
             }
             EXPECT_EQ(cel->GetRef(), cel->GetAdresy()[2]);
-            for (TSplot* o : {cel.get(), zrodlo.get()}) {
-                SprawdzRejestracje(*o, Adresy(*cel));
-                SprawdzRejestracje(*o, Adresy(*zrodlo));
-                SprawdzRejestracje(*o, {obcy.get()});
-            }
+            EXPECT_STREQ(drzewa::Blad({cel.get(), zrodlo.get(), obcy.get()}), nullptr);
             EXPECT_EQ(cel->Porownaj(*zrodlo), 0);
         }
     }
@@ -287,8 +155,8 @@ TEST(Kopia, CelKtoryGinieWTrakcieKopiiWypisujeSie) {
     for (TSplot* o : {cel.get(), zrodlo.get()}) {
         ASSERT_EQ(o->GetPrzed().IleObiektow(), 1);
         EXPECT_EQ(o->GetPrzed().Obiekty(0), zostaje);
-        SprawdzRejestracje(*o, {zostaje});
     }
+    EXPECT_STREQ(drzewa::Blad({cel.get(), zrodlo.get()}), nullptr);
 }
 
 TEST(Kopia, ZdarzenieWTrakcieKopii) {
@@ -315,6 +183,7 @@ TEST(Kopia, ZdarzenieWTrakcieKopii) {
                                    case 'g': // nobody else is recorded with it any more
                                        k.zrodlo.GetPrzed().SkrocListe(0, true);
                                        k.zrodlo.GetPo().SkrocListe(0, true);
+                                       k.zrodlo.GetWsk().SkrocListe(0, true);
                                        Zwolnij(k.obcy.Oddaj());
                                        break;
                                    case 'p':
@@ -342,9 +211,8 @@ TEST(Kopia, ZdarzenieWTrakcieKopii) {
                                                            ? std::vector<TObiektBazowy*>{obcy.get(), inny.get()}
                                                            : std::vector<TObiektBazowy*>{kopia, kopia};
         EXPECT_EQ(przed, oczekiwane) << coRobi;
-        for (TAdres* adres : {kopia, zrodlo->GetAdresy()[0], inny.get(), obcy.get()})
-            if (adres != nullptr)
-                SprawdzRejestracje(*cel, {adres});
+        const TWlasny<TAdres> zastepczy = obcy ? nullptr : Utworz<TAdres>();
+        EXPECT_STREQ(drzewa::Blad({cel.get(), zrodlo.get(), inny.get(), obcy ? obcy.get() : zastepczy.get()}), nullptr);
         Zwolnij(zrodlo.Oddaj());
     }
 }
@@ -364,17 +232,17 @@ TEST(Kopia, BladWSrodkuNieZostawiaNiezarejestrowanych) {
         for (std::int32_t i = 0; i < lista->IleObiektow(); ++i)
             EXPECT_TRUE(lista->Obiekty(i) == obcy.get() || lista->Obiekty(i)->DajKorzen() == cel.get());
     // The same when memory ends at any point.
-    if (!przydzialy::Liczone())
-        GTEST_SKIP() << "allocations cannot be made to fail here";
     probki::TLosoweDrzewo losowe(4);
     const auto drzewo = Utworz<TWszystko>();
     losowe.Wypelnij(*drzewo, 2);
     bool udane = false;
-    for (int ktory = 0; !udane; ++ktory) {
+    int ktory = 0;
+    for (; !udane; ++ktory) {
         const auto splot = Utworz<TSplot>();
         Splec(*splot, 2, obcy.get());
         const auto nowy = Utworz<TSplot>();
         const auto kopia = Utworz<TWszystko>();
+        przydzialy::Zacznij();
         przydzialy::Psuj(ktory, true);
         try {
             nowy->KopiujDane(*splot);
@@ -384,12 +252,12 @@ TEST(Kopia, BladWSrodkuNieZostawiaNiezarejestrowanych) {
             udane = false;
         }
         static_cast<void>(przydzialy::Zakoncz());
-        SprawdzRejestracje(*nowy, Adresy(*splot));
-        SprawdzRejestracje(*nowy, Adresy(*nowy));
+        EXPECT_STREQ(drzewa::Blad({nowy.get(), splot.get(), obcy.get(), kopia.get(), drzewo.get()}), nullptr) << ktory;
         if (udane) {
             EXPECT_EQ(kopia->Porownaj(*drzewo), 0);
         }
     }
+    EXPECT_GT(ktory, 20);
 }
 
 TEST(Kopia, ZnikajaPolaKtorychZrodloNieMa) {
@@ -410,57 +278,6 @@ TEST(Kopia, ZnikajaPolaKtorychZrodloNieMa) {
     EXPECT_EQ(a.Pole(TWszystko::nrNazwa)->Klasa(), TPoleFileName::KlasaStatyczna());
     a.KopiujDane(a);
     EXPECT_EQ(a.GetNazwa(), u"plik");
-}
-
-TEST(Kopia, PolaWspolnegoPrzodka) {
-    TGalaz galaz;
-    TKonar konar;
-    galaz.WpiszDane({u"A", u"B", u"C", u"D", u"Gniazdo.Ulica"}, {1, u"b", 3, u"d", u"u"});
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { konar.KopiujDane(galaz); })); // field 5 does not fit
-    konar.Inicjuj({u"E"}, {55});
-    konar.KopiujDanePrzodkow(galaz);
-    EXPECT_EQ(konar.OpisTekstowy(), u"Konar: A=1, B=b, E=55"); // beyond the ancestor's last field: untouched
-    TPien pien;
-    pien.KopiujDanePrzodkow(konar);
-    EXPECT_EQ(pien.GetGniazdo().GetUlica(), u"u");
-    EXPECT_EQ(pien.OstUzywanePole(), 4);
-    TAdres obcy;
-    obcy.SetNumer(9);
-    pien.KopiujDanePrzodkow(obcy); // TObiekt is all they share
-    EXPECT_EQ(pien.GetA(), 1);
-}
-
-TEST(Kopia, LosoweDrzewa) {
-    for (std::uint32_t ziarno = 1; ziarno <= 25; ++ziarno) {
-        probki::TLosoweDrzewo losowe(ziarno);
-        auto drzewo = Utworz<TWszystko>();
-        losowe.Wypelnij(*drzewo, 3);
-        const auto kopia = Utworz<TWszystko>();
-        losowe.Wypelnij(*kopia, 2); // what was there does not show through
-        kopia->KopiujDane(*drzewo);
-        TPorownywaczDanych sciezki = Porownywacz(rpWszystkiePola, tprRefJakoSciezki, kopia.get(), drzewo.get());
-        EXPECT_EQ(kopia->Porownaj(*drzewo, &sciezki), 0);
-        EXPECT_EQ(kopia->Porownaj(*drzewo), 0);
-        EXPECT_EQ(kopia->DajWyroznikObiektu(), drzewo->DajWyroznikObiektu());
-        const std::uint32_t wyroznik = kopia->DajWyroznikObiektu();
-        Zwolnij(drzewo.Oddaj()); // the copy needs nothing of the source
-        EXPECT_EQ(kopia->DajWyroznikObiektu(), wyroznik);
-    }
-}
-
-// A copy between an object and a part of itself reads a copy first: neither frees nor grows what it reads.
-TEST(Kopia, ZWlasnejCzesci) {
-    TWszystko o;
-    TWszystko& czesc = o.GetPodrzedne().Dopisz();
-    czesc.SetI(2);
-    czesc.GetPodrzedne().Dopisz().SetI(3);
-    const TWlasny<TObiektBazowy> wzor = czesc.KlonujObiekt(false);
-    o.KopiujDane(czesc); // frees the part while it is the source
-    EXPECT_EQ(o.Porownaj(*wzor), 0);
-    TWszystko* srodek = o.GetPodrzedne()[0];
-    const TWlasny<TObiektBazowy> caly = o.KlonujObiekt(false);
-    srodek->KopiujDane(o); // the source holds the target
-    EXPECT_EQ(srodek->Porownaj(*caly), 0);
 }
 
 } // namespace

@@ -9,6 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include "platforma/Przydzialy.h"
+#include "ztok/kernel/Typypolbazowe.h"
 #include "ztok/platform/Pula.h"
 #include "ztok/platform/PulaWnetrze.h"
 
@@ -104,7 +106,7 @@ TEST(Pula, OddawanieOmijaPlyteKrojonaPrzezInnyWatek) {
 
 // A thread that only makes and one that only frees: the blocks must come round.
 TEST(Pula, ZwolnioneGdzieIndziejWracaDoObiegu) {
-    if (ZTOK_BEZ_PULI)
+    if (pula::BezPuli())
         GTEST_SKIP();
     OddajPamiecPuli();
     std::vector<void*> wszystkie;
@@ -124,7 +126,7 @@ TEST(Pula, ZwolnioneGdzieIndziejWracaDoObiegu) {
 }
 
 TEST(Pula, KolejneAdresyIZwrotWOdwrotnejKolejnosci) {
-    if (ZTOK_BEZ_PULI)
+    if (pula::BezPuli())
         GTEST_SKIP();
     OddajPamiecPuli();
     // Takes what earlier tests left free between blocks in use: from here on blocks are fresh.
@@ -147,6 +149,71 @@ TEST(Pula, KolejneAdresyIZwrotWOdwrotnejKolejnosci) {
     for (void* blok : resztki)
         PulaZwolnij(blok, 48);
 }
+
+TEST(Pula, NadzorSlyszyKazdyBlok) {
+    przydzialy::Zacznij();
+    void* maly = PulaPrzydziel(40);
+    void* duzy = PulaPrzydziel(NajwiekszyBlokPuli + 1);
+    przydzialy::Psuj(2, false);
+    EXPECT_THROW(static_cast<void>(PulaPrzydziel(40)), std::bad_alloc);
+    PulaZwolnij(PulaPrzydziel(16), 16);
+    PulaZwolnij(duzy, NajwiekszyBlokPuli + 1);
+    PulaZwolnij(maly, 40);
+    const auto wynik = przydzialy::Zakoncz();
+    EXPECT_GE(wynik.ile, 4); // the exception is one more where it comes from malloc
+    EXPECT_EQ(wynik.zPuli, pula::BezPuli() ? 0 : 2);
+    EXPECT_GE(wynik.szczyt, static_cast<std::int64_t>(NajwiekszyBlokPuli + 1 + 40));
+    EXPECT_EQ(wynik.zostalo, 0);
+}
+
+#if ZTOK_ASAN
+class TTrzyLiczby : public TObiekt {
+    ZTOK_OBIEKT(TTrzyLiczby, TObiekt, (0, A, Integer), (1, B, String), (2, C, Integer))
+};
+
+// The sanitizer sees what the product has: places in an object's block, older blocks, the pool's own.
+TEST(Pula, SanitizerWidziCoWolne) {
+    const auto zatruty = [](const void* adres, std::size_t dalej = 0) {
+        return __asan_address_is_poisoned(static_cast<const char*>(adres) + dalej) != 0;
+    };
+    auto* blok = static_cast<char*>(PulaPrzydziel(41));
+    EXPECT_FALSE(zatruty(blok, 40));
+    EXPECT_TRUE(zatruty(blok, 41)); // beyond what was asked for
+    PulaZwolnij(blok, 41);
+    EXPECT_TRUE(zatruty(blok));
+    EXPECT_TRUE(zatruty(blok, 40));
+
+    TTrzyLiczby wzor;
+    wzor.SetA(1);
+    wzor.SetB(u"dłuższy niż pole");
+    wzor.SetC(3);
+    TWlasny<TTrzyLiczby> o = Utworz<TTrzyLiczby>();
+    o->SetA(7);
+    const TPole* const a = o->Pole(0);
+    EXPECT_FALSE(zatruty(a));
+    EXPECT_TRUE(zatruty(a, 16)); // the place of a field that is not written yet
+    o->SetC(8);
+    EXPECT_EQ(static_cast<const void*>(o->Pole(2)), reinterpret_cast<const char*>(a) + 16);
+    EXPECT_FALSE(zatruty(a, 16));
+    o->UstawPole(0, nullptr, true);
+    EXPECT_TRUE(zatruty(a)); // places are not used twice
+    EXPECT_FALSE(zatruty(a, 16));
+    o->KopiujDane(wzor); // cleared first: fields and the text in one block
+    const TPole* const b = o->Pole(1);
+    const char16_t* const tekst =
+        o->Pole(1) == nullptr ? nullptr : static_cast<const TPoleString*>(b)->Wartosc().data();
+    EXPECT_FALSE(zatruty(tekst));
+    o->UstawPole(1, nullptr, true);
+    EXPECT_TRUE(zatruty(tekst));
+    const TPole* const c = o->Pole(2);
+    o->UstawPole(2, nullptr, false); // taken out: alive as long as its own end
+    Zwolnij(o.Oddaj());
+    EXPECT_FALSE(zatruty(c));
+    EXPECT_EQ(static_cast<const TPoleInteger*>(c)->Wartosc(), 3);
+    Zwolnij(const_cast<TPole*>(c));
+    EXPECT_TRUE(zatruty(c));
+}
+#endif
 
 } // namespace
 } // namespace ztok

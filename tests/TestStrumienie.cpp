@@ -1,23 +1,12 @@
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <random>
-#include <string>
-#include <vector>
-
-#include "tests/Bledy.h"
-#include "tests/StrumienieTestowe.h"
-#include "ztok/persist/TBuforZapisu.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/platform/TStrumienPlikowy.h"
-#include "ztok/util/Prostehaszowanie.h"
-#include "ztok/util/ZTBledy.h"
+#include <filesystem>
 
 namespace ztok {
 namespace {
 
 using testy::Blad;
+using testy::Zglasza;
 
 constexpr std::size_t Porcje[] = {1, 2, 3, 5, 7, 13, 1024, 70000};
 
@@ -25,13 +14,6 @@ constexpr std::size_t Porcje[] = {1, 2, 3, 5, 7, 13, 1024, 70000};
 std::u16string PlikProbny(const char* nazwa) {
     static const std::string przebieg = std::to_string(std::random_device()());
     return Utf16ZUtf8(testing::TempDir()) + u"ztok_próba_ł_" + Utf16ZUtf8(przebieg + nazwa);
-}
-
-std::string Bajty(std::mt19937& los, std::size_t ile) {
-    std::string bajty(ile, '\0');
-    for (char& b : bajty)
-        b = static_cast<char>(los());
-    return bajty;
 }
 
 // A stream and what it must hold.
@@ -47,19 +29,25 @@ struct TModel {
     [[nodiscard]] std::size_t Zostalo() const { return dane.size() - std::min(pozycja, dane.size()); }
 };
 
+std::u16string Niepelny(const TStrumien& s, std::size_t ile, std::size_t zIlu, std::u16string_view co = u"odczyt") {
+    const bool odczyt = co == u"odczyt";
+    return Formatuj(u"błąd %su %s %s: %sano %d z %d bajtów",
+                    {co, odczyt ? u"ze strumienia" : u"do strumienia", s.NazwaKlasy(), co, ile, zIlu});
+}
+
 void Krok(TStrumien& s, TModel& m, std::mt19937& los) {
     const std::size_t porcja = Porcje[los() % std::size(Porcje)];
     switch (los() % 9) {
     case 0:
     case 1: {
-        const std::string bajty = Bajty(los, porcja);
+        const std::string bajty = strumienie::LosoweBajty(los, porcja);
         s.WriteBuffer(bajty.data(), bajty.size());
         m.Pisz(bajty);
         break;
     }
     case 2:
         if (std::uint8_t* miejsce = s.MiejsceZapisu(porcja); miejsce != nullptr) {
-            const std::string bajty = Bajty(los, porcja);
+            const std::string bajty = strumienie::LosoweBajty(los, porcja);
             std::copy(bajty.begin(), bajty.end(), miejsce);
             s.Zapisano(bajty.size());
             m.Pisz(bajty);
@@ -69,10 +57,8 @@ void Krok(TStrumien& s, TModel& m, std::mt19937& los) {
     case 4: {
         std::string bajty(porcja, '\0');
         const std::size_t ile = std::min(porcja, m.Zostalo());
-        if (ile == porcja)
-            s.ReadBuffer(bajty.data(), porcja);
-        else
-            EXPECT_THROW(s.ReadBuffer(bajty.data(), porcja), EBladOdczytu);
+        EXPECT_EQ(Blad<EBladOdczytu>([&] { s.ReadBuffer(bajty.data(), porcja); }),
+                  ile == porcja ? u"(no error)" : Niepelny(s, ile, porcja));
         EXPECT_EQ(bajty.substr(0, ile), m.dane.substr(std::min(m.pozycja, m.dane.size()), ile));
         m.pozycja += ile;
         break;
@@ -86,12 +72,9 @@ void Krok(TStrumien& s, TModel& m, std::mt19937& los) {
         break;
     }
     case 6:
-        if (porcja <= m.Zostalo()) {
-            s.Pomin(static_cast<std::int64_t>(porcja));
-            m.pozycja += porcja;
-        } else {
-            EXPECT_THROW(s.Pomin(static_cast<std::int64_t>(porcja)), EBladOdczytu);
-        }
+        EXPECT_EQ(Blad<EBladOdczytu>([&] { s.Pomin(static_cast<std::int64_t>(porcja)); }),
+                  porcja <= m.Zostalo() ? u"(no error)" : Niepelny(s, 0, porcja));
+        m.pozycja += porcja <= m.Zostalo() ? porcja : 0;
         break;
     case 7: {
         const std::size_t cel = los() % (m.dane.size() + 10);
@@ -124,7 +107,23 @@ void SprawdzZModelem(TStrumien& s, unsigned ziarno) {
     TModel m;
     for (int i = 0; i < 400 && !testing::Test::HasFailure(); ++i)
         Krok(s, m, los);
-    EXPECT_THROW(s.Seek(-1, ESeek::Poczatek), EBladOdczytu);
+    const std::u16string gdzie = u" w strumieniu " + std::u16string(s.NazwaKlasy());
+    for (const auto& [dokad, skad] : {std::pair{std::int64_t{-1}, ESeek::Poczatek}, {INT64_MIN, ESeek::Biezaca}})
+        EXPECT_EQ(Blad<EBladOdczytu>([&, d = dokad, z = skad] { s.Seek(d, z); }),
+                  Formatuj(u"niedozwolona pozycja %d", {dokad}) + gdzie);
+    EXPECT_EQ(Blad<EBladZapisu>([&] { s.SetSize(-1); }),
+              u"niedozwolony rozmiar -1 strumienia " + std::u16string(s.NazwaKlasy()));
+    EXPECT_EQ(Blad<EBladOdczytu>([&] { s.Pomin(-1); }),
+              u"błąd odczytu ze strumienia " + std::u16string(s.NazwaKlasy()) + u": odczytano 0 z -1 bajtów");
+    const std::int64_t rozmiar = s.GetSize();
+    s.Seek(rozmiar + 5, ESeek::Poczatek);
+    char znak = 'x';
+    for (const std::int64_t ile : {0, -1}) { // nothing, wherever the stream stands
+        EXPECT_EQ(s.Write(&znak, ile), 0);
+        EXPECT_EQ(s.Read(&znak, ile), 0);
+    }
+    EXPECT_EQ(s.Read(&znak, 1), 0);
+    EXPECT_EQ(s.GetSize(), rozmiar);
     std::string wszystko(m.dane.size(), '\0');
     s.Seek(0, ESeek::Poczatek);
     s.ReadBuffer(wszystko.data(), wszystko.size());
@@ -163,12 +162,22 @@ TEST(Strumienie, BazaCzytaDoSkutkuAPiszeRaz) {
     EXPECT_STREQ(bufor, "abc");
     EXPECT_EQ(s.Pozostalo(), -1);
     EXPECT_TRUE(s.MozeMiec(1000));
-    EXPECT_THROW(s.ReadBuffer(bufor, 3), EBladOdczytu);
+    EXPECT_EQ(Blad<EBladOdczytu>([&] { s.ReadBuffer(bufor, 3); }), Niepelny(s, 2, 3));
+    EXPECT_EQ(Blad<EBladOdczytu>([&] { s.Pomin(1); }), Niepelny(s, 0, 1));
+    s.pozycja = 1;
+    EXPECT_EQ(Blad<EBladOdczytu>([&] { s.Pomin(2000); }), Niepelny(s, 5, 2000));
     s.pada = 8;
-    EXPECT_THROW(s.WriteBuffer("ghi", 3), EBladZapisu);
+    EXPECT_EQ(Blad<EBladZapisu>([&] { s.WriteBuffer("ghi", 3); }), Niepelny(s, 2, 3, u"zapis"));
+    s.WriteBuffer("", 0); // asks for nothing
     EXPECT_EQ(s.zapisy, (std::vector<std::int64_t>{6, 3}));
-    EXPECT_THROW(s.Seek(0, ESeek::Poczatek), EBladAbstrakcyjny);
-    EXPECT_THROW(s.SetSize(0), EBladAbstrakcyjny);
+    const std::u16string nieMa = u"klasa TStrumien nie ma operacji ";
+    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { s.Seek(0, ESeek::Poczatek); }), nieMa + u"Seek");
+    EXPECT_EQ(Blad<EBladAbstrakcyjny>([&] { s.SetSize(0); }), nieMa + u"SetSize");
+    s.pada = SIZE_MAX;
+    s.dane.assign(3000, 'x');
+    s.pozycja = 0;
+    s.Pomin(2999);
+    EXPECT_EQ(s.pozycja, 2999U);
 }
 
 TEST(Strumienie, PamiecObcaNieRosnieANieWlasnaNieJestZwalniana) {
@@ -185,8 +194,7 @@ TEST(Strumienie, PamiecObcaNieRosnieANieWlasnaNieJestZwalniana) {
     EXPECT_THROW(s.SetSize(7), EBladZapisu);
     s.SetPointer(nullptr, 0);
     s.WriteWord(0x1234);
-    EXPECT_EQ(std::vector<std::uint8_t>(s.Zawartosc().begin(), s.Zawartosc().end()),
-              (std::vector<std::uint8_t>{0x34, 0x12}));
+    EXPECT_EQ(strumienie::Zawartosc(s), "\x34\x12");
 }
 
 TEST(Strumienie, TekstTylkoDoOdczytu) {
@@ -232,13 +240,12 @@ TEST(Strumienie, BuforPrzekazujeWgRegulAKazdyRozmiarDajeTeSameBajty) {
         {
             TBuforZapisu bufor(pamiec, rozmiar);
             for (int i = 0; i < 200; ++i) {
-                const std::string bajty = Bajty(los, Porcje[los() % std::size(Porcje)]);
+                const std::string bajty = strumienie::LosoweBajty(los, Porcje[los() % std::size(Porcje)]);
                 bufor.WriteBuffer(bajty.data(), bajty.size());
                 dane += bajty;
             }
         }
-        const auto zawartosc = pamiec.Zawartosc();
-        EXPECT_TRUE(std::string(zawartosc.begin(), zawartosc.end()) == dane) << rozmiar;
+        EXPECT_TRUE(strumienie::Zawartosc(pamiec) == dane) << rozmiar;
     }
 }
 
@@ -263,9 +270,51 @@ TEST(Strumienie, BladCeluRazZglaszanyNigdyNieZostawiaDziury) {
                 }
             }
             EXPECT_NE(zgloszony, testy::TPowiadomienia::Tresci().size() == 1);
+            for (const std::u16string& tresc : testy::TPowiadomienia::Tresci())
+                EXPECT_TRUE(tresc.starts_with(u"błąd zapisu do strumienia TStrumien: zapisano ")) << Utf8ZUtf16(tresc);
             EXPECT_EQ(cel.dane, dane.substr(0, przyjmie));
         }
     }
+}
+
+// One failure, one message: an error under way is the one that counts.
+TEST(Strumienie, BuforMilczyGdyTrwaInnyBlad) {
+    const testy::TPowiadomienia powiadomienia;
+    TOporny cel;
+    cel.pada = 0;
+    EXPECT_EQ(Blad<EBladAsercji>([&] {
+                  TBuforZapisu bufor(cel, 8);
+                  bufor.WriteBuffer("x", 1);
+                  throw EBladAsercji(u"inny");
+              }),
+              u"inny");
+    EXPECT_TRUE(testy::TPowiadomienia::Tresci().empty());
+    {
+        TBuforZapisu bufor(cel, 2);
+        bufor.WriteBuffer("ab", 2);
+        EXPECT_EQ(bufor.Write("x", -1), 0);
+        EXPECT_EQ(Blad<EBladZapisu>([&] { bufor.Flush(); }), Niepelny(cel, 0, 2, u"zapis"));
+        EXPECT_EQ(Blad<EBladZapisu>([&] { bufor.Flush(); }), Niepelny(cel, 0, 0, u"zapis"));
+    }
+    EXPECT_TRUE(testy::TPowiadomienia::Tresci().empty()); // it was told
+}
+
+// A device that takes nothing, where the system has one.
+TEST(Strumienie, PelnyDyskJestZglaszanyRaz) {
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "no /dev/full";
+    const testy::TPowiadomienia powiadomienia;
+    {
+        TStrumienPlikowy plik(u"/dev/full", ETrybPliku::OdczytZapis);
+        plik.WriteBuffer("abc", 3);
+        const std::u16string blad = Blad<EBladSystemu>([&] { plik.Flush(); });
+        EXPECT_TRUE(blad.starts_with(u"/dev/full: ") && blad.ends_with(u" (kod 28)")) << Utf8ZUtf16(blad);
+        plik.Flush(); // nothing is written twice
+        EXPECT_EQ(Blad<EBladSystemu>([&] { plik.WriteBuffer(std::string(100000, 'x').data(), 100000); }), blad);
+        EXPECT_TRUE(testy::TPowiadomienia::Tresci().empty());
+        plik.WriteBuffer("abc", 3);
+    }
+    EXPECT_EQ(testy::TPowiadomienia::Tresci().size(), 1U);
 }
 
 TEST(Strumienie, PlikTrybyIBledy) {
@@ -282,13 +331,20 @@ TEST(Strumienie, PlikTrybyIBledy) {
         s.Utrwal();
         s.Zamknij();
         char znak = 0;
-        EXPECT_THROW(s.Read(&znak, 1), EBladSystemu);
-        EXPECT_THROW(s.Write("x", 1), EBladSystemu);
+        s.Zamknij();
+        for (const std::int64_t ile : {1, 100000}) {
+            std::string bufor(static_cast<std::size_t>(ile), 'x');
+            EXPECT_TRUE(Zglasza<EBladSystemu>([&] { s.Read(bufor.data(), ile); }));
+            EXPECT_TRUE(Zglasza<EBladSystemu>([&] { s.Write(bufor.data(), ile); }));
+        }
+        EXPECT_EQ(Blad<EBladSystemu>([&] { s.Read(&znak, 1); }), u"plik " + sciezka + u" jest zamknięty");
     }
     {
         TStrumienPlikowy s(sciezka, ETrybPliku::Odczyt);
-        EXPECT_THROW(s.WriteBuffer("x", 1), EBladZapisu);
+        EXPECT_EQ(Blad<EBladZapisu>([&] { s.WriteBuffer("x", 1); }), Niepelny(s, 0, 1, u"zapis"));
         char tekst[7] = {};
+        EXPECT_EQ(s.Read(tekst, 0), 0);
+        EXPECT_EQ(s.Read(tekst, -1), 0);
         s.ReadBuffer(tekst, 6);
         EXPECT_STREQ(tekst, "abcdef");
     }

@@ -1,20 +1,19 @@
 // The cipher: its core against published vectors and another library, then what the library builds on it.
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
 #include <atomic>
-#include <random>
 
 #if ZTOK_TEST_OPENSSL
 #define OPENSSL_SUPPRESS_DEPRECATED
 #include <openssl/blowfish.h>
 #endif
 
-#include "Bledy.h"
 #include "LosoweDrzewo.h"
-#include "StrumienieTestowe.h"
 #include "Watki.h"
 #include "platforma/Przydzialy.h"
+#include "platforma/SystemTestowy.h"
 #include "ztok/util/Blowfish.h"
+#include "ztok/util/Procesor.h"
 
 using namespace ztok;
 
@@ -22,12 +21,9 @@ namespace {
 
 const std::u16string nieudane = u"nie udało się odszyfrować danych.";
 
-std::string ZHex(std::string_view hex) {
-    std::string bajty;
-    for (std::size_t i = 0; i < hex.size(); i += 2)
-        bajty += static_cast<char>(std::stoi(std::string(hex.substr(i, 2)), nullptr, 16));
-    return bajty;
-}
+using strumienie::Bajty; // of hexadecimal digits
+using strumienie::LosoweBajty;
+using strumienie::Zawartosc;
 
 // Each half of every block with its bytes reversed: vectors are published for big-endian words.
 std::string Odwrocone(std::string bajty) {
@@ -35,8 +31,6 @@ std::string Odwrocone(std::string bajty) {
         std::reverse(i, i + 4);
     return bajty;
 }
-
-std::string Zawartosc(TZTMemoryStream& strumien) { return {strumien.Zawartosc().begin(), strumien.Zawartosc().end()}; }
 
 TZTMemoryStream& Napelnij(TZTMemoryStream& strumien, std::string_view bajty) {
     strumien.WriteBuffer(bajty.data(), bajty.size());
@@ -53,12 +47,6 @@ std::string Szyfr(std::string_view bajty, std::string_view klucz) {
 // Blocks as they are, without padding.
 std::string Bloki(const TSzyfrator& szyfrator, bool szyfruj, std::string bajty) {
     (szyfrator.*(szyfruj ? &TSzyfrator::SzyfrujBloki : &TSzyfrator::DeszyfrujBloki))(bajty.data(), bajty.size() / 8);
-    return bajty;
-}
-
-std::string LosoweBajty(std::mt19937& los, std::size_t ile) {
-    std::string bajty(ile, '\0');
-    std::generate(bajty.begin(), bajty.end(), [&los] { return static_cast<char>(los()); });
     return bajty;
 }
 
@@ -99,26 +87,13 @@ TEST(Szyfr, PamiecKluczy) {
 
 // Published by the cipher's author: key, plain text, ciphertext.
 TEST(Szyfr, OgloszoneWektory) {
-    const struct {
-        const char *klucz, *jawny, *szyfr;
-    } wektory[] = {
-        {"0000000000000000", "0000000000000000", "4EF997456198DD78"},
-        {"FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFFFF", "51866FD5B85ECB8A"},
-        {"3000000000000000", "1000000000000001", "7D856F9A613063F2"},
-        {"1111111111111111", "1111111111111111", "2466DD878B963C9D"},
-        {"0123456789ABCDEF", "1111111111111111", "61F9C3802281B096"},
-        {"1111111111111111", "0123456789ABCDEF", "7D0CC630AFDA1EC7"},
-        {"FEDCBA9876543210", "0123456789ABCDEF", "0ACEAB0FC6A0A28D"},
-        {"7CA110454A1A6E57", "01A1D6D039776742", "59C68245EB05282B"},
-        {"0131D9619DC1376E", "5CD54CA83DEF57DA", "B1B8CC0B250F09A0"},
-        {"07A1133E4A0B2686", "0248D43806F67172", "1730E5778BEA1DA4"},
-        {"F0E1D2C3B4A5968778695A4B3C2D1E0F0011223344556677", "FEDCBA9876543210", "05044B62FA52D080"},
-    };
-    for (const auto& w : wektory) {
-        const TSzyfrator szyfrator(ZHex(w.klucz));
-        EXPECT_EQ(Bloki(szyfrator, true, Odwrocone(ZHex(w.jawny))), Odwrocone(ZHex(w.szyfr))) << w.klucz;
-        EXPECT_EQ(Bloki(szyfrator, false, Odwrocone(ZHex(w.szyfr))), Odwrocone(ZHex(w.jawny))) << w.klucz;
-    }
+    for (const auto& w : testy::WczytajTabele("szyfr.tsv"))
+        for (const unsigned dozwolone : {0U, unsigned{rzWszystkie}}) {
+            UzywajRozszerzen(dozwolone);
+            const TSzyfrator szyfrator(Bajty(w[0]));
+            EXPECT_EQ(Bloki(szyfrator, true, Odwrocone(Bajty(w[1]))), Odwrocone(Bajty(w[2]))) << w.numer;
+            EXPECT_EQ(Bloki(szyfrator, false, Odwrocone(Bajty(w[2]))), Odwrocone(Bajty(w[1]))) << w.numer;
+        }
 }
 
 #if ZTOK_TEST_OPENSSL
@@ -230,7 +205,7 @@ TEST(Szyfr, ObceDaneDajaBladINiczegoNieZmieniaja) {
 // A million times a wrong key, which makes random bytes of any ciphertext: an error nearly always. What passes, and
 // every fourth of the rest, is read as an object: an error or a value.
 TEST(Szyfr, ZlyKlucz) {
-    const int prob = przydzialy::Liczone() ? 1000000 : 50000; // as many where the program runs at full speed
+    const int prob = ZTOK_SANITIZER ? 50000 : 1000000;
     probki::Rejestruj();
     const TSzyfrator szyfrator("zły klucz");
     const TWlasny<probki::TAdres> obiekt = Utworz<probki::TAdres>();
@@ -280,7 +255,7 @@ TEST(Szyfr, Klucze) {
     const TSzyfrator slaby("klucz18981");
     EXPECT_FALSE(slaby.SilnyKlucz());
     EXPECT_TRUE(TSzyfrator("klucz18981A").SilnyKlucz());
-    EXPECT_EQ(Szyfr("abc", "klucz18981"), ZHex("0FA7827054B778AF"));
+    EXPECT_EQ(Szyfr("abc", "klucz18981"), Bajty("0FA7827054B778AF"));
     const std::string bezMiejsca = "10376" + std::string(67, 'x');
     const auto blad = [](std::string_view klucz) { return testy::Blad<ZTException>([&] { TSzyfrator{klucz}; }); };
     EXPECT_EQ(blad(bezMiejsca), u"Błędny klucz szyfrowania.");

@@ -1,13 +1,9 @@
 #include "ztok/fields/TTekstPola.h"
 
-#include <random>
-
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
 #include "tests/Probki.h"
 #include "ztok/persist/TOdczytywaczDanych.h"
-#include "ztok/platform/Kodowania.h"
-#include "ztok/util/Zttypybazowe.h"
 
 namespace {
 
@@ -37,22 +33,7 @@ TEST(TekstPola, HoldsWhatAStringHoldsAlsoWhenGivenPartsOfItself) {
 TEST(TekstPola, ReadsLongTextsAsShortOnes) {
     std::mt19937 losowe(20261121);
     for (int proba = 0; proba < 2000; ++proba) {
-        std::u16string znaki;
-        const std::size_t ile = 200 + losowe() % 900;
-        while (znaki.size() < ile)
-            switch (losowe() % 4) {
-            case 0:
-                znaki += u"\U0001F600";
-                break;
-            case 1:
-                znaki += static_cast<char16_t>(0x800 + losowe() % 0xE000); // lone surrogates too
-                break;
-            case 2:
-                znaki += static_cast<char16_t>(losowe() % 0x800);
-                break;
-            default:
-                znaki += static_cast<char16_t>(losowe() % 0x80);
-            }
+        const std::u16string znaki = strumienie::LosowyTekst(losowe, 200 + losowe() % 900, 2 + losowe() % 4);
         std::string bajtyUtf8 = Utf8ZUtf16(znaki);
         if (proba % 3 == 0)
             bajtyUtf8[losowe() % bajtyUtf8.size()] = static_cast<char>(losowe());

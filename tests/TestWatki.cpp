@@ -1,10 +1,9 @@
 // Threads: what may be shared, under load; the thread sanitizer watches.
-#include <gtest/gtest.h>
+#include "tests/Testy.h"
 
 #include <atomic>
 
 #include "LosoweDrzewo.h"
-#include "StrumienieTestowe.h"
 #include "Watki.h"
 #include "ztok/platform/Pula.h"
 

@@ -1,53 +1,102 @@
-// The groups of benchmarks.
+// The loop that measures: a cell is a row of the table and a column, an operation and who does it.
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
-#include "biblioteki/Biblioteka.h"
-#include "dane/Dane.h"
+#include "pomiary/Tabela.h"
+#include "system/System.h"
 
 namespace pomiary {
 
-class TTabela;
-
 // Makes the compiler believe that the value is used and that memory may have changed.
 template <class T> inline void Zuzyj(const T& wartosc) { asm volatile("" : : "g"(&wartosc) : "memory"); }
+// The number, which the compiler cannot know any more: a field's number mostly comes from elsewhere.
+inline int Ukryj(int numer) {
+    asm volatile("" : "+r"(numer));
+    return numer;
+}
 
-template <class TDane> struct TPozycjaListy {
-    std::string_view biblioteka;
-    std::unique_ptr<ISeria<TDane>> seria;
+// Ends the program with a message unless the condition holds: what works wrongly is not measured.
+void Sprawdz(bool dobrze, std::string_view operacja, std::string_view kolumna);
+
+struct TOpcje {
+    bool proba = false;      // little data, one round, each operation once: proves that all of it works
+    int rundy = 9;           // each measures every cell of a group once, in an order of its own
+    double najkrocej = 0.01; // seconds that one measurement takes at least
+    std::string wiersze;     // only rows with this in their names
 };
 
-// Writing and reading the data set in every library of the list, which must outlive the run.
-template <class TDane>
-void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std::vector<TPozycjaListy<TDane>>& serie,
-                      std::size_t ileObiektow);
-// Our write and read taken apart.
-void ZarejestrujFazy(const dane::TBaza& baza);
-// Access to fields by number, appending, comparing texts.
-void ZarejestrujOperacje(const dane::TBaza& baza);
-// Conversions of text between UTF-16 and bytes.
-void ZarejestrujKodowania(const dane::TBaza& baza);
-// Copy and comparison of trees, sort and bisection of a list; and, when it has run, how the cost of a copy grows.
-void ZarejestrujModel(const dane::TBaza& baza);
-void DodajWzrostKopii(TTabela& tabela);
-// The cipher and the check sum.
-void ZarejestrujBajty();
-// Writing and reading the readable form: plainly, and tuned.
-inline constexpr const char* kOperacjeTekstu[] = {"invoices: write text", "invoices: read text and destroy",
-                                                  "invoices: write text, tuned",
-                                                  "invoices: read text and destroy, tuned"};
-// The tokenizer over the invoices in readable form; the second adds what follows from the times.
-void ZarejestrujTekst(const dane::TBaza& baza);
-void PodsumujTekst(TTabela& tabela);
+class TPomiary {
+  public:
+    explicit TPomiary(TOpcje opcje) : opcje_(std::move(opcje)) {}
 
-// Resident memory that the function leaves behind it, measured in a process of its own; negative when that failed.
-[[nodiscard]] double ZajetaPamiec(void (*funkcja)(void*), void* dane);
-// Keeps freed memory in the process for the next tree, so that no library pays for fresh pages in every iteration.
-void ZatrzymujPamiec();
-// Processor time of this process, in seconds.
-[[nodiscard]] double CzasProcesora();
+    [[nodiscard]] bool Proba() const { return opcje_.proba; }
+    [[nodiscard]] std::size_t Ile(std::size_t naprawde, std::size_t wProbie) const {
+        return opcje_.proba ? wProbie : naprawde;
+    }
+    [[nodiscard]] bool Chciany(std::string_view operacja) const {
+        return operacja.find(opcje_.wiersze) != std::string_view::npos;
+    }
+
+    // Adds the cell of `krok()`, which handles so many items.
+    template <class TKrok>
+    void Dodaj(std::string_view operacja, std::string_view kolumna, std::size_t ile, TKrok krok) {
+        DodajKomorke(operacja, kolumna, ile, [krok](std::size_t powtorzen) {
+            const double start = Sekundy();
+            for (std::size_t i = 0; i < powtorzen; ++i)
+                krok();
+            return Sekundy() - start;
+        });
+    }
+    // Adds the cell of `krok(i)` for each of so many items.
+    template <class TKrok>
+    void DodajKazdy(std::string_view operacja, std::string_view kolumna, std::size_t ile, TKrok krok) {
+        Dodaj(operacja, kolumna, ile, [krok, ile] {
+            for (std::size_t i = 0; i < ile; ++i)
+                krok(i);
+        });
+    }
+    // The same for `krok(what przygotuj() gave)`; what is prepared is made and destroyed outside the time.
+    template <class TPrzygotuj, class TKrok>
+    void PoPrzygotowaniu(std::string_view operacja, std::string_view kolumna, std::size_t ile, TPrzygotuj przygotuj,
+                         TKrok krok) {
+        DodajKomorke(operacja, kolumna, ile, [przygotuj, krok](std::size_t powtorzen) {
+            double razem = 0;
+            for (std::size_t i = 0; i < powtorzen; ++i) {
+                auto dane = przygotuj();
+                const double start = Sekundy();
+                krok(dane);
+                razem += Sekundy() - start;
+            }
+            return razem;
+        });
+    }
+    // Measures the cells added since the last time, and forgets them.
+    void Wykonaj();
+
+    TTabela Tabela;
+
+  private:
+    // Seconds that so many repetitions take.
+    using TMiara = std::function<double(std::size_t powtorzen)>;
+    struct TKomorka {
+        std::string operacja;
+        std::string kolumna;
+        std::size_t ile;
+        TMiara miara;
+        std::size_t powtorzen;
+    };
+    void DodajKomorke(std::string_view operacja, std::string_view kolumna, std::size_t ile, TMiara miara);
+    [[nodiscard]] std::size_t IlePowtorzen(const TMiara& miara) const;
+
+    TOpcje opcje_;
+    std::vector<TKomorka> komorki_;
+};
 
 } // namespace pomiary

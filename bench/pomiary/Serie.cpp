@@ -1,100 +1,139 @@
-#include <benchmark/benchmark.h>
+// Every library over the data sets.
+#include <span>
 
-#include "biblioteki/Ztok.h"
-#include "pomiary/Pomiary.h"
-#include "pomiary/Tabela.h"
+#include "pomiary/Grupy.h"
 
 namespace pomiary {
 
+namespace {
+
+template <class TDane> struct TKolumna {
+    std::string_view nazwa;
+    std::unique_ptr<ISeria<TDane>> seria;
+};
+template <class TDane> using TKolumny = std::vector<TKolumna<TDane>>;
+
+// Reading what was written gives the data back, every reference at its object.
 template <class TDane>
-void ZarejestrujSerie(std::string_view zapis, std::string_view odczyt, const std::vector<TPozycjaListy<TDane>>& serie,
-                      std::size_t ileObiektow) {
-    for (const TPozycjaListy<TDane>& pozycja : serie) {
-        ISeria<TDane>* seria = pozycja.seria.get();
-        benchmark::RegisterBenchmark(NazwaPomiaru(zapis, pozycja.biblioteka).c_str(),
-                                     [seria, ileObiektow](benchmark::State& stan) {
-                                         for (auto krok : stan)
-                                             Zuzyj(seria->Zapisz());
-                                         UstawIle(stan, ileObiektow);
-                                     });
-        benchmark::RegisterBenchmark(NazwaPomiaru(odczyt, pozycja.biblioteka).c_str(),
-                                     [seria, ileObiektow](benchmark::State& stan) {
-                                         for (auto krok : stan) {
-                                             seria->Wczytaj();
-                                             seria->Zniszcz();
-                                         }
-                                         UstawIle(stan, ileObiektow);
-                                     });
+void SprawdzSerie(ISeria<TDane>& seria, const TDane& dane, std::string_view zestaw, std::string_view kolumna) {
+    seria.Zapisz();
+    seria.Wczytaj();
+    Sprawdz(seria.Odtworz() == dane, zestaw, kolumna);
+    seria.Zniszcz();
+}
+
+// The series of a data set, checked.
+template <class TDane>
+TKolumny<TDane> UtworzSerie(const std::vector<TBiblioteka<TDane>>& biblioteki, const TDane& dane,
+                            std::string_view zestaw, TUzycie uzycie) {
+    TKolumny<TDane> kolumny;
+    std::string nasze; // what plain C++ writes is what we write
+    for (const TBiblioteka<TDane>& biblioteka : biblioteki) {
+        auto seria = biblioteka.utworz(dane, uzycie);
+        if (biblioteka.kolumna == kZtok)
+            nasze = seria->Zapisz();
+        else if (biblioteka.kolumna == kCpp || biblioteka.kolumna == kCppUtf8)
+            Sprawdz(seria->Zapisz() == nasze, zestaw, biblioteka.kolumna);
+        SprawdzSerie(*seria, dane, zestaw, biblioteka.kolumna);
+        kolumny.push_back({biblioteka.kolumna, std::move(seria)});
+    }
+    return kolumny;
+}
+
+// What a tree takes that was read, and what it takes when it is written. The series go to those that live on, so that
+// none finds memory that another has left.
+template <class TDane>
+void DodajPamiec(TPomiary& pomiary, const std::vector<TBiblioteka<TDane>>& biblioteki, const TDane& dane,
+                 const std::string& zestaw, std::vector<std::shared_ptr<void>>& zywe) {
+    const std::string napisane = zestaw + ": written, bytes an object";
+    const std::string pamiec = zestaw + ": memory, bytes an object";
+    if (!pomiary.Chciany(napisane) && !pomiary.Chciany(pamiec))
+        return;
+    const auto obiekty = static_cast<double>(dane::IleObiektow(dane));
+    for (const TBiblioteka<TDane>& biblioteka : biblioteki) {
+        std::shared_ptr<ISeria<TDane>> seria = biblioteka.utworz(dane, TUzycie::Zwykle);
+        pomiary.Tabela.Dodaj(napisane, biblioteka.kolumna, static_cast<double>(seria->Zapisz().size()) / obiekty);
+        const double zajete = ZajetaPamiec([](void* s) { static_cast<ISeria<TDane>*>(s)->Wczytaj(); }, seria.get());
+        if (zajete > 0)
+            pomiary.Tabela.Dodaj(pamiec, biblioteka.kolumna, zajete / obiekty);
+        zywe.push_back(std::move(seria));
     }
 }
 
-template void ZarejestrujSerie(std::string_view, std::string_view, const std::vector<TPozycjaListy<dane::TBaza>>&,
-                               std::size_t);
-template void ZarejestrujSerie(std::string_view, std::string_view, const std::vector<TPozycjaListy<dane::TZnaki>>&,
-                               std::size_t);
+template <class TDane>
+void DodajSerie(TPomiary& pomiary, const std::string& zapis, const std::string& odczyt, const TKolumny<TDane>& kolumny,
+                std::size_t obiekty) {
+    for (const TKolumna<TDane>& kolumna : kolumny) {
+        ISeria<TDane>* seria = kolumna.seria.get();
+        pomiary.Dodaj(zapis, kolumna.nazwa, obiekty, [seria] { Zuzyj(seria->Zapisz()); });
+        pomiary.Dodaj(odczyt, kolumna.nazwa, obiekty, [seria] {
+            seria->Wczytaj();
+            seria->Zniszcz();
+        });
+    }
+}
 
-namespace {
-
-// Registers one phase: prepare what it needs, then time the phase alone.
-template <class TPrzygotuj, class TFaza>
-void Faza(std::string_view nazwa, std::size_t ileObiektow, TPrzygotuj przygotuj, TFaza faza) {
-    benchmark::RegisterBenchmark(NazwaPomiaru(nazwa, kZtok).c_str(), [=](benchmark::State& stan) {
-        for (auto krok : stan) {
-            auto dane = przygotuj();
-            const double start = CzasProcesora();
-            faza(dane);
-            stan.SetIterationTime(CzasProcesora() - start);
-        }
-        UstawIleReczny(stan, ileObiektow);
-    })->UseManualTime();
+// A data set as a group: as the manuals show, and tuned.
+template <class TDane>
+void MierzZestaw(TPomiary& pomiary, const std::vector<TBiblioteka<TDane>>& biblioteki, const TDane& dane,
+                 const std::string& zestaw, bool obieFormy = true) {
+    const std::string zapis = zestaw + ": write";
+    const std::string odczyt = zestaw + ": read and destroy";
+    const std::size_t obiekty = dane::IleObiektow(dane);
+    if (!pomiary.Chciany(zapis + " tuned") && !pomiary.Chciany(odczyt + ", tuned"))
+        return;
+    const auto zwykle = obieFormy ? UtworzSerie(biblioteki, dane, zestaw, TUzycie::Zwykle) : TKolumny<TDane>();
+    const auto dostrojone = UtworzSerie(biblioteki, dane, zestaw, TUzycie::Dostrojone);
+    DodajSerie(pomiary, zapis, odczyt, zwykle, obiekty);
+    DodajSerie(pomiary, zapis + ", tuned", odczyt + ", tuned", dostrojone, obiekty);
+    pomiary.Wykonaj();
 }
 
 } // namespace
 
-void ZarejestrujFazy(const dane::TBaza& baza) {
-    const std::size_t ile = dane::IleObiektow(baza);
-    // One tree for all phases, kept to the end of the process.
-    static TBaza* drzewo = ztok::UtworzSurowy<TBaza>();
-    static ztok::TZTMemoryStream strumien;
-    Wypelnij(*drzewo, baza);
-    drzewo->ZapiszWStrumieniu(strumien);
+void MierzSerie(TPomiary& pomiary, const dane::TBaza& baza, const dane::TZnaki& znaki) {
+    TBibliotekiBazy binarne;
+    TBibliotekiZnakow binarneZnakow;
+    TBibliotekiBazy tekstowe;
+    DodajWlasne(binarne, binarneZnakow, tekstowe);
+    DodajObce(binarne, binarneZnakow, tekstowe);
+    { // first, while the heap is in order
+        std::vector<std::shared_ptr<void>> zywe;
+        DodajPamiec(pomiary, binarne, baza, "invoices", zywe);
+        DodajPamiec(pomiary, binarneZnakow, znaki, "characters", zywe);
+    }
+    MierzZestaw(pomiary, binarne, baza, "invoices");
+    MierzZestaw(pomiary, binarneZnakow, znaki, "characters");
+    MierzZestaw(pomiary, binarneZnakow, JednegoCelu(znaki), "characters, all refer to one", false);
+    MierzZestaw(pomiary, tekstowe, baza, "invoices as text");
+}
 
-    struct TNic {};
-    using TZapisywacz = std::unique_ptr<ztok::TZapisywaczDanych>;
-    Faza(
-        "phase: collecting objects", ile, [] { return std::make_unique<ztok::TZapisywaczDanych>(); },
-        [](TZapisywacz& z) { drzewo->DajObiektyDoZapisu(*z); });
-    Faza(
-        "phase: sorting addresses", ile,
-        [] {
-            auto z = std::make_unique<ztok::TZapisywaczDanych>();
-            drzewo->DajObiektyDoZapisu(*z);
-            return z;
-        },
-        [](TZapisywacz& z) { z->SortujListe(); });
-    Faza(
-        "phase: whole write", ile,
-        [] {
-            strumien.Seek(0, ztok::ESeek::Poczatek);
-            return TNic{};
-        },
-        [](TNic&) { drzewo->ZapiszWStrumieniu(strumien); });
-    Faza(
-        "phase: read", ile,
-        [] {
-            strumien.Seek(0, ztok::ESeek::Poczatek);
-            return ztok::Utworz<TBaza>();
-        },
-        [](ztok::TWlasny<TBaza>& nowe) { nowe->WczytajZeStrumienia(strumien); });
-    Faza(
-        "phase: destroy", ile,
-        [] {
-            strumien.Seek(0, ztok::ESeek::Poczatek);
-            auto nowe = ztok::Utworz<TBaza>();
-            nowe->WczytajZeStrumienia(strumien);
-            return nowe;
-        },
-        [](ztok::TWlasny<TBaza>& nowe) { ztok::Zwolnij(nowe.Oddaj()); });
+void MierzWzrost(TPomiary& pomiary) {
+    constexpr std::size_t kNaFakture = 6; // objects, about
+    const std::size_t obiekty[] = {pomiary.Ile(2000, 60), pomiary.Ile(kNajwiekszeDrzewo, 600)};
+    const std::string wiersze[] = {"write, growth to " + std::to_string(obiekty[1]) + " objects",
+                                   "read, growth to " + std::to_string(obiekty[1]) + " objects"};
+    if (!pomiary.Chciany(wiersze[0]) && !pomiary.Chciany(wiersze[1]))
+        return;
+    TBibliotekiBazy biblioteki;
+    TBibliotekiZnakow znakow;
+    TBibliotekiBazy tekstowe;
+    DodajWlasne(biblioteki, znakow, tekstowe);
+    DodajObce(biblioteki, znakow, tekstowe);
+    std::erase_if(biblioteki,
+                  [](const auto& b) { return b.kolumna != kZtok && b.kolumna != kCpp && b.kolumna != kCereal; });
+    const dane::TBaza bazy[] = {dane::GenerujBaze(obiekty[0] / kNaFakture), dane::GenerujBaze(obiekty[1] / kNaFakture)};
+    TKolumny<dane::TBaza> kolumny[2];
+    std::string nazwy[2][2];
+    for (std::size_t i = 0; i < 2; ++i) {
+        nazwy[i][0] = wiersze[0] + ": of " + std::to_string(obiekty[i]);
+        nazwy[i][1] = wiersze[1] + ": of " + std::to_string(obiekty[i]);
+        kolumny[i] = UtworzSerie(biblioteki, bazy[i], nazwy[i][1], TUzycie::Dostrojone);
+        DodajSerie(pomiary, nazwy[i][0], nazwy[i][1], kolumny[i], dane::IleObiektow(bazy[i]));
+    }
+    pomiary.Wykonaj();
+    for (std::size_t j = 0; j < 2; ++j)
+        pomiary.Tabela.DodajIloraz(wiersze[j], nazwy[0][j], nazwy[1][j]);
 }
 
 } // namespace pomiary

@@ -7,11 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include <benchmark/benchmark.h>
-
 namespace pomiary {
 
-// The columns. The peers are what the ratio is taken to; plain C++ is shown for orientation.
+// The columns. Libraries are what the first ratio is taken to, plain C++ what the second is.
 inline constexpr std::string_view kZtok = "ztok";
 inline constexpr std::string_view kCereal = "cereal";
 inline constexpr std::string_view kFlatBuffers = "FlatBuffers";
@@ -23,30 +21,23 @@ inline constexpr std::string_view kPugiAtrybuty = "pugi attr";
 inline constexpr std::string_view kPugiElementy = "pugi elem";
 inline constexpr std::string_view kIcu = "ICU";
 inline constexpr std::string_view kIconv = "iconv";
-inline constexpr std::string_view kCpp = "plain C++";
-inline constexpr std::string_view kZtokSkalarnie = "ztok, SSE2"; // without the larger vectors
 inline constexpr std::string_view kOpenSSL = "OpenSSL";
 inline constexpr std::string_view kNettle = "nettle";
 inline constexpr std::string_view kZlib = "zlib";
 inline constexpr std::string_view kLibdeflate = "libdeflate";
+inline constexpr std::string_view kCpp = "plain C++";        // structs and the standard library, texts as UTF-16
+inline constexpr std::string_view kCppUtf8 = "plain, UTF-8"; // the same, texts as UTF-8
 
-// Name of a benchmark: the row and the column.
-[[nodiscard]] std::string NazwaPomiaru(std::string_view operacja, std::string_view biblioteka);
-// Says how many items one iteration handles, so that the table can tell nanoseconds an item.
-void UstawIle(benchmark::State& stan, std::size_t ile);
-// For a benchmark that times itself: its time is the manual one.
-void UstawIleReczny(benchmark::State& stan, std::size_t ile);
-
-// Takes the processor time of every repetition; the table shows medians.
-class TTabela : public benchmark::BenchmarkReporter {
+class TTabela {
   public:
-    bool ReportContext(const Context& kontekst) override;
-    void ReportRuns(const std::vector<Run>& przebiegi) override;
-
-    // A value that no benchmark gives.
-    void Dodaj(std::string_view operacja, std::string_view biblioteka, double wartosc);
+    // Rows stand in the order in which they were first named.
+    void Zapowiedz(std::string_view operacja) { Wiersz(operacja); }
+    // One more measurement of a cell.
+    void Dodaj(std::string_view operacja, std::string_view kolumna, double wartosc);
     // The median of a cell; 0 when there is none.
-    [[nodiscard]] double Mediana(std::string_view operacja, std::string_view biblioteka) const;
+    [[nodiscard]] double Mediana(std::string_view operacja, std::string_view kolumna) const;
+    // Adds a row made of two: how many times the second is the first, for each column that has both.
+    void DodajIloraz(std::string_view operacja, std::string_view mianownik, std::string_view licznik);
     void Drukuj() const;
 
   private:
@@ -55,6 +46,7 @@ class TTabela : public benchmark::BenchmarkReporter {
         std::map<std::string, std::vector<double>, std::less<>> pomiary;
     };
     TWiersz& Wiersz(std::string_view operacja);
+    [[nodiscard]] const TWiersz* Jest(std::string_view operacja) const;
     void DrukujCzesc(std::size_t od, std::size_t koniec, const std::set<std::string_view>& kolumny) const;
 
     std::vector<TWiersz> wiersze_;

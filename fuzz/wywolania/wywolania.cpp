@@ -3,16 +3,20 @@
 // was saved reads back, a field has the value that it reads as.
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "fuzz/Fuzz.h"
+#include "fuzz/wywolania/Bajty.h"
+#include "fuzz/wywolania/StanDrzewa.h"
 #include "tests/Probki.h"
 #include "tests/StrumienieTestowe.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Pula.h"
 
 using namespace ztok;
+using drzewa::TStan;
 using fuzz::Wymagaj;
 using probki::TAdres;
 using probki::TWszystko;
@@ -26,79 +30,6 @@ class TWezel : public TWszystko {
 };
 class TListaWezlow : public TListaTypu<TWezel> {
     ZTOK_LISTA(TListaWezlow, TWezel)
-};
-
-// What a call may leave behind.
-struct TStan {
-    std::vector<TObiektBazowy*> obiekty; // of all trees, owners before what they hold
-    std::vector<TPole*> odniesienia;     // registered pointers and lists of them
-    std::vector<TPole*> zwykle;          // plain ones
-
-    void Zbierz(TPole& pole, const TObiektBazowy* wlasciciel) {
-        const std::uint32_t cechy = pole.Klasa()->cechy;
-        if ((cechy & (ckPoleRef | ckListaRef)) != 0)
-            odniesienia.push_back(&pole);
-        else if ((cechy & (ckPoleWsk | ckListaWsk)) != 0)
-            zwykle.push_back(&pole);
-        if ((cechy & ckObiektBazowy) == 0)
-            return;
-        auto& o = static_cast<TObiektBazowy&>(pole);
-        Wymagaj(o.Rodzic() == wlasciciel, "an object's parent is its owner");
-        obiekty.push_back(&o);
-        if ((cechy & ckObiekt) != 0) {
-            auto& zPolami = static_cast<TObiekt&>(o);
-            for (int nr = 0; nr <= zPolami.OstUzywanePole(); ++nr)
-                if (TPole* p = zPolami.Pole(nr); p != nullptr)
-                    Zbierz(*p, &o);
-        } else if ((cechy & ckLista) != 0) {
-            auto& lista = static_cast<TListaBazowa&>(o);
-            Wymagaj(lista.IleObiektow() >= 0 && lista.IleObiektow() <= lista.Pojemnosc(), "elements have their room");
-            for (TObiektBazowy* element : lista) {
-                Wymagaj(element != nullptr || (cechy & ckListaObiektow) == 0, "no empty place among items");
-                if (element != nullptr && (cechy & ckListaZObiektami) != 0)
-                    Zbierz(*element, &o);
-            }
-        } else if ((cechy & ckTablica) != 0) {
-            auto& tablica = static_cast<TArrayOfConst&>(o);
-            for (std::int32_t i = 0; i < tablica.Ile(); ++i)
-                if (tablica.Obiekt(i) != nullptr)
-                    Zbierz(*tablica.Obiekt(i), &o);
-        }
-    }
-
-    static std::vector<const TObiektBazowy*> Cele(const TPole& odniesienie) {
-        std::vector<const TObiektBazowy*> cele;
-        if (odniesienie.Klasa()->Ma(ckPoleWsk))
-            cele.push_back(static_cast<const TPoleWskObiektu&>(odniesienie).Obiekt());
-        else
-            for (const TObiektBazowy* cel : static_cast<const TListaBazowa&>(odniesienie))
-                cele.push_back(cel);
-        std::erase(cele, nullptr);
-        std::sort(cele.begin(), cele.end());
-        cele.erase(std::unique(cele.begin(), cele.end()), cele.end());
-        return cele;
-    }
-
-    // Every registered pointer leads to a living object that knows of it, and objects know of nothing else.
-    void SprawdzOdniesienia() const {
-        std::vector<std::pair<const TObiektBazowy*, int>> ile;
-        for (const TObiektBazowy* o : obiekty)
-            ile.emplace_back(o, 0);
-        std::sort(ile.begin(), ile.end());
-        for (const TPole* odniesienie : odniesienia)
-            for (const TObiektBazowy* cel : Cele(*odniesienie)) {
-                const auto jest = std::lower_bound(ile.begin(), ile.end(), std::pair(cel, 0));
-                Wymagaj(jest != ile.end() && jest->first == cel, "a reference leads to a living object");
-                Wymagaj(cel->MaRefOd(odniesienie), "a target knows of its reference");
-                ++jest->second;
-            }
-        for (const auto& [o, znane] : ile) {
-            const auto pamieta = [cel = o](const TPole* p) { return cel->MaRefOd(p); };
-            Wymagaj(o->MaJakiesRef() == (znane != 0) &&
-                        std::count_if(odniesienia.begin(), odniesienia.end(), pamieta) == znane,
-                    "a target knows of no other reference");
-        }
-    }
 };
 
 bool JestNad(const TObiektBazowy& przodek, const TObiektBazowy* o) {
@@ -121,31 +52,41 @@ void WczytajTekst(TObiektBazowy& o, const std::string& tekst) {
 
 class TSwiat {
   public:
-    TSwiat(const std::uint8_t* dane, std::size_t ile) : bajt_(dane), koniec_(dane + ile) {
+    explicit TSwiat(wywolania::TBajty& bajty) : bajty_(bajty) {
         for (auto& korzen : korzenie_)
             korzen = Utworz<TWezel>();
     }
 
     void Graj() {
-        for (int krok = 0; krok < 100 && bajt_ != koniec_; ++krok) {
+        while (!bajty_.Koniec()) {
             Sprawdz();
+            std::map<const TPole*, std::vector<const TObiektBazowy*>> przed;
+            for (const TPole* pole : stan_.odniesienia)
+                przed[pole] = TStan::Cele(*pole);
+            ruszane_.clear();
+            stale_ = false;
             try {
                 Krok();
             } catch (const EWyjatek& e) {
                 Wymagaj(!e.Komunikat().empty(), "an error has a message");
             }
             ZapomnijZwykleWskazniki();
+            if (stale_)
+                SprawdzStale(przed);
         }
         Sprawdz();
     }
 
-  private:
-    std::size_t Z(std::size_t ile) { return bajt_ == koniec_ ? 0 : *bajt_++ % ile; }
-    // Does one of the things.
-    template <class... F> void Wybierz(const F&... co) {
-        std::size_t nr = Z(sizeof...(co));
-        ((nr-- == 0 ? static_cast<void>(co()) : void()), ...);
+    ~TSwiat() {
+        for (const TLuzne& l : luzne_)
+            Zwolnij(l.pole);
     }
+    TSwiat(const TSwiat&) = delete;
+    TSwiat& operator=(const TSwiat&) = delete;
+
+  private:
+    std::size_t Z(std::size_t ile) { return bajty_.Z(ile); }
+    template <class... F> void Wybierz(const F&... co) { bajty_.Wybierz(co...); }
     template <class T, std::size_t N> const T& Jedno(const T (&tablica)[N]) { return tablica[Z(N)]; }
     std::int32_t Indeks(const TListaBazowa& lista) {
         const auto i = static_cast<std::int32_t>(Z(static_cast<std::size_t>(lista.IleObiektow()) + 3));
@@ -168,6 +109,11 @@ class TSwiat {
     }
     // A list that owns, made if it is not there; the plain pointers' list is left to the lists of one call.
     TListaBazowa& Lista() {
+        TListaBazowa& lista = JednaZList();
+        ruszane_.push_back(&lista);
+        return lista;
+    }
+    TListaBazowa& JednaZList() {
         TWezel& o = Wezel();
         switch (Z(6)) {
         case 0:
@@ -262,10 +208,97 @@ class TSwiat {
     }
 
     void Krok() {
-        Wybierz([&] { UstawWartosc(); }, [&] { Dodaj(); }, [&] { DodajWiele(); }, [&] { Wyjmij(); }, [&] { Usun(); },
-                [&] { PrzeniesWiele(); }, [&] { Kopiuj(); }, [&] { Porownaj(Obiekt(), Obiekt()); }, [&] { Sortuj(); },
-                [&] { Zeruj(); }, [&] { UstawOdniesienie(); }, [&] { ZapiszIWczytaj(); }, [&] { ListyWartosci(); },
-                [&] { UstawWartosc(); }, [&] { Dodaj(); }, [&] { UstawOdniesienie(); });
+        const auto stale = [this](auto co) { // references change only in the lists of the call, and as targets die
+            return [this, co] {
+                stale_ = true;
+                co();
+            };
+        };
+        Wybierz([&] { UstawWartosc(); }, stale([&] { Dodaj(); }), stale([&] { DodajWiele(); }),
+                stale([&] { Wyjmij(); }), stale([&] { Usun(); }), stale([&] { PrzeniesWiele(); }), [&] { Kopiuj(); },
+                stale([&] { Porownaj(Obiekt(), Obiekt()); }), stale([&] { Sortuj(); }), [&] { Zeruj(); },
+                [&] { UstawOdniesienie(); }, [&] { ZapiszIWczytaj(); }, [&] { ListyWartosci(); },
+                stale([&] { PrzeniesPole(); }), stale([&] { Dodaj(); }), [&] { UstawOdniesienie(); });
+    }
+
+    void SprawdzStale(const std::map<const TPole*, std::vector<const TObiektBazowy*>>& przed) {
+        TStan po;
+        for (auto& korzen : korzenie_)
+            po.Zbierz(*korzen, nullptr);
+        std::sort(po.obiekty.begin(), po.obiekty.end());
+        for (const TPole* pole : po.odniesienia)
+            if (const auto jest = przed.find(pole);
+                jest != przed.end() && std::find(ruszane_.begin(), ruszane_.end(), pole) == ruszane_.end()) {
+                std::vector<const TObiektBazowy*> cele = jest->second;
+                std::erase_if(cele, [&](const TObiektBazowy* cel) {
+                    return !std::binary_search(po.obiekty.begin(), po.obiekty.end(), cel);
+                });
+                Wymagaj(TStan::Cele(*pole) == cele, "references lose what dies, and nothing else");
+            }
+    }
+
+    // The texts of an object's plain fields but one.
+    static std::vector<std::u16string> Teksty(const TObiekt& o, int oprocz) {
+        std::vector<std::u16string> teksty;
+        for (int nr = 0; nr <= o.OstUzywanePole(); ++nr)
+            if (const TPole* pole = o.Pole(nr); pole != nullptr && nr != oprocz && !pole->Klasa()->Ma(ckObiektBazowy))
+                teksty.push_back(pole->GetJakoString() + (o.PoleNiepuste(nr) ? u"+" : u"-"));
+        return teksty;
+    }
+
+    // Fields of plain values share a block with their owner's field array; they leave it and come back, the owners die:
+    // every field keeps its value.
+    struct TLuzne {
+        int nr;
+        TPole* pole;
+        std::u16string tekst;
+    };
+    void PrzeniesPole() {
+        TObiekt& o = ZPolami();
+        const int nr = NrPola();
+        const std::size_t ktore = Z(luzne_.size());
+        Wybierz(
+            [&] {
+                TPole* pole = o.Pole(nr);
+                if (pole == nullptr || pole->Klasa()->Ma(ckObiektBazowy | ckPoleWsk))
+                    return;
+                luzne_.push_back({nr, pole, pole->GetJakoString()});
+                const auto inne = Teksty(o, nr);
+                o.UstawPole(nr, nullptr, false);
+                Wymagaj(o.Pole(nr) == nullptr && !o.PoleNiepuste(nr) && Teksty(o, nr) == inne, "one field goes out");
+            },
+            [&] {
+                if (ktore >= luzne_.size())
+                    return;
+                const TLuzne l = luzne_[ktore];
+                const TKlasa* typ = l.nr < 0 ? nullptr : o.TypPolaNr(l.nr);
+                if (typ == nullptr || !l.pole->JestKlasy(typ))
+                    return;
+                const auto inne = Teksty(o, l.nr);
+                luzne_.erase(luzne_.begin() + static_cast<std::ptrdiff_t>(ktore));
+                o.UstawPole(l.nr, l.pole, true);
+                Wymagaj(o.Pole(l.nr) == l.pole && o.PoleNiepuste(l.nr) && Teksty(o, l.nr) == inne, "one comes in");
+            },
+            [&] { // under a number that the class has not: the array grows, and the others stay where they are
+                const auto inne = Teksty(o, -1);
+                const int dalej = 31 + static_cast<int>(Z(60));
+                o.UstawPole(dalej, Utworz<TPoleString>().Oddaj(), true);
+                static_cast<TPoleString*>(o.Pole(dalej))->UstawWartosc(u"dalej");
+                Wymagaj(o.OstUzywanePole() >= dalej && o.PoleNiepuste(dalej), "an undeclared field");
+                if (Z(2) == 0) {
+                    luzne_.push_back({-1, o.Pole(dalej), u"dalej"});
+                    o.UstawPole(dalej, nullptr, false);
+                } else {
+                    o.UstawPole(dalej, nullptr, true);
+                }
+                Wymagaj(Teksty(o, -1) == inne, "the others are as they were");
+            },
+            [&] {
+                if (ktore >= luzne_.size())
+                    return;
+                Zwolnij(luzne_[ktore].pole);
+                luzne_.erase(luzne_.begin() + static_cast<std::ptrdiff_t>(ktore));
+            });
     }
 
     [[nodiscard]] bool Pelno() const { return stan_.obiekty.size() >= 60; }
@@ -279,8 +312,11 @@ class TSwiat {
                 const TKlasa* typ = o.TypPolaNr(nr);
                 if (typ == nullptr || typ->Ma(ckPoleWsk)) // an address is no value to play with
                     return;
+                const auto inne = Teksty(o, nr);
                 o.SetVariantowo(nr, Wariant());
                 const TWariant jest = o.GetVariantowo(nr);
+                Wymagaj(o.PoleNiepuste(nr) || o.Pole(nr)->Klasa()->Ma(ckObiektBazowy), "what was written counts");
+                Wymagaj(Teksty(o, nr) == inne, "a write changes one field");
                 Wymagaj(jest == o.GetVariantowoWgSciezki(o.NazwaPolaNr(nr)), "a number and a name lead to one value");
                 Wymagaj(jest.JestTablica() || o.PoleNrMaCeche(nr, TArgument(jest), rlRozmLiterWazny),
                         "a field has the value that it reads as");
@@ -294,7 +330,10 @@ class TSwiat {
                 const std::vector<TArgument> pola = Pola(true);
                 o.WpiszDane(pola, Wartosci(pola));
             },
-            [&] { o.DajPole(nr); });
+            [&] {
+                const TPole* pole = o.DajPole(nr);
+                Wymagaj((pole == nullptr) == (o.TypPolaNr(nr) == nullptr && o.Pole(nr) == nullptr), "declared fields");
+            });
     }
 
     // A refused object stays with its owner; otherwise the list takes it, also when it raises.
@@ -426,17 +465,52 @@ class TSwiat {
         TObiekt& skad = ZPolami();
         const bool osobne = !JestNad(dokad, &skad) && !JestNad(skad, &dokad);
         const std::vector<TArgument> pola = Pola();
+        const std::vector<TArgument> jedno = {NrPola()};
+        const bool takie = osobne && dokad.Klasa() == skad.Klasa() && jedno[0].Calkowita() != CalyObiekt;
         Wybierz([&] { dokad.KopiujDanePol(skad, pola, Z(2) == 0); }, [&] { dokad.KopiujDaneOprocz(skad, pola); },
+                [&] {
+                    dokad.KopiujDanePol(skad, jedno);
+                    Wymagaj(!takie || dokad.PorownajWgPol(skad, jedno, rlRozmLiterWazny) == 0,
+                            "a copied field is equal");
+                },
+                [&] {
+                    dokad.KopiujDaneOprocz(skad, jedno);
+                    Wymagaj(!takie || dokad.PorownajOproczPol(skad, jedno, rlRozmLiterWazny) == 0, "so are the others");
+                },
                 [&] { dokad.PrzepiszDane(Obiekt(), NrPola(), NrPola()); },
                 [&] {
                     const TWlasny<TObiektBazowy> kopia = skad.KlonujObiekt(false);
                     Wymagaj(kopia->PorownajZObiektem(skad, rlRozmLiterWazny) == 0, "a clone is equal");
+                    SprawdzKopie(skad, *kopia);
                 },
                 [&] {
                     dokad.KopiujDane(skad);
                     if (osobne && dokad.Klasa() == skad.Klasa())
                         Wymagaj(dokad.PorownajZObiektem(skad, rlRozmLiterWazny) == 0, "a copy is equal");
                 });
+    }
+
+    // The same objects in the same places; what points inside points inside the copy, what points outside is shared.
+    static void SprawdzKopie(TObiektBazowy& skad, TObiektBazowy& kopia) {
+        TStan a;
+        TStan b;
+        a.Zbierz(skad, skad.Rodzic());
+        b.Zbierz(kopia, nullptr);
+        Wymagaj(a.obiekty.size() == b.obiekty.size() && strumienie::Zapisz(skad) == strumienie::Zapisz(kopia),
+                "a copy has the same parts");
+        const auto cele = [](const TStan& stan, const TStan* wzor) {
+            std::vector<std::vector<const TObiektBazowy*>> wynik;
+            for (const TPole* pole : stan.odniesienia)
+                if (std::vector<const TObiektBazowy*> c = TStan::Cele(*pole); !c.empty()) {
+                    for (const TObiektBazowy*& cel : c)
+                        if (const auto jest = std::find(stan.obiekty.begin(), stan.obiekty.end(), cel);
+                            wzor != nullptr && jest != stan.obiekty.end())
+                            cel = wzor->obiekty[static_cast<std::size_t>(jest - stan.obiekty.begin())];
+                    wynik.push_back(c);
+                }
+            return wynik;
+        };
+        Wymagaj(cele(a, &b) == cele(b, nullptr), "references of a copy lead into the copy");
     }
 
     static void Porownaj(const TObiektBazowy& a, const TObiektBazowy& b) {
@@ -559,13 +633,18 @@ class TSwiat {
                 Wymagaj(false, ("the path to an object leads to it: " + Utf8ZUtf16(sciezka)).c_str());
         stan_.odniesienia.push_back(&zewnetrzna_);
         stan_.SprawdzOdniesienia();
+        Wymagaj(stan_.blad == nullptr, stan_.blad);
+        for (const TLuzne& l : luzne_)
+            Wymagaj(l.pole->GetJakoString() == l.tekst, "a field out of its object keeps its value");
     }
 
-    const std::uint8_t* bajt_;
-    const std::uint8_t* koniec_;
+    wywolania::TBajty& bajty_;
     TWlasny<TWezel> korzenie_[2];
     TListaRefObiektow zewnetrzna_; // points into the trees from outside
     TStan stan_;
+    std::vector<TLuzne> luzne_;         // fields out of any object
+    std::vector<const TPole*> ruszane_; // lists that the step works on
+    bool stale_ = false;                // the step leaves other references alone
 };
 
 } // namespace
@@ -577,7 +656,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dane, std::size_t ile)
     // What the library makes on first use stays; the same calls again leave nothing behind.
     for (int razy = 0; razy < 2; ++razy) {
         const std::int64_t zajete = PulaZajete();
-        TSwiat(dane, ile).Graj();
+        wywolania::TBajty bajty(dane, ile);
+        if (ile > 0 && dane[ile - 1] % 4 == 0)
+            wywolania::GrajListami(bajty);
+        else
+            TSwiat(bajty).Graj();
         if (PulaZajete() == zajete)
             return 0;
     }

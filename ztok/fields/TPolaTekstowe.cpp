@@ -24,13 +24,11 @@ std::u16string WgMaskiTekstu(std::u16string_view maska, std::u16string tekst, co
     return maska.empty() ? tekst : Formatuj(maska, {std::move(tekst)}, ustawienia);
 }
 
-void UstawUtf8(TTekstPola& cel, std::string_view bajty) {
-    TOdczytywaczTekstu::ZTresciUTF8(bajty, [&](std::u16string_view tekst) { cel.Ustaw(tekst); });
-}
-
 } // namespace
 
 TPoleString::~TPoleString() = default;
+
+void TPoleString::UstawTrescUTF8(std::string_view bajty) { TOdczytywaczTekstu::ZTresciUTF8(bajty, tekst_); }
 
 TWariant TPoleString::GetJakoVariant() const { return TWariant(Wartosc()); }
 
@@ -87,7 +85,7 @@ void TPoleString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczy
     const TOdczytTekstu odczyt(strumien, odczytywacz);
     switch (odczyt->Parser.Token()) {
     case TZTParser::TekstCudzyslow:
-        UstawUtf8(tekst_, odczyt->WczytajTekstAnsi());
+        UstawTrescUTF8(odczyt->WczytajTekstAnsi());
         break;
     case TZTParser::Tekst:
         tekst_.Ustaw(ZeStronyKodowej(odczyt->WczytajTekstAnsi(), DefStronaKodowa));
@@ -161,6 +159,8 @@ void TPoleRawByteString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu
 
 TPoleWideString::~TPoleWideString() = default;
 
+void TPoleWideString::UstawTrescUTF8(std::string_view bajty) { TOdczytywaczTekstu::ZTresciUTF8(bajty, tekst_); }
+
 TWariant TPoleWideString::GetJakoVariant() const { return TWariant::WideString(std::u16string(Wartosc())); }
 
 void TPoleWideString::SetJakoVariant(const TWariant& wartosc) { tekst_.Ustaw(wartosc.JakoTekst16()); }
@@ -214,13 +214,13 @@ void TPoleWideString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* o
     const TOdczytTekstu odczyt(strumien, odczytywacz);
     switch (odczyt->Parser.Token()) {
     case TZTParser::TekstCudzyslow:
-        UstawUtf8(tekst_, odczyt->WczytajTekstAnsi());
+        UstawTrescUTF8(odczyt->WczytajTekstAnsi());
         break;
     case TZTParser::Tekst:
         if (odczyt->OdczytObiekt != nullptr && odczyt->OdczytObiekt->PoleByloTekstowe(odczyt->OdczytPole))
             tekst_.Ustaw(PolskiWide(odczyt->WczytajTekstAnsi()));
         else
-            UstawUtf8(tekst_, odczyt->WczytajTekstAnsi());
+            UstawTrescUTF8(odczyt->WczytajTekstAnsi());
         break;
     default:
         tekst_.Ustaw(PolskiWide(odczyt->WczytajGolyToken()));

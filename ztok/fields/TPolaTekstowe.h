@@ -18,6 +18,8 @@ class ZTOK_API TPoleString : public TPole {
     // Valid until the next change of the field.
     [[nodiscard]] std::u16string_view Wartosc() const noexcept { return tekst_.Widok(); }
     void UstawWartosc(std::u16string_view tekst) { tekst_.Ustaw(tekst); }
+    // Takes bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
+    void UstawTrescUTF8(std::string_view bajty);
 
     [[nodiscard]] TWariant GetJakoVariant() const override;
     void SetJakoVariant(const TWariant& wartosc) override;
@@ -100,6 +102,8 @@ class ZTOK_API TPoleWideString : public TPole {
     // Valid until the next change of the field.
     [[nodiscard]] std::u16string_view Wartosc() const noexcept { return tekst_.Widok(); }
     void UstawWartosc(std::u16string_view tekst) { tekst_.Ustaw(tekst); }
+    // Takes bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
+    void UstawTrescUTF8(std::string_view bajty);
 
     [[nodiscard]] TWariant GetJakoVariant() const override;
     void SetJakoVariant(const TWariant& wartosc) override;

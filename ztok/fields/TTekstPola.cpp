@@ -1,5 +1,6 @@
 #include "ztok/fields/TTekstPola.h"
 
+#include <algorithm>
 #include <bit>
 #include <limits>
 #include <stdexcept>
@@ -17,8 +18,7 @@ void TTekstPola::Ustaw(std::u16string_view tekst) {
         unsigned char nowe[sizeof bajty_] = {static_cast<unsigned char>(tekst.size() << 1U | kKrotki)};
         if (!tekst.empty())
             std::memcpy(nowe + sizeof(char16_t), tekst.data(), bajtow);
-        if (MaWlasnyBlok())
-            ZwolnijBlok();
+        OpuscBlok();
         std::memcpy(bajty_, nowe, sizeof bajty_);
         return;
     }
@@ -32,10 +32,7 @@ void TTekstPola::Ustaw(std::u16string_view tekst) {
     }
     TTekstPola nowy;
     std::memcpy(nowy.Przygotuj(tekst.size()), tekst.data(), bajtow);
-    if (MaWlasnyBlok())
-        ZwolnijBlok();
-    UstawBlok(nowy.Blok());
-    nowy.bajty_[0] = kKrotki;
+    Przejmij(nowy);
 }
 
 void TTekstPola::UstawKrotkiUtf8(const char* bajty, std::size_t ile) {
@@ -50,8 +47,7 @@ void TTekstPola::UstawKrotkiUtf8(const char* bajty, std::size_t ile) {
         char16_t znaki[kNajdluzszyWPolu];
         return Ustaw({znaki, DekodujUtf8(bajty, ile, znaki)});
     }
-    if (MaWlasnyBlok())
-        ZwolnijBlok();
+    OpuscBlok();
     std::memcpy(bajty_, nowe, sizeof bajty_);
 }
 
@@ -63,8 +59,7 @@ void TTekstPola::UstawUtf8(const char* bajty, std::size_t ile) {
     const std::size_t znakow = DekodujUtf8(bajty, ile, miejsce);
     if (znakow > kNajdluzszyWPolu && RozmiarBloku(znakow) == RozmiarBloku(ile)) [[likely]] {
         nowy->ile = static_cast<std::uint32_t>(znakow);
-        if (MaWlasnyBlok())
-            ZwolnijBlok();
+        OpuscBlok();
         UstawBlok(nowy);
         return;
     }
@@ -116,10 +111,33 @@ char16_t* TTekstPola::Przygotuj(std::size_t ile) {
     }
     auto* nowy = static_cast<TBlok*>(pula::Przydziel(RozmiarBloku(ile)));
     nowy->ile = static_cast<std::uint32_t>(ile);
-    if (MaWlasnyBlok())
-        ZwolnijBlok();
+    OpuscBlok();
     UstawBlok(nowy);
     return reinterpret_cast<char16_t*>(nowy + 1);
+}
+
+void TTekstPola::UstawPoprawneUtf8(std::string_view bajtyUtf8) {
+    const auto dalszy = [](char bajt) { return (static_cast<unsigned char>(bajt) & 0xC0U) == 0x80U; };
+    std::size_t ile = 0;
+    for (const char bajt : bajtyUtf8)
+        ile += (dalszy(bajt) ? 0U : 1U) + (static_cast<unsigned char>(bajt) >= 0xF0U ? 1U : 0U);
+    for (char16_t* gdzie = Przygotuj(ile); !bajtyUtf8.empty();) {
+        std::size_t kawalek = std::min(bajtyUtf8.size(), kNajdluzszyOdRazu);
+        while (kawalek < bajtyUtf8.size() && dalszy(bajtyUtf8[kawalek]))
+            --kawalek;
+        char16_t znaki[kNajdluzszyOdRazu];
+        gdzie = std::copy_n(znaki, DekodujUtf8(bajtyUtf8.data(), kawalek, znaki), gdzie);
+        bajtyUtf8.remove_prefix(kawalek);
+    }
+}
+
+char16_t* TTekstPola::ZmienDlugosc(std::size_t ile) {
+    if (ile > std::numeric_limits<std::uint32_t>::max())
+        throw std::length_error("TTekstPola");
+    auto* blok = static_cast<TBlok*>(pula::ZmienRozmiarDuzego(Blok(), RozmiarBloku(ile)));
+    blok->ile = static_cast<std::uint32_t>(ile);
+    UstawBlok(blok);
+    return reinterpret_cast<char16_t*>(blok + 1);
 }
 
 void TTekstPola::ZwolnijBlok() noexcept { pula::Zwolnij(Blok(), RozmiarBloku(Blok()->ile)); }

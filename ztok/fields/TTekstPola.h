@@ -8,6 +8,7 @@
 
 #include "ztok/platform/Eksport.h"
 #include "ztok/platform/Pula.h"
+#include "ztok/platform/ZatrutaPamiec.h"
 
 namespace ztok {
 
@@ -18,10 +19,7 @@ class ZTOK_API TTekstPola {
     constexpr TTekstPola() noexcept = default;
     TTekstPola(const TTekstPola&) = delete;
     TTekstPola& operator=(const TTekstPola&) = delete;
-    ~TTekstPola() {
-        if (MaWlasnyBlok())
-            ZwolnijBlok();
-    }
+    ~TTekstPola() { OpuscBlok(); }
 
     // Valid until the next change. Units of the text itself may be given to Ustaw.
     [[nodiscard]] std::u16string_view Widok() const noexcept {
@@ -35,9 +33,12 @@ class ZTOK_API TTekstPola {
     // The text of that many bytes of UTF-8, at most kNajdluzszyOdRazu, straight to its place. Raises as Ustaw does.
     void UstawUtf8(const char* bajty, std::size_t ile);
     static constexpr std::size_t kNajdluzszyOdRazu = 256;
-    // The same two for a text that was never set, whose units may stand at `miejsce`: room for RozmiarBloku(ile) bytes,
-    // aligned as the pool's blocks, that stays as long as the text does. Returns how many of them it took, 0 for a
-    // short text. A later change leaves the place for good, unless the new text fits it.
+    // The text of any bytes that PoprawneUtf8 accepts, by pieces whose ends are ends of characters: it is never in
+    // memory twice. Raises as Ustaw does.
+    void UstawPoprawneUtf8(std::string_view bajtyUtf8);
+    // The first two for a text that was never set, whose units may stand at `miejsce`: room for RozmiarBloku(ile)
+    // bytes, aligned as the pool's blocks, that stays as long as the text does. Returns how many of them it took, 0 for
+    // a short text. A later change leaves the place for good, unless the new text fits it.
     std::size_t UstawWMiejscu(std::u16string_view tekst, void* miejsce) noexcept;
     std::size_t UstawUtf8WMiejscu(const char* bajty, std::size_t ile, void* miejsce) noexcept;
     // What a text of that many units takes outside its field, in the steps in which the pool gives memory.
@@ -49,9 +50,17 @@ class ZTOK_API TTekstPola {
     static constexpr std::size_t kNajdluzszyWPolu = sizeof(void*) / sizeof(char16_t) - 1;
     // Makes the text of that many units (1 or more), to be filled by the caller. Raises as Ustaw does.
     [[nodiscard]] char16_t* Przygotuj(std::size_t ile);
+    // Changes the length of such a text, of which the shorter length stays; before and after it is longer than the
+    // pool's largest block. Raises as Ustaw does.
+    [[nodiscard]] char16_t* ZmienDlugosc(std::size_t ile);
+    // Takes over another's text, which is empty then.
+    void Przejmij(TTekstPola& inny) noexcept {
+        OpuscBlok();
+        std::memcpy(bajty_, inny.bajty_, sizeof bajty_);
+        inny.bajty_[0] = kKrotki;
+    }
     void Wyczysc() noexcept {
-        if (MaWlasnyBlok())
-            ZwolnijBlok();
+        OpuscBlok();
         bajty_[0] = kKrotki;
     }
 
@@ -74,6 +83,13 @@ class ZTOK_API TTekstPola {
         return reinterpret_cast<TBlok*>(adres & ~std::uintptr_t{kCzesc});
     }
     void UstawBlok(TBlok* blok) noexcept { std::memcpy(bajty_, &blok, sizeof blok); }
+    // Gives up the text's block, or its place in another.
+    void OpuscBlok() noexcept {
+        if (MaWlasnyBlok())
+            ZwolnijBlok();
+        else if (kPamiecZatruta && MaBlok())
+            Zatruj(Blok(), RozmiarBloku(Blok()->ile));
+    }
     void ZwolnijBlok() noexcept;
     // Takes a text of up to kNajdluzszyWPolu bytes of UTF-8.
     void UstawKrotkiUtf8(const char* bajty, std::size_t ile);

@@ -171,8 +171,7 @@ bool TObiekt::MoznaWBloku(std::uint8_t stan) noexcept {
     constexpr unsigned kProste = 1U << kpBoolean | 1U << kpByte | 1U << kpSmallint | 1U << kpWord | 1U << kpInteger |
                                  1U << kpCardinal | 1U << kpInt64 | 1U << kpDouble | 1U << kpDateTime | 1U << kpDate |
                                  1U << kpTime | 1U << kpString | 1U << kpWideString;
-    // Where every block comes from malloc, so does every field: a sanitizer sees each of them.
-    return !ZTOK_BEZ_PULI && (stan & spDokladna) != 0 && (kProste >> (stan >> 4U) & 1U) != 0;
+    return (stan & spDokladna) != 0 && (kProste >> (stan >> 4U) & 1U) != 0;
 }
 
 bool TObiekt::JestWBloku(const TPole* pole) const noexcept {
@@ -206,6 +205,7 @@ void TObiekt::Zarezerwuj(int ile, int miejsca) {
         if (zostaje) {
             const TPoprzedniBlok poprzedni = {FPola, static_cast<std::uint16_t>(pojPol_), miejsca_, jestPoprzedni_};
             std::memcpy(reinterpret_cast<char*>(blok) + BajtyBloku(ile, 0), &poprzedni, sizeof poprzedni);
+            Zatruj(static_cast<void*>(FPola), BajtyBloku(pojPol_, 0));
         } else {
             pula::Zwolnij(static_cast<void*>(FPola), BajtyBloku(pojPol_, miejsca_));
         }
@@ -215,6 +215,7 @@ void TObiekt::Zarezerwuj(int ile, int miejsca) {
     miejsca_ = static_cast<std::uint8_t>(miejsca);
     zajete_ = zostaje ? 1 : 0;
     jestPoprzedni_ = zostaje;
+    Zatruj(MiejsceNr(zajete_), static_cast<std::size_t>(miejsca_ - zajete_) * kMiejsce);
 }
 
 void TObiekt::OddajBlok() noexcept {
@@ -251,8 +252,7 @@ template <class P> TPole* NowyWMiejscu(void* miejsce) noexcept {
 TPole* TObiekt::UtworzWBloku(unsigned kod) noexcept {
     if (zajete_ == miejsca_)
         return nullptr;
-    void* miejsce = WolneMiejsce();
-    ++zajete_;
+    void* miejsce = ZajmijMiejsca(1);
     switch (kod) {
     case kpBoolean:
         return NowyWMiejscu<TPoleBoolean>(miejsce);
@@ -372,6 +372,7 @@ void ZakonczWBloku(TPole* pole, unsigned kod) noexcept {
         static_cast<TPoleString*>(pole)->TPoleString::~TPoleString();
     else if (kod == kpWideString)
         static_cast<TPoleWideString*>(pole)->TPoleWideString::~TPoleWideString();
+    Zatruj(pole, pula::Ziarno);
 }
 
 // Frees a field that is exactly of the class of its code: the classes met most are freed without a virtual call.

@@ -4,6 +4,7 @@
 #include "ztok/fields/TPoleBoolean.h"
 #include "ztok/kernel/TObiektBazowy.h"
 #include "ztok/kernel/TWierszPola.h"
+#include "ztok/platform/ZatrutaPamiec.h"
 
 namespace ztok {
 
@@ -190,7 +191,10 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // Whether a field in that state may stand in the object's block: the library's own class of a plain value.
     [[nodiscard]] static bool MoznaWBloku(std::uint8_t stan) noexcept;
     [[nodiscard]] bool JestWBloku(const TPole* pole) const noexcept;
-    [[nodiscard]] void* WolneMiejsce() const noexcept;
+    // The block's place of that number; takes the next so many, which are there; gives the last of them back.
+    [[nodiscard]] void* MiejsceNr(int nr) const noexcept;
+    [[nodiscard]] void* ZajmijMiejsca(int ile) noexcept;
+    void OddajMiejsca(int ile) noexcept;
     [[nodiscard]] TPole* UtworzWBloku(unsigned kod) noexcept;
     // Makes room for so many field numbers, and for so many plain field objects if the object has no block yet.
     void Zarezerwuj(int ile, int miejsca);
@@ -240,8 +244,20 @@ class ZTOK_API TObiekt : public TObiektBazowy {
 
 static_assert(sizeof(void*) == 4 || sizeof(TObiekt) <= 48, "one step more of the pool for every object");
 
-inline void* TObiekt::WolneMiejsce() const noexcept {
-    return reinterpret_cast<char*>(FPola) + BajtyBloku(pojPol_, zajete_);
+inline void* TObiekt::MiejsceNr(int nr) const noexcept {
+    return reinterpret_cast<char*>(FPola) + BajtyBloku(pojPol_, nr);
+}
+
+inline void* TObiekt::ZajmijMiejsca(int ile) noexcept {
+    void* const miejsce = MiejsceNr(zajete_);
+    zajete_ = static_cast<std::uint8_t>(zajete_ + ile);
+    Odtruj(miejsce, static_cast<std::size_t>(ile) * kMiejsce);
+    return miejsce;
+}
+
+inline void TObiekt::OddajMiejsca(int ile) noexcept {
+    zajete_ = static_cast<std::uint8_t>(zajete_ - ile);
+    Zatruj(MiejsceNr(zajete_), static_cast<std::size_t>(ile) * kMiejsce);
 }
 
 // Refuses a tree that nests deeper than the writer allows: ZTException.

@@ -302,28 +302,25 @@ bool TObiekt::KopiujDoMiejsca(int nr, const TPole& zrodlo, std::uint8_t stan, co
     if (nr >= std::min(pojPol_, migawka.ilePol) || zajete_ >= miejsca_ || Pole(nr) != nullptr)
         return false;
     const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
-    void* const miejsce = WolneMiejsce();
     const auto wstaw = [&](TPole* pole, unsigned nowyStan) {
         FPola[nr] = pole;
         Stany()[nr] = static_cast<std::uint8_t>(nowyStan);
         ilePol_ = std::max(ilePol_, nr + 1);
-        ++zajete_;
     };
     const auto liczba = [&]<class P>(std::type_identity<P>) {
-        P* pole = ::new (miejsce) P;
+        P* pole = ::new (ZajmijMiejsca(1)) P;
         pole->UstawWartosc(static_cast<const P&>(zrodlo).Wartosc());
         wstaw(pole, unsigned{pozycja.stan} | spWartosc);
     };
     switch (pozycja.kodProsty == stan >> 4U ? pozycja.kodProsty : std::uint8_t{kpInne}) {
     case kpString: {
-        auto* pole = ::new (miejsce) TPoleString;
+        auto* pole = ::new (ZajmijMiejsca(1)) TPoleString;
         wstaw(pole, pozycja.stan);
         const auto tekst = static_cast<const TPoleString&>(zrodlo).Wartosc();
         const int naTekst = tekst.size() <= NajwiekszyBlokPuli ? MiejscaTekstu(tekst.size()) : miejsca_ + 1;
         if (naTekst <= naTeksty && zajete_ + naTekst <= miejsca_) {
             naTeksty -= naTekst;
-            pole->tekst_.UstawWMiejscu(tekst, WolneMiejsce());
-            zajete_ = static_cast<std::uint8_t>(zajete_ + naTekst);
+            pole->tekst_.UstawWMiejscu(tekst, ZajmijMiejsca(naTekst));
         } else {
             pole->tekst_.Ustaw(tekst);
         }
@@ -775,22 +772,21 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
             kursor.Wez();
             continue;
         }
-        void* const miejsce = zajete_ < miejsca_ && nr < pojPol_ ? WolneMiejsce() : nullptr;
+        const bool jestMiejsce = zajete_ < miejsca_ && nr < pojPol_;
         const auto wstaw = [&](TPole* pole, unsigned stan) {
             FPola[nr] = pole;
             Stany()[nr] = static_cast<std::uint8_t>(stan);
             ilePol_ = std::max(ilePol_, nr + 1);
-            ++zajete_;
         };
         const auto liczba = [&]<class P, class W>(std::type_identity<P>, W wartosc) {
             kursor.Czytaj(&wartosc, sizeof wartosc);
-            P* pole = ::new (miejsce) P;
+            P* pole = ::new (ZajmijMiejsca(1)) P;
             pole->UstawWartosc(wartosc);
             wstaw(pole, unsigned{pozycja.stan} | spWartosc);
         };
-        switch (miejsce == nullptr ? std::uint8_t{kpInne} : pozycja.kodProsty) {
+        switch (jestMiejsce ? pozycja.kodProsty : std::uint8_t{kpInne}) {
         case kpString: {
-            auto* pole = ::new (miejsce) TPoleString;
+            auto* pole = ::new (ZajmijMiejsca(1)) TPoleString;
             wstaw(pole, pozycja.stan);
             const std::uint8_t* p = kursor.Poz();
             // Most texts have a count of one byte and lie in the stream's window.
@@ -800,8 +796,8 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
                 const int naTekst = MiejscaTekstu(*p);
                 if (naTekst <= naTeksty && zajete_ + naTekst <= miejsca_) {
                     naTeksty -= naTekst;
-                    const std::size_t zajal = pole->tekst_.UstawUtf8WMiejscu(bajty, *p, WolneMiejsce());
-                    zajete_ = static_cast<std::uint8_t>(zajete_ + zajal / kMiejsce);
+                    const std::size_t zajal = pole->tekst_.UstawUtf8WMiejscu(bajty, *p, ZajmijMiejsca(naTekst));
+                    OddajMiejsca(naTekst - static_cast<int>(zajal / kMiejsce));
                 } else {
                     pole->tekst_.UstawUtf8(bajty, *p);
                 }

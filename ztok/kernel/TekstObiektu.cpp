@@ -139,7 +139,7 @@ bool WczytajWartosc(TPole& pole, unsigned kod, TOdczytywaczTekstu& odczytywacz) 
         if (!parser.WezTekst(CudzyslowSzeroki, bajty))
             return false;
         odczytywacz.SprawdzTekst(static_cast<std::uint32_t>(bajty.size()));
-        TOdczytywaczTekstu::ZTresciUTF8(bajty, [&](std::u16string_view znaki) { poleTekstowe.UstawWartosc(znaki); });
+        poleTekstowe.UstawTrescUTF8(bajty);
         return true;
     };
     switch (kod) {

@@ -191,7 +191,7 @@ void WczytajBajty(TStrumien& strumien, std::string& bajty, std::size_t dlugosc) 
     }
 }
 
-void Przyjmij(std::u16string& cel, std::u16string_view tekst) { cel = std::u16string(tekst); }
+void Przyjmij(std::u16string& cel, std::u16string tekst) { cel = std::move(tekst); }
 void Przyjmij(TTekstPola& cel, std::u16string_view tekst) { cel.Ustaw(tekst); }
 
 constexpr std::size_t kKrotkiTekst = TTekstPola::kNajdluzszyOdRazu;
@@ -250,7 +250,7 @@ void DekodujDwukrotnie(TTekst& tekst, std::size_t dlugosc, TOdPoczatku odPoczatk
 
 void DekodujDlugi(std::u16string& cel, std::string_view bajtyUtf8) { cel = Utf16ZUtf8(bajtyUtf8); }
 
-// A long text goes to its place by pieces, whose ends are ends of characters: it is never in memory twice.
+// A long text goes to its place by pieces: it is never in memory twice.
 void DekodujDlugi(TTekstPola& cel, std::string_view bajtyUtf8) {
     if (!PoprawneUtf8(bajtyUtf8)) {
         DekodujDwukrotnie(cel, bajtyUtf8.size(), [bajtyUtf8] {
@@ -261,18 +261,7 @@ void DekodujDlugi(TTekstPola& cel, std::string_view bajtyUtf8) {
         });
         return;
     }
-    const auto dalszy = [](char bajt) { return (static_cast<unsigned char>(bajt) & 0xC0U) == 0x80U; };
-    std::size_t ile = 0;
-    for (const char bajt : bajtyUtf8)
-        ile += (dalszy(bajt) ? 0U : 1U) + (static_cast<unsigned char>(bajt) >= 0xF0U ? 1U : 0U);
-    for (char16_t* gdzie = cel.Przygotuj(ile); !bajtyUtf8.empty();) {
-        std::size_t kawalek = std::min(bajtyUtf8.size(), kKrotkiTekst);
-        while (kawalek < bajtyUtf8.size() && dalszy(bajtyUtf8[kawalek]))
-            --kawalek;
-        char16_t znaki[kKrotkiTekst];
-        gdzie = std::copy_n(znaki, DekodujUtf8(bajtyUtf8.data(), kawalek, znaki), gdzie);
-        bajtyUtf8.remove_prefix(kawalek);
-    }
+    cel.UstawPoprawneUtf8(bajtyUtf8);
 }
 
 // A long text of a file is in memory only once, in its place.
@@ -281,6 +270,63 @@ template <class TTekst> void WczytajDlugiZPliku(TStrumienPlikowy& plik, TTekst& 
         plik.Seek(poczatek, ESeek::Poczatek);
         return [&plik](char* cel, std::size_t ile) { plik.ReadBuffer(cel, ile); };
     });
+}
+
+// A long text whose length in units shows only at its end, put together from pieces: it grows where it stands.
+class TSkladanyTekst {
+  public:
+    // `najwyzej`: units that it can have, more than the pool's largest block holds.
+    explicit TSkladanyTekst(std::size_t najwyzej)
+        : najwyzej_(najwyzej), pojemnosc_(std::min(najwyzej, kKrokTekstu)), znaki_(tekst_.Przygotuj(pojemnosc_)) {}
+
+    void Dopisz(std::u16string_view dalej) {
+        if (dalej.size() > pojemnosc_ - ile_) {
+            pojemnosc_ = std::min(najwyzej_, 2 * pojemnosc_ + dalej.size());
+            znaki_ = tekst_.ZmienDlugosc(pojemnosc_);
+        }
+        dalej.copy(znaki_ + ile_, dalej.size());
+        ile_ += dalej.size();
+    }
+    void Oddaj(TTekstPola& cel) {
+        znaki_ = tekst_.ZmienDlugosc(ile_);
+        cel.Przejmij(tekst_);
+    }
+
+  private:
+    TTekstPola tekst_;
+    std::size_t najwyzej_;
+    std::size_t pojemnosc_;
+    std::size_t ile_ = 0;
+    char16_t* znaki_;
+};
+
+// A long text that can be read only once.
+void WczytajDlugi(TStrumien& strumien, TTekstPola& tekst, std::size_t dlugosc) {
+    TSkladanyTekst skladany(dlugosc);
+    DekodujKawalkami([&strumien](char* cel, std::size_t ile) { strumien.ReadBuffer(cel, ile); }, dlugosc,
+                     [&skladany](std::u16string_view znaki) { skladany.Dopisz(znaki); });
+    skladany.Oddaj(tekst);
+}
+void WczytajDlugi(TStrumien& strumien, std::u16string& tekst, std::size_t dlugosc) {
+    std::string bajty;
+    WczytajBajty(strumien, bajty, dlugosc);
+    tekst = Utf16ZUtf8(bajty);
+}
+
+// The same of the code page, of one byte a unit.
+void WczytajDlugiAnsi(TStrumien& strumien, TTekstPola& tekst, std::size_t dlugosc) {
+    TSkladanyTekst skladany(dlugosc);
+    for (std::string bajty; dlugosc > 0; dlugosc -= bajty.size()) {
+        bajty.resize(std::min(dlugosc, kKrokTekstu));
+        strumien.ReadBuffer(bajty.data(), bajty.size());
+        skladany.Dopisz(PolskiWide(bajty));
+    }
+    skladany.Oddaj(tekst);
+}
+void WczytajDlugiAnsi(TStrumien& strumien, std::u16string& tekst, std::size_t dlugosc) {
+    std::string bajty;
+    WczytajBajty(strumien, bajty, dlugosc);
+    tekst = PolskiWide(bajty);
 }
 
 // Decodes UTF-8 in the stream's window, where most texts lie whole.
@@ -295,11 +341,13 @@ template <class TTekst> void WczytajTekstUtf8(TStrumien& strumien, TTekst& tekst
         strumien.Pomin(static_cast<std::int64_t>(dlugosc));
         return;
     }
-    if (dlugosc > kKrokTekstu)
-        if (auto* plik = dynamic_cast<TStrumienPlikowy*>(&strumien); plik != nullptr) {
+    if (dlugosc > kKrokTekstu) {
+        if (auto* plik = dynamic_cast<TStrumienPlikowy*>(&strumien); plik != nullptr)
             WczytajDlugiZPliku(*plik, tekst, dlugosc);
-            return;
-        }
+        else
+            WczytajDlugi(strumien, tekst, dlugosc);
+        return;
+    }
     std::string bajty;
     WczytajBajty(strumien, bajty, dlugosc);
     DekodujDlugi(tekst, bajty);
@@ -310,8 +358,11 @@ template <class TTekst> void WczytajTekst(TStrumien& strumien, TTekst& tekst, TO
         WczytajTekstUtf8(strumien, tekst, WczytajDlugosc(strumien, odczytywacz));
         return;
     }
+    const std::size_t dlugosc = WczytajDlugosc(strumien, odczytywacz);
+    if (dlugosc > kKrokTekstu)
+        return WczytajDlugiAnsi(strumien, tekst, dlugosc);
     std::string bajty;
-    TOdczytywaczDanych::WczytajAnsiString(strumien, bajty, odczytywacz);
+    WczytajBajty(strumien, bajty, dlugosc);
     Przyjmij(tekst, PolskiWide(bajty));
 }
 

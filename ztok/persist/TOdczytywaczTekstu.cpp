@@ -102,6 +102,13 @@ std::u16string TOdczytywaczTekstu::WczytajTekst() { return ZeStronyKodowej(Wczyt
 
 std::u16string TOdczytywaczTekstu::DekodujTrescUTF8(std::string_view bajty) { return ZUtf8LubPolskiego(bajty); }
 
+void TOdczytywaczTekstu::DlugaTrescUTF8(std::string_view bajty, TTekstPola& cel) {
+    if (PoprawneUtf8(bajty))
+        cel.UstawPoprawneUtf8(bajty);
+    else
+        cel.Ustaw(PolskiWide(bajty));
+}
+
 std::string_view TOdczytywaczTekstu::WczytajGolyToken() {
     tekst_ = Parser.TrescTokenu();
     Parser.NextToken();

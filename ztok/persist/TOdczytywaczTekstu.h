@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "ztok/fields/TTekstPola.h"
 #include "ztok/persist/TOdczytywaczDanych.h"
 #include "ztok/persist/TZTParser.h"
 #include "ztok/platform/Kodowania.h"
@@ -34,19 +35,19 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     [[nodiscard]] std::u16string WczytajTekst();
     // Bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
     [[nodiscard]] static std::u16string DekodujTrescUTF8(std::string_view bajty);
-    // The same, given to `ustaw` as a view that ends with the call: most texts are short and right, and need no memory.
-    template <class F> static void ZTresciUTF8(std::string_view bajty, const F& ustaw) {
+    // The same as the text of a field: most texts are short and right, and need no memory on the way.
+    static void ZTresciUTF8(std::string_view bajty, TTekstPola& cel) {
         constexpr std::size_t krotki = 256;
         char16_t znaki[krotki];
         if (bajty.size() <= krotki) {
             // What is ill-formed shows as U+FFFD, which is rare in texts.
             const std::u16string_view tekst(znaki, DekodujUtf8(bajty.data(), bajty.size(), znaki));
             if (!MozeMiecZamiennik(tekst) || PoprawneUtf8(bajty)) {
-                ustaw(tekst);
+                cel.Ustaw(tekst);
                 return;
             }
         }
-        ustaw(std::u16string_view(DekodujTrescUTF8(bajty)));
+        DlugaTrescUTF8(bajty, cel);
     }
     // The class name that the current token gives, as a symbol or as a text.
     [[nodiscard]] std::u16string NazwaKlasyTokenu() const;
@@ -104,6 +105,7 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
 
   private:
     // Whether U+FFFD may stand in the text: four units at a time, and a unit that looks alike does no harm.
+    static void DlugaTrescUTF8(std::string_view bajty, TTekstPola& cel);
     [[nodiscard]] static bool MozeMiecZamiennik(std::u16string_view tekst) noexcept {
         std::size_t i = 0;
         for (; i + 4 <= tekst.size(); i += 4) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "ztok/platform/KodowaniaWektory.h"
 #include "ztok/platform/PrzebiegiAscii.h"
 
 namespace ztok {
@@ -82,16 +81,6 @@ template <bool scisle> std::size_t Dekoduj(const char* od, std::size_t ile, char
     std::size_t i = 0;
     bool poWysokim = false;
     while (i < ile) {
-#if ZTOK_WEKTORY
-        if (wektory::Sa()) {
-            const wektory::TPostep postep = wektory::Dekoduj(od + i, ile - i, p);
-            i += postep.przeczytano;
-            p += postep.zapisano;
-            poWysokim = poWysokim && postep.przeczytano == 0;
-            if (i == ile)
-                break;
-        }
-#endif
         const std::size_t ascii = PoszerzAscii(od + i, ile - i, p);
         i += ascii;
         p += ascii;
@@ -145,10 +134,6 @@ template <class Tekst> void ZapewnijMiejsce(Tekst& tekst, std::size_t ile) {
 } // namespace
 
 std::size_t KodujUtf8(const char16_t* od, std::size_t ile, char* cel) noexcept {
-#if ZTOK_WEKTORY
-    if (wektory::Sa())
-        return wektory::Koduj(od, ile, cel);
-#endif
     char* p = cel;
     std::size_t i = 0;
     while (i < ile) {

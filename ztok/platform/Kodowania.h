@@ -29,8 +29,9 @@ ZTOK_API std::size_t KodujUtf8(const char16_t* od, std::size_t ile, char* cel) n
 ZTOK_API std::size_t DekodujUtf8(const char* od, std::size_t ile, char16_t* cel) noexcept;
 // The same for the UTF-8 of the standard: the three bytes of a surrogate are ill-formed and give three U+FFFD.
 ZTOK_API std::size_t DekodujUtf8Scisle(const char* od, std::size_t ile, char16_t* cel) noexcept;
-// Length of the longest beginning of a piece of UTF-8 that decodes to the same by itself as with what follows it: at
-// most 6 bytes less than the piece. For a text that is decoded piece by piece; its last piece is decoded whole.
+// Length of a beginning of a piece of UTF-8, the longest one of well-formed bytes, that decodes to the same by itself
+// as with what follows it: at most 6 bytes less than the piece. For a text that is decoded piece by piece; its last
+// piece is decoded whole.
 [[nodiscard]] ZTOK_API std::size_t PelneUtf8(std::string_view kawalek) noexcept;
 // Whether the bytes are UTF-8 in the form that KodujUtf8 writes.
 [[nodiscard]] ZTOK_API bool PoprawneUtf8(std::string_view bajty) noexcept;

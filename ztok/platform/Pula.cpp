@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <string_view>
+#include <utility>
 
 #include "ztok/platform/PulaWnetrze.h"
 
@@ -67,19 +69,22 @@ void* ZMalloc(std::size_t rozmiar) {
 
 // --- the common store; each of these under the lock ---
 
-void OdlozPaczke(std::size_t nr, TWolny* paczka, std::uint32_t ile) noexcept {
-    if (paczka == nullptr)
-        return;
-    if (paczka->nastepny != nullptr)
-        paczka->nastepny->paczka = reinterpret_cast<TWolny*>(std::uintptr_t{ile});
-    paczka->paczka = paczki[nr];
-    paczki[nr] = paczka;
+void UstawIleWPaczce(TWolny* paczka, std::uint32_t ile) noexcept {
+    if (TWolny* drugi = paczka->Nastepny(); drugi != nullptr)
+        drugi->UstawPaczke(reinterpret_cast<TWolny*>(std::uintptr_t{ile}));
 }
 
 std::uint32_t IleWPaczce(const TWolny* paczka) noexcept {
-    return paczka->nastepny == nullptr
-               ? 1U
-               : static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(paczka->nastepny->paczka));
+    const TWolny* drugi = paczka->Nastepny();
+    return drugi == nullptr ? 1U : static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(drugi->Paczka()));
+}
+
+void OdlozPaczke(std::size_t nr, TWolny* paczka, std::uint32_t ile) noexcept {
+    if (paczka == nullptr)
+        return;
+    UstawIleWPaczce(paczka, ile);
+    paczka->UstawPaczke(paczki[nr]);
+    paczki[nr] = paczka;
 }
 
 // Takes the slab from the thread that cuts from it.
@@ -136,7 +141,7 @@ TPulaWatku* NowaPulaWatku() noexcept {
 // Gives the thread a magazine or a slab with room; false when there is no memory.
 bool Uzupelnij(std::size_t nr, TRozmiar& r) noexcept {
     if (TWolny* paczka = paczki[nr]; paczka != nullptr) {
-        paczki[nr] = paczka->paczka;
+        paczki[nr] = paczka->Paczka();
         r.ile.store(IleWPaczce(paczka), std::memory_order_relaxed);
         r.wolne = paczka;
         return true;
@@ -149,9 +154,11 @@ bool Uzupelnij(std::size_t nr, TRozmiar& r) noexcept {
         void* pamiec = PrzydzielPlyte();
         if (pamiec == nullptr)
             return false;
+        PrzeszukujWyciek(pamiec, RozmiarPlyty, true);
         plyta = ::new (pamiec) TPlyta{};
         plyta->bajtyBloku = static_cast<std::uint32_t>((nr + 1) * Ziarno);
         plyta->gora = plyta->Poczatek();
+        Zatruj(plyta->gora, RozmiarPlyty - sizeof(TPlyta));
         plyta->nastepna = plyty;
         plyty = plyta;
     }
@@ -164,29 +171,34 @@ bool Uzupelnij(std::size_t nr, TRozmiar& r) noexcept {
 
 // Takes the blocks of slabs that are given back out of the store of one size, in one walk that keeps the order.
 void PrzesiejPaczki(std::size_t nr) noexcept {
-    TWolny* paczka = paczki[nr];
-    TWolny** koniecPaczek = &paczki[nr];
+    TWolny* paczka = std::exchange(paczki[nr], nullptr);
+    TWolny* poprzednia = nullptr;
     TWolny* pierwszy = nullptr;
     TWolny* ostatni = nullptr;
     std::uint32_t ile = 0;
     const auto zamknij = [&] {
         if (pierwszy == nullptr)
             return;
-        ostatni->nastepny = nullptr;
-        if (pierwszy->nastepny != nullptr)
-            pierwszy->nastepny->paczka = reinterpret_cast<TWolny*>(std::uintptr_t{ile});
-        *koniecPaczek = pierwszy;
-        koniecPaczek = &pierwszy->paczka;
-        pierwszy = nullptr;
+        ostatni->UstawNastepny(nullptr);
+        UstawIleWPaczce(pierwszy, ile);
+        pierwszy->UstawPaczke(nullptr);
+        if (poprzednia == nullptr)
+            paczki[nr] = pierwszy;
+        else
+            poprzednia->UstawPaczke(pierwszy);
+        poprzednia = std::exchange(pierwszy, nullptr);
         ile = 0;
     };
     while (paczka != nullptr) {
-        TWolny* const nastepnaPaczka = paczka->paczka;
+        TWolny* const nastepnaPaczka = paczka->Paczka();
         for (TWolny *blok = paczka, *nastepny = nullptr; blok != nullptr; blok = nastepny) {
-            nastepny = blok->nastepny;
+            nastepny = blok->Nastepny();
             if (PlytaBloku(blok)->oddawana)
                 continue;
-            (pierwszy == nullptr ? pierwszy : ostatni->nastepny) = blok;
+            if (pierwszy == nullptr)
+                pierwszy = blok;
+            else
+                ostatni->UstawNastepny(blok);
             ostatni = blok;
             if (++ile == PojemnoscMagazynka(nr))
                 zamknij();
@@ -194,15 +206,14 @@ void PrzesiejPaczki(std::size_t nr) noexcept {
         paczka = nastepnaPaczka;
     }
     zamknij();
-    *koniecPaczek = nullptr;
 }
 
 void OddajWolnePlyty() noexcept {
     for (TPlyta* plyta = plyty; plyta != nullptr; plyta = plyta->nastepna)
         plyta->wolne = 0;
     for (TWolny* paczka : paczki)
-        for (; paczka != nullptr; paczka = paczka->paczka)
-            for (TWolny* blok = paczka; blok != nullptr; blok = blok->nastepny)
+        for (; paczka != nullptr; paczka = paczka->Paczka())
+            for (TWolny* blok = paczka; blok != nullptr; blok = blok->Nastepny())
                 ++PlytaBloku(blok)->wolne;
     bool oddawane[IleRozmiarow] = {};
     for (TPlyta* plyta = plyty; plyta != nullptr; plyta = plyta->nastepna) {
@@ -225,6 +236,8 @@ void OddajWolnePlyty() noexcept {
         TPlyta* const plyta = *miejsce;
         if (plyta->oddawana) {
             *miejsce = plyta->nastepna;
+            Odtruj(plyta, RozmiarPlyty); // its addresses may become anything
+            PrzeszukujWyciek(plyta, RozmiarPlyty, false);
             ZwolnijPlyte(plyta);
         } else {
             miejsce = &plyta->nastepna;
@@ -236,9 +249,14 @@ void OddajWolnePlyty() noexcept {
 
 void* PrzydzielInaczej(TPulaWatku* pula, std::size_t rozmiar) {
     const std::size_t nr = (rozmiar - 1) / Ziarno;
-    if (ZTOK_BEZ_PULI || nr >= IleRozmiarow)
+    if (nr >= IleRozmiarow || BezPuli())
         return ZMalloc(rozmiar);
     if (pula != nullptr) {
+        if (pula->nadzor != nullptr) {
+            if (!pula->nadzor->przydziel(rozmiar))
+                throw std::bad_alloc();
+            return Przydziel(pula->zaplecze, rozmiar);
+        }
         TRozmiar& r = pula->rozmiary[nr];
         if (TWolny* zapas = r.zapas.load(std::memory_order_relaxed); zapas != nullptr) {
             r.zapas.store(nullptr, std::memory_order_relaxed);
@@ -259,19 +277,24 @@ void* PrzydzielInaczej(TPulaWatku* pula, std::size_t rozmiar) {
 
 void ZwolnijInaczej(TPulaWatku* pula, void* blok, std::size_t rozmiar) noexcept {
     const std::size_t nr = (rozmiar - 1) / Ziarno;
-    if (ZTOK_BEZ_PULI || nr >= IleRozmiarow) {
+    if (nr >= IleRozmiarow || BezPuli()) {
         std::free(blok);
         pozaPula.fetch_sub(1, std::memory_order_relaxed);
         return;
     }
     auto* wolny = static_cast<TWolny*>(blok);
+    if (pula != nullptr && pula->nadzor != nullptr) {
+        pula->nadzor->zwolnij(rozmiar);
+        return Zwolnij(pula->zaplecze, blok, rozmiar);
+    }
     if (pula == nullptr) {
         const TBlokadaPuli blokada;
         // A thread that has no pool of its own frees its first block, or frees after its end.
         pula = NowaPulaWatku();
         if (pula == nullptr) {
-            wolny->nastepny = nullptr;
+            wolny->UstawNastepny(nullptr);
             OdlozPaczke(nr, wolny, 1);
+            Zatruj(blok, (nr + 1) * Ziarno);
             return;
         }
     }
@@ -290,6 +313,52 @@ void ZwolnijInaczej(TPulaWatku* pula, void* blok, std::size_t rozmiar) noexcept 
     Zwolnij(pula, wolny, rozmiar);
 }
 
+void* ZmienRozmiarDuzego(void* blok, std::size_t rozmiar) {
+    void* nowy = std::realloc(blok, rozmiar);
+    if (nowy == nullptr)
+        throw std::bad_alloc();
+    return nowy;
+}
+
+void NadzorujPule(const TNadzorPuli* nadzor) {
+    if (BezPuli())
+        return;
+    const TBlokadaPuli blokada;
+    TPulaWatku* pula = PulaTegoWatku();
+    if (pula != nullptr && pula->nadzor != nullptr) {
+        if (nadzor != nullptr) {
+            pula->nadzor = nadzor;
+        } else if (UstawPuleWatku(pula->zaplecze)) {
+            std::free(pula);
+        }
+        return;
+    }
+    if (nadzor == nullptr)
+        return;
+    if (pula == nullptr)
+        pula = NowaPulaWatku();
+    void* pamiec = pula == nullptr ? nullptr : std::malloc(sizeof(TPulaWatku));
+    if (pamiec == nullptr)
+        throw std::bad_alloc();
+    auto* front = ::new (pamiec) TPulaWatku{};
+    front->nadzor = nadzor;
+    front->zaplecze = pula;
+    if (!UstawPuleWatku(front)) {
+        std::free(front);
+        throw std::bad_alloc();
+    }
+}
+
+bool BezPuli() noexcept {
+    if constexpr (!kPamiecZatruta)
+        return false;
+    static const bool bez = [] {
+        const char* pula = std::getenv("ZTOK_PULA");
+        return pula != nullptr && std::string_view(pula) == "malloc";
+    }();
+    return bez;
+}
+
 void ZakonczWatek(TPulaWatku* pula) noexcept {
     const TBlokadaPuli blokada;
     OdlozWszystko(*pula);
@@ -306,7 +375,7 @@ void PulaZwolnij(void* blok, std::size_t rozmiar) noexcept { pula::Zwolnij(blok,
 void OddajPamiecPuli() noexcept {
     const pula::TBlokadaPuli blokada;
     if (pula::TPulaWatku* wlasna = pula::PulaTegoWatku(); wlasna != nullptr)
-        pula::OdlozWszystko(*wlasna);
+        pula::OdlozWszystko(wlasna->nadzor != nullptr ? *wlasna->zaplecze : *wlasna);
     pula::OddajWolnePlyty();
 }
 
@@ -317,7 +386,7 @@ std::int64_t PulaZajete() noexcept {
     for (TPlyta* plyta = plyty; plyta != nullptr; plyta = plyta->nastepna)
         zajete += plyta->Wydane(plyta->gora);
     for (const TWolny* paczka : paczki)
-        for (; paczka != nullptr; paczka = paczka->paczka)
+        for (; paczka != nullptr; paczka = paczka->Paczka())
             zajete -= IleWPaczce(paczka);
     for (const TPulaWatku* watek = watki; watek != nullptr; watek = watek->nastepna) {
         for (const TRozmiar& r : watek->rozmiary) {

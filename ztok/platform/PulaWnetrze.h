@@ -4,6 +4,9 @@
 // A thread keeps its free blocks in one list a size, to which it alone has access. A list that has grown to a magazine
 // (TRozmiar::magazynek blocks) is set aside as the spare one, and the former spare goes to the common store, where any
 // thread gets it. So a thread that only frees feeds one that only allocates, and the lock is taken once a magazine.
+//
+// Under the address sanitizer a block is poisoned while nobody has it, and so is what a block has beyond the bytes that
+// were asked for.
 #pragma once
 
 #include <atomic>
@@ -11,18 +14,7 @@
 #include <cstdint>
 
 #include "ztok/platform/Pula.h"
-
-// Under these sanitizers every block comes from malloc, so that they see every object.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define ZTOK_BEZ_PULI 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
-#define ZTOK_BEZ_PULI 1
-#endif
-#endif
-#ifndef ZTOK_BEZ_PULI
-#define ZTOK_BEZ_PULI 0
-#endif
+#include "ztok/platform/ZatrutaPamiec.h"
 
 // A variable of the thread at a fixed distance from the thread's own data: reaching it takes no call. A few words in
 // all fit the room that the loader keeps for libraries loaded later.
@@ -39,11 +31,19 @@ inline constexpr std::size_t IleRozmiarow = NajwiekszyBlokPuli / Ziarno;
 // Blocks are cut from slabs of this size, aligned to it: a block's address tells its slab.
 inline constexpr std::size_t RozmiarPlyty = 0x10000;
 
-struct TWolny {
-    TWolny* nastepny;
+// A free block.
+class TWolny {
+  public:
+    [[nodiscard]] ZTOK_BEZ_ASAN TWolny* Nastepny() const noexcept { return nastepny_; }
+    ZTOK_BEZ_ASAN void UstawNastepny(TWolny* nastepny) noexcept { nastepny_ = nastepny; }
     // In the first block of a magazine in the common store: the next magazine. In its second block: the number of
     // blocks (a magazine of one block has no second).
-    TWolny* paczka;
+    [[nodiscard]] ZTOK_BEZ_ASAN TWolny* Paczka() const noexcept { return paczka_; }
+    ZTOK_BEZ_ASAN void UstawPaczke(TWolny* paczka) noexcept { paczka_ = paczka; }
+
+  private:
+    TWolny* nastepny_;
+    TWolny* paczka_;
 };
 static_assert(sizeof(TWolny) <= Ziarno);
 
@@ -60,15 +60,35 @@ struct TRozmiar {
     TPlyta* plyta;              // the current slab, may be null
 };
 
+// Hears of every pooled block that a thread takes and frees, so that measured and failing memory is the memory of the
+// pool as it is. Larger blocks are malloc's.
+struct TNadzorPuli {
+    bool (*przydziel)(std::size_t rozmiar) noexcept; // false: std::bad_alloc
+    void (*zwolnij)(std::size_t rozmiar) noexcept;
+};
+// The calling thread's blocks, until it is called with null; the thread does not end before. Raises std::bad_alloc.
+ZTOK_API void NadzorujPule(const TNadzorPuli* nadzor);
+
+// Whether every block comes from malloc, with a sanitizer's red zones and quarantine: under the address sanitizer, when
+// the environment says ZTOK_PULA=malloc.
+[[nodiscard]] ZTOK_API bool BezPuli() noexcept;
+
 struct TPulaWatku {
     TRozmiar rozmiary[IleRozmiarow];
     TPulaWatku* nastepna;
     TPulaWatku* poprzednia;
+    // Set in a front that has no blocks, so that every call goes the long way: who hears of it, and whose blocks it
+    // gives.
+    const TNadzorPuli* nadzor;
+    TPulaWatku* zaplecze;
 };
 
 // The common part, for what the lists at hand cannot do. `pula` is the calling thread's, null if it has none.
 [[nodiscard]] void* PrzydzielInaczej(TPulaWatku* pula, std::size_t rozmiar);
 void ZwolnijInaczej(TPulaWatku* pula, void* blok, std::size_t rozmiar) noexcept;
+// A block above NajwiekszyBlokPuli made longer or shorter, but not as short as that; raises std::bad_alloc, and the
+// block is as it was.
+[[nodiscard]] void* ZmienRozmiarDuzego(void* blok, std::size_t rozmiar);
 // The end of a thread: its blocks go to the common store.
 void ZakonczWatek(TPulaWatku* pula) noexcept;
 
@@ -94,15 +114,17 @@ void ZwolnijPlyte(void* plyta) noexcept;
 
 inline void* Przydziel(TPulaWatku* pula, std::size_t rozmiar) {
     const std::size_t nr = (rozmiar - 1) / Ziarno;
-    if (!ZTOK_BEZ_PULI && nr < IleRozmiarow && pula != nullptr) [[likely]] {
+    if (nr < IleRozmiarow && pula != nullptr) [[likely]] {
         TRozmiar& r = pula->rozmiary[nr];
         if (TWolny* blok = r.wolne; blok != nullptr) [[likely]] {
-            r.wolne = blok->nastepny;
+            r.wolne = blok->Nastepny();
             r.ile.store(r.ile.load(std::memory_order_relaxed) - 1, std::memory_order_relaxed);
+            Odtruj(blok, rozmiar);
             return blok;
         }
         if (std::uint8_t* gora = r.gora.load(std::memory_order_relaxed); gora != r.koniec) {
             r.gora.store(gora + (nr + 1) * Ziarno, std::memory_order_relaxed);
+            Odtruj(gora, rozmiar);
             return gora;
         }
     }
@@ -111,11 +133,12 @@ inline void* Przydziel(TPulaWatku* pula, std::size_t rozmiar) {
 
 inline void Zwolnij(TPulaWatku* pula, void* blok, std::size_t rozmiar) noexcept {
     const std::size_t nr = (rozmiar - 1) / Ziarno;
-    if (!ZTOK_BEZ_PULI && nr < IleRozmiarow && pula != nullptr) [[likely]] {
+    if (nr < IleRozmiarow && pula != nullptr) [[likely]] {
         TRozmiar& r = pula->rozmiary[nr];
         if (const std::uint32_t ile = r.ile.load(std::memory_order_relaxed); ile < r.magazynek) [[likely]] {
             auto* wolny = static_cast<TWolny*>(blok);
-            wolny->nastepny = r.wolne;
+            Zatruj(blok, (nr + 1) * Ziarno);
+            wolny->UstawNastepny(r.wolne);
             r.wolne = wolny;
             r.ile.store(ile + 1, std::memory_order_relaxed);
             return;

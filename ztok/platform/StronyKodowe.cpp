@@ -4,7 +4,6 @@
 
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
-#include "ztok/platform/KodowaniaWektory.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/PrzebiegiAscii.h"
 #include "ztok/platform/StronySystemu.h"
@@ -94,12 +93,6 @@ const TTabelaStrony* TabelaStrony(std::uint16_t strona) noexcept {
 }
 
 void NaBajty(const TTabelaStrony& tabela, const char16_t* od, std::size_t ile, char* cel) noexcept {
-#if ZTOK_WEKTORY
-    if (wektory::Sa()) {
-        wektory::NaBajty(tabela, od, ile, cel);
-        return;
-    }
-#endif
     for (std::size_t i = 0; i < ile;) {
         i += ZwezAscii(od + i, ile - i, cel + i);
         for (const std::size_t koniec = std::min(ile, i + kPoAscii); i < koniec; ++i)
@@ -108,12 +101,6 @@ void NaBajty(const TTabelaStrony& tabela, const char16_t* od, std::size_t ile, c
 }
 
 void ZBajtow(const TTabelaStrony& tabela, const char* od, std::size_t ile, char16_t* cel) noexcept {
-#if ZTOK_WEKTORY
-    if (wektory::Sa()) {
-        wektory::ZBajtow(tabela, od, ile, cel);
-        return;
-    }
-#endif
     for (std::size_t i = 0; i < ile;) {
         i += PoszerzAscii(od + i, ile - i, cel + i);
         for (const std::size_t koniec = std::min(ile, i + kPoAscii); i < koniec; ++i)

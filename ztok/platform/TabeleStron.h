@@ -9,8 +9,8 @@
 
 namespace ztok {
 
-// A code page whose lower half is ASCII, both ways, in the shapes that plain and vector code look up.
-struct alignas(64) TTabelaStrony {
+// A code page whose lower half is ASCII, both ways.
+struct TTabelaStrony {
     using TGorna = std::array<char16_t, 128>;
 
     explicit constexpr TTabelaStrony(const TGorna& gorna);
@@ -22,10 +22,7 @@ struct alignas(64) TTabelaStrony {
     [[nodiscard]] constexpr bool Ma(char16_t znak) const noexcept { return Bajt(znak) != '?' || znak == u'?'; }
     [[nodiscard]] constexpr char16_t Znak(char bajt) const noexcept { return znaki[static_cast<unsigned char>(bajt)]; }
 
-    // Characters of the bytes, and of the upper half their two bytes apart.
-    std::array<char16_t, 256> znaki{};
-    std::array<std::uint8_t, 128> mlodsze{};
-    std::array<std::uint8_t, 128> starsze{};
+    std::array<char16_t, 256> znaki{}; // of the bytes
     // The way back: windows of 128 characters, found by the upper nine bits. Window 0 has none of the page.
     std::array<std::array<std::uint8_t, 128>, 8> bajty{};
     std::array<std::uint8_t, 512> okna{};
@@ -42,8 +39,6 @@ constexpr TTabelaStrony::TTabelaStrony(const TGorna& gorna) {
         if (okno == 0)
             okno = okien++; // a ninth window would not compile
         bajty[okno][znak & 0x7FU] = static_cast<std::uint8_t>(kod);
-        mlodsze[kod & 0x7FU] = static_cast<std::uint8_t>(znak & 0xFFU);
-        starsze[kod & 0x7FU] = static_cast<std::uint8_t>(znak >> 8U);
     }
 }
 

@@ -14,13 +14,8 @@ namespace ztok::wektory {
 
 #if ZTOK_WEKTORY_CRC
 
-// Bytes from which on the functions below pay.
+// The fewest bytes that SkladajCRC takes.
 inline constexpr std::size_t kProgCRC = 64;
-inline constexpr std::size_t kProgCRC512 = 256;
-
-// Whether this processor can run the two.
-[[nodiscard]] bool MaCRC() noexcept;
-[[nodiscard]] bool MaCRC512() noexcept;
 
 // What a CRC computation left behind: 16 bytes whose CRC, begun with 0, is the CRC of all bytes taken.
 struct TResztaCRC {
@@ -28,9 +23,8 @@ struct TResztaCRC {
     std::size_t ileWzieto; // a multiple of 16; what is left is shorter than 16 bytes
 };
 
-// Takes `ile` bytes, at least the function's least number.
+// For a processor with rzClmul.
 [[nodiscard]] TResztaCRC SkladajCRC(std::uint32_t crc, const std::uint8_t* bajty, std::size_t ile) noexcept;
-[[nodiscard]] TResztaCRC SkladajCRC512(std::uint32_t crc, const std::uint8_t* bajty, std::size_t ile) noexcept;
 
 #endif
 

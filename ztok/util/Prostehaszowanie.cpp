@@ -4,6 +4,7 @@
 
 #include "ztok/platform/Kodowania.h"
 #include "ztok/util/CRCWektory.h"
+#include "ztok/util/Procesor.h"
 #include "ztok/util/ZTBledy.h"
 
 namespace ztok {
@@ -93,16 +94,10 @@ constinit const std::array<std::uint32_t, 256> TablicaCRC = Tablice[0];
 std::uint32_t DodajDoCRC(std::uint32_t crc, const void* bajty, std::size_t ile) noexcept {
     const auto* b = static_cast<const std::uint8_t*>(bajty);
 #if ZTOK_WEKTORY_CRC
-    if (ile >= wektory::kProgCRC) {
-        static const bool sa512 = wektory::MaCRC512();
-        static const bool sa = wektory::MaCRC();
-        if (sa) {
-            const wektory::TResztaCRC reszta = sa512 && ile >= wektory::kProgCRC512
-                                                   ? wektory::SkladajCRC512(crc, b, ile)
-                                                   : wektory::SkladajCRC(crc, b, ile);
-            return TablicamiCRC(TablicamiCRC(0, reszta.bajty, sizeof reszta.bajty), b + reszta.ileWzieto,
-                                ile - reszta.ileWzieto);
-        }
+    if (ile >= wektory::kProgCRC && UzywaRozszerzenia(rzClmul)) {
+        const wektory::TResztaCRC reszta = wektory::SkladajCRC(crc, b, ile);
+        return TablicamiCRC(TablicamiCRC(0, reszta.bajty, sizeof reszta.bajty), b + reszta.ileWzieto,
+                            ile - reszta.ileWzieto);
     }
 #endif
     return TablicamiCRC(crc, b, ile);

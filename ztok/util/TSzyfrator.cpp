@@ -11,6 +11,7 @@
 #include <span>
 #include <utility>
 
+#include "ztok/util/Procesor.h"
 #include "ztok/util/Wymazanie.h"
 #include "ztok/util/ZTBledy.h"
 #include "ztok/util/Zttypybazowe.h"
@@ -23,9 +24,8 @@ static_assert(std::endian::native == std::endian::little, "blocks are taken as t
 
 constexpr std::size_t kRundy = 16;
 
-// Bits 16 to 23 in one instruction, for processors of a 64-bit host that have it (BMI1).
+// Bits 16 to 23 in one instruction, for processors that have it (rzBmi).
 #if defined(__x86_64__)
-bool MaBextr() noexcept { return __builtin_cpu_supports("bmi") != 0; } // NOLINT(readability-implicit-bool-conversion)
 [[gnu::always_inline]] inline std::uint32_t Bextr(std::uint32_t x) noexcept {
     constexpr std::uint32_t odIle = 0x0810;
     std::uint32_t wynik = 0;
@@ -33,7 +33,6 @@ bool MaBextr() noexcept { return __builtin_cpu_supports("bmi") != 0; } // NOLINT
     return wynik;
 }
 #else
-constexpr bool MaBextr() noexcept { return false; }
 constexpr std::uint32_t Bextr(std::uint32_t x) noexcept { return x >> 16U & 0xFFU; }
 #endif
 
@@ -221,8 +220,7 @@ TSzyfrator::TSzyfrator(std::string_view Klucz) : FSilnyKlucz(!Klucz.empty() && R
 TSzyfrator::~TSzyfrator() { WymazSekret(&FBoxes, sizeof FBoxes); }
 
 bool TSzyfrator::Rozpisz(std::string_view klucz) noexcept {
-    static const bool zBextr = MaBextr();
-    return zBextr ? RozpiszKlucz<true>(FBoxes, klucz) : RozpiszKlucz<false>(FBoxes, klucz);
+    return UzywaRozszerzenia(rzBmi) ? RozpiszKlucz<true>(FBoxes, klucz) : RozpiszKlucz<false>(FBoxes, klucz);
 }
 
 void TSzyfrator::SzyfrujBloki(void* bajty, std::size_t ile) const noexcept { Bloki<true>(FBoxes, bajty, ile); }
