@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Probki.h"
+#include "StrumienieTestowe.h"
 
 namespace probki {
 
@@ -60,11 +61,23 @@ class TLosoweDrzewo {
 
     bool Tak() { return Z(2) == 0; }
 
-    std::string Bajty() {
-        std::string bajty(Z(300), '\0');
-        for (char& bajt : bajty)
-            bajt = static_cast<char>(los_());
-        return bajty;
+    std::string Bajty() { return strumienie::LosoweBajty(los_, Z(300)); }
+
+    // Values for some of the fields, of what each of them takes.
+    template <class K, class... W> void Ustaw(K& o, void (K::*... pola)(W)) {
+        const auto ustaw = [&]<class T>(void (K::*pole)(T)) {
+            if (!Tak())
+                return;
+            if constexpr (std::is_same_v<T, ztok::TBajtLogiczny>)
+                (o.*pole)(Tak());
+            else if constexpr (std::is_same_v<T, std::string_view>)
+                (o.*pole)(Bajty());
+            else if constexpr (std::is_same_v<T, std::u16string_view>)
+                (o.*pole)(Tekst());
+            else
+                (o.*pole)(Liczba<T>());
+        };
+        (ustaw(pola), ...);
     }
 
     // Any ten bytes, or a number that eight hold.
@@ -123,41 +136,15 @@ class TLosoweDrzewo {
     void Buduj(TAdres& adres) {
         wszystkie_.push_back(&adres);
         adresy_.push_back(&adres);
-        if (Tak())
-            adres.SetUlica(Tekst());
-        if (Tak())
-            adres.SetNumer(Liczba<std::int32_t>());
-        if (Tak())
-            adres.SetMiasto(Tekst());
+        Ustaw(adres, &TAdres::SetUlica<>, &TAdres::SetNumer<>, &TAdres::SetMiasto<>);
     }
 
     void Buduj(TWszystko& o, int glebokosc) {
         wszystkie_.push_back(&o);
         budowane_.push_back(&o);
-        if (Tak())
-            o.SetB(Liczba<std::uint8_t>());
-        if (Tak())
-            o.SetS(Liczba<std::int16_t>());
-        if (Tak())
-            o.SetW(Liczba<std::uint16_t>());
-        if (Tak())
-            o.SetI(Liczba<std::int32_t>());
-        if (Tak())
-            o.SetC(Liczba<std::uint32_t>());
-        if (Tak())
-            o.SetL(Liczba<std::int64_t>());
-        if (Tak())
-            o.SetD(Liczba<double>());
-        if (Tak())
-            o.SetTak(Tak());
-        if (Tak())
-            o.SetNazwa(Tekst());
-        if (Tak())
-            o.SetBajty(Bajty());
-        if (Tak())
-            o.SetSzeroki(Tekst());
-        if (Tak())
-            o.SetOpis(Tekst());
+        using T = TWszystko;
+        Ustaw(o, &T::SetB<>, &T::SetS<>, &T::SetW<>, &T::SetI<>, &T::SetC<>, &T::SetL<>, &T::SetD<>, &T::SetTak<>,
+              &T::SetNazwa<>, &T::SetBajty<>, &T::SetSzeroki<>, &T::SetOpis<>);
         if (Tak()) {
             Buduj(o.GetAdres());
             o.GetAdres().SetNumer(1); // without any value it takes no part in a write, nor what points at it

@@ -18,10 +18,6 @@ using testy::Blad;
 
 namespace {
 
-class TTerminy : public TObiekt {
-    ZTOK_OBIEKT(TTerminy, TObiekt, (0, Chwila, DateTime), (1, Dzien, Date), (2, Godzina, Time))
-};
-
 // Field 1 is stored only when field 0 is below 10; field 2 always; field 3 is a nested object that follows field 1.
 class TWybrane : public TObiekt {
   public:
@@ -39,46 +35,47 @@ class FormatBinarny : public testing::Test {
 // --- counts and texts
 
 TEST_F(FormatBinarny, Liczniki) {
-    using TZapis = void (*)(TStrumien&, std::uint32_t);
-    using TOdczyt = std::uint32_t (*)(TStrumien&);
+    using Z = TZapisywaczDanych;
+    using O = TOdczytywaczDanych;
     const struct {
-        TZapis zapis;
-        TOdczyt odczyt;
-        std::uint32_t wartosc;
-        const char* bajty; // null: out of the form's range
-    } tabela[] = {
-        {&TZapisywaczDanych::ZapiszLicznik15, &TOdczytywaczDanych::WczytajLicznik15, 0, "00"},
-        {&TZapisywaczDanych::ZapiszLicznik15, &TOdczytywaczDanych::WczytajLicznik15, 0x7F, "7F"},
-        {&TZapisywaczDanych::ZapiszLicznik15, &TOdczytywaczDanych::WczytajLicznik15, 0x80, "80 80"},
-        {&TZapisywaczDanych::ZapiszLicznik15, &TOdczytywaczDanych::WczytajLicznik15, 0x1234, "92 34"},
-        {&TZapisywaczDanych::ZapiszLicznik15, &TOdczytywaczDanych::WczytajLicznik15, 0x7FFF, "FF FF"},
-        {&TZapisywaczDanych::ZapiszLicznik15, nullptr, 0x8000, nullptr},
-        {&TZapisywaczDanych::ZapiszLicznik30, &TOdczytywaczDanych::WczytajLicznik30, 0x7F, "7F"},
-        {&TZapisywaczDanych::ZapiszLicznik30, &TOdczytywaczDanych::WczytajLicznik30, 0x80, "80 80"},
-        {&TZapisywaczDanych::ZapiszLicznik30, &TOdczytywaczDanych::WczytajLicznik30, 0x3FFF, "BF FF"},
-        {&TZapisywaczDanych::ZapiszLicznik30, &TOdczytywaczDanych::WczytajLicznik30, 0x4000, "C0 00 00 40"},
-        {&TZapisywaczDanych::ZapiszLicznik30, &TOdczytywaczDanych::WczytajLicznik30, 0x12345678, "D2 34 78 56"},
-        {&TZapisywaczDanych::ZapiszLicznik30, &TOdczytywaczDanych::WczytajLicznik30, 0x3FFFFFFF, "FF FF FF FF"},
-        {&TZapisywaczDanych::ZapiszLicznik30, nullptr, 0x40000000, nullptr},
-        {&TZapisywaczDanych::ZapiszLicznik31, &TOdczytywaczDanych::WczytajLicznik31, 0, "00 00"},
-        {&TZapisywaczDanych::ZapiszLicznik31, &TOdczytywaczDanych::WczytajLicznik31, 0x7FFF, "FF 7F"},
-        {&TZapisywaczDanych::ZapiszLicznik31, &TOdczytywaczDanych::WczytajLicznik31, 0x8000, "00 80 00 80"},
-        {&TZapisywaczDanych::ZapiszLicznik31, &TOdczytywaczDanych::WczytajLicznik31, 0x12345678, "34 92 78 56"},
-        {&TZapisywaczDanych::ZapiszLicznik31, &TOdczytywaczDanych::WczytajLicznik31, 0x7FFFFFFF, "FF FF FF FF"},
-        {&TZapisywaczDanych::ZapiszLicznik31, nullptr, 0x80000000, nullptr},
+        void (*zapis)(TStrumien&, std::uint32_t);
+        std::uint32_t (*odczyt)(TStrumien&);
+        std::vector<std::pair<std::uint32_t, const char*>> wartosci;
+        std::uint32_t zaDuza;
+    } formy[] = {
+        {&Z::ZapiszLicznik15,
+         &O::WczytajLicznik15,
+         {{0, "00"}, {0x7F, "7F"}, {0x80, "80 80"}, {0x1234, "92 34"}, {0x7FFF, "FF FF"}},
+         0x8000},
+        {&Z::ZapiszLicznik30,
+         &O::WczytajLicznik30,
+         {{0x7F, "7F"},
+          {0x80, "80 80"},
+          {0x3FFF, "BF FF"},
+          {0x4000, "C0 00 00 40"},
+          {0x12345678, "D2 34 78 56"},
+          {0x3FFFFFFF, "FF FF FF FF"}},
+         0x40000000},
+        {&Z::ZapiszLicznik31,
+         &O::WczytajLicznik31,
+         {{0, "00 00"},
+          {0x7FFF, "FF 7F"},
+          {0x8000, "00 80 00 80"},
+          {0x12345678, "34 92 78 56"},
+          {0x7FFFFFFF, "FF FF FF FF"}},
+         0x80000000},
     };
-    for (const auto& w : tabela) {
-        strumienie::TOporny strumien;
-        strumien.porcja = 1;
-        if (w.bajty == nullptr) {
-            EXPECT_THROW(w.zapis(strumien, w.wartosc), ZTException) << w.wartosc;
-            EXPECT_EQ(strumien.dane, "");
-            continue;
+    for (const auto& forma : formy) {
+        strumienie::TOporny pusty;
+        EXPECT_THROW(forma.zapis(pusty, forma.zaDuza), ZTException) << forma.zaDuza;
+        EXPECT_EQ(pusty.dane, "");
+        for (const auto& [wartosc, bajty] : forma.wartosci) {
+            strumienie::TOporny strumien;
+            forma.zapis(strumien, wartosc);
+            EXPECT_EQ(Szesnastkowo(strumien.dane), bajty);
+            EXPECT_EQ(forma.odczyt(strumien), wartosc);
+            EXPECT_EQ(strumien.pozycja, strumien.dane.size());
         }
-        w.zapis(strumien, w.wartosc);
-        EXPECT_EQ(Szesnastkowo(strumien.dane), w.bajty);
-        EXPECT_EQ(w.odczyt(strumien), w.wartosc);
-        EXPECT_EQ(strumien.pozycja, strumien.dane.size());
     }
     // A count that is longer than it need be is read all the same.
     strumienie::TOporny strumien(Bajty("80 05 C0 00 05 00 00 80 05 00"));
@@ -89,19 +86,13 @@ TEST_F(FormatBinarny, Liczniki) {
 
 TEST_F(FormatBinarny, TekstPonadPojemnoscNieTrafiaDoStrumienia) {
     const char znak = 'x'; // the bytes behind it are never looked at
-    const std::pair<std::size_t, const char16_t*> tabela[] = {
-        {0x40000000U, u"przekroczono pojemność formatu: string (1073741824)"},
-        {0x7FFFFFFFU, u"przekroczono pojemność formatu: string (2147483647)"},
-#if SIZE_MAX > 0xFFFFFFFF
-        {0x84000000U, u"przekroczono pojemność formatu: string (2214592512)"},
-        {0x140000000U, u"przekroczono pojemność formatu: string (5368709120)"},
-#endif
-    };
-    for (const auto& [dlugosc, komunikat] : tabela) {
+    for (const std::int64_t dlugosc : {0x40000000LL, 0x7FFFFFFFLL, 0x84000000LL, 0x140000000LL}) {
+        if (dlugosc > PTRDIFF_MAX)
+            break;
         strumienie::TOporny strumien;
-        EXPECT_EQ(
-            Blad([&, ile = dlugosc] { TZapisywaczDanych::ZapiszAnsiString(strumien, std::string_view(&znak, ile)); }),
-            komunikat);
+        const std::string_view tekst(&znak, static_cast<std::size_t>(dlugosc));
+        EXPECT_EQ(Blad([&] { TZapisywaczDanych::ZapiszAnsiString(strumien, tekst); }),
+                  u"przekroczono pojemność formatu: string (" + PolskiWide(std::to_string(dlugosc)) + u")");
         EXPECT_EQ(strumien.dane, "");
     }
 }
@@ -115,20 +106,17 @@ TEST_F(FormatBinarny, TekstyWokolDlugosciLicznika) {
             std::u16string tekst(bajtow % szerokosc, u'-');
             for (std::size_t i = 0; i < bajtow / szerokosc; ++i)
                 tekst += znak;
-            TZTMemoryStream wzor;
+            strumienie::TOporny wzor;
             TZapisywaczDanych::ZapiszLicznik30(wzor, static_cast<std::uint32_t>(bajtow));
-            wzor.WriteBuffer(Utf8ZUtf16(tekst).data(), bajtow);
+            wzor.dane += Utf8ZUtf16(tekst);
             TZTMemoryStream pamiec;
             TBuforZapisu zOknem(pamiec, 0x4000);
             TZapisywaczDanych::ZapiszWideString(zOknem, tekst, nullptr);
             zOknem.Flush();
             strumienie::TOporny bezOkna;
             TZapisywaczDanych::ZapiszWideString(bezOkna, tekst, nullptr);
-            const auto zawartosc = wzor.Zawartosc();
-            const std::string oczekiwane(zawartosc.begin(), zawartosc.end());
-            const auto zapisane = pamiec.Zawartosc();
-            EXPECT_TRUE(oczekiwane == std::string(zapisane.begin(), zapisane.end())) << bajtow << ' ' << szerokosc;
-            EXPECT_TRUE(oczekiwane == bezOkna.dane) << bajtow << ' ' << szerokosc;
+            EXPECT_TRUE(wzor.dane == strumienie::Zawartosc(pamiec)) << bajtow << ' ' << szerokosc;
+            EXPECT_TRUE(wzor.dane == bezOkna.dane) << bajtow << ' ' << szerokosc;
             std::u16string odczytany = u"stary";
             TOdczytywaczDanych::WczytajUtf8(bezOkna, odczytany, nullptr);
             EXPECT_TRUE(odczytany == tekst);
@@ -190,9 +178,12 @@ TEST_F(FormatBinarny, KtorePolaSaZapisywane) {
     zapisywacz.ZapisWszystkichPol = true;
     o->DajObiektyDoZapisu(zapisywacz);
     EXPECT_EQ(Szesnastkowo(Zapisz(*o, &zapisywacz)), "01 1F 14 05 00 00 01 02 01 00 00 00 02 00");
+    TZapisywaczDanych zFiltrem; // the filter alone decides, over the class's own choice
+    zFiltrem.CzyZapisacPole = {[](void*, const TObiekt&, int nr) { return nr < 2; }, nullptr};
+    EXPECT_EQ(Szesnastkowo(Zapisz(*o, &zFiltrem)), "01 03 14 05 00");
 }
 
-// The filter alone decides, over the class's own choice; it is not asked when objects get their numbers.
+// The filter is not asked when objects get their numbers.
 TEST_F(FormatBinarny, FiltrPol) {
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     o->SetB(1);
@@ -214,13 +205,6 @@ TEST_F(FormatBinarny, FiltrPol) {
     // Address 2 is left out but counted: the list's element stays number 4, and the number 2 is still written.
     EXPECT_EQ(Szesnastkowo(Zapisz(*o, &zapisywacz)), "03 01 40 0C 01 01 00 00 04 00 01 00 02 00");
     EXPECT_EQ(pytan, 5);
-
-    const TWlasny<TWybrane> w = Utworz<TWybrane>();
-    w->SetStan(20);
-    w->SetChwilowe(5);
-    TZapisywaczDanych wszystko;
-    wszystko.CzyZapisacPole = {[](void*, const TObiekt&, int) { return true; }, nullptr};
-    EXPECT_EQ(Szesnastkowo(Zapisz(*w, &wszystko)), "01 03 14 05 00");
 }
 
 TEST_F(FormatBinarny, WskaznikiPozaDrzewo) {
@@ -234,11 +218,6 @@ TEST_F(FormatBinarny, WskaznikiPozaDrzewo) {
     o->GetPowiazane().DodajObiekt(&obcyAdres, MaxInt);
     o->GetPowiazane().DodajObiekt(o.get(), MaxInt);
     EXPECT_EQ(Szesnastkowo(Zapisz(*o)), "03 01 00 18 01 00 00 01 00 01 00");
-    // A part of the tree written alone is a tree of its own: what points out of it is left out, numbers begin at 1.
-    TWszystko& czesc = static_cast<TWszystko&>(*o->GetRozne().Dodaj(Utworz<TWszystko>()));
-    czesc.SetWskaznik(o.get());
-    czesc.GetWskazywane().DodajObiekt(&czesc, MaxInt);
-    EXPECT_EQ(Szesnastkowo(Zapisz(czesc)), "03 00 00 08 01 00 01 00");
 }
 
 TEST_F(FormatBinarny, NumeryObiektowZapisywacza) {
@@ -304,39 +283,32 @@ TEST_F(FormatBinarny, LimityLiczaCoCzytaja) {
         const std::string tekst = std::string("object TWszystko ") + w.tresc + " end";
         strumienie::ZTekstu(*wzor, tekst);
         const std::string bajty = Zapisz(*wzor);
-        const auto czytaj = [&](bool tekstem, const TLimityOdczytu& limity) {
-            const TWlasny<TWszystko> o = Utworz<TWszystko>();
-            TOpcjeOdczytu opcje;
-            opcje.limity = limity;
-            return Blad([&] {
-                TZTReadOnlyRawByteStream strumien(tekstem ? tekst : bajty);
-                tekstem ? o->WczytajTekstowo(strumien, opcje) : o->WczytajZeStrumienia(strumien, opcje);
-                EXPECT_EQ(Zapisz(*o), bajty);
-            });
-        };
         for (const bool tekstem : {false, true}) {
             SCOPED_TRACE(testing::Message() << w.tresc << tekstem);
-            TLimityOdczytu limity;
-            limity.pamiec = w.pamiec + (tekstem ? w.wTekscie : 0);
-            EXPECT_EQ(czytaj(tekstem, limity), u"(no error)");
-            --limity.pamiec;
-            EXPECT_EQ(czytaj(tekstem, limity), u"przekroczono limit odczytu: pamięć w bajtach (" +
-                                                   PolskiWide(std::to_string(limity.pamiec)) + u")");
-            limity = {};
-            limity.zaglebienie = w.poziomow;
-            EXPECT_EQ(czytaj(tekstem, limity), u"(no error)");
-            --limity.zaglebienie;
-            EXPECT_NE(
-                czytaj(tekstem, limity)
-                    .find(u"zagnieżdżenie obiektów głębsze niż " + PolskiWide(std::to_string(limity.zaglebienie))),
-                std::u16string::npos);
-            if (w.tekst == 0)
-                continue;
-            limity = {};
-            limity.bajtyTekstu = w.tekst;
-            EXPECT_EQ(czytaj(tekstem, limity), u"(no error)");
-            --limity.bajtyTekstu;
-            EXPECT_NE(czytaj(tekstem, limity), u"(no error)");
+            const auto czytaj = [&](auto TLimityOdczytu::*ktory, auto ile) {
+                const TWlasny<TWszystko> o = Utworz<TWszystko>();
+                TOpcjeOdczytu opcje;
+                opcje.limity.*ktory = ile;
+                return Blad([&] {
+                    TZTReadOnlyRawByteStream strumien(tekstem ? tekst : bajty);
+                    tekstem ? o->WczytajTekstowo(strumien, opcje) : o->WczytajZeStrumienia(strumien, opcje);
+                    EXPECT_EQ(Zapisz(*o), bajty);
+                });
+            };
+            const auto granica = [&](auto TLimityOdczytu::*ktory, auto ile, const std::u16string& komunikat) {
+                EXPECT_EQ(czytaj(ktory, ile), u"(no error)");
+                const std::u16string blad = czytaj(ktory, --ile);
+                EXPECT_NE(blad.find(komunikat + PolskiWide(std::to_string(ile))), std::u16string::npos)
+                    << Utf8ZUtf16(blad);
+                return blad;
+            };
+            const std::u16string pamiec = u"przekroczono limit odczytu: pamięć w bajtach (";
+            const std::u16string blad = granica(&TLimityOdczytu::pamiec, w.pamiec + (tekstem ? w.wTekscie : 0), pamiec);
+            EXPECT_TRUE(blad.starts_with(pamiec) && blad.ends_with(u")"));
+            granica(&TLimityOdczytu::zaglebienie, w.poziomow, u"zagnieżdżenie obiektów głębsze niż ");
+            if (w.tekst != 0)
+                granica(&TLimityOdczytu::bajtyTekstu, w.tekst,
+                        u"przekroczono limit odczytu: rozmiar tekstu w bajtach (");
         }
     }
 }
@@ -385,16 +357,15 @@ TEST_F(FormatBinarny, LosoweDrzewaTamIZPowrotem) {
 // The tree of tests/dane/drzewo.bin reads the same on every system, and is written to the same bytes; drzewo.txt shows
 // what it holds.
 TEST_F(FormatBinarny, PlikWzorcowyNaKazdymSystemieTenSam) {
-    TStrumienPlikowy plik(Utf16ZUtf8(std::string(ZTOK_DANE_TESTOW) + "/drzewo.bin"), ETrybPliku::Odczyt);
+    const auto zPliku = [](const char* nazwa) {
+        std::ifstream plik(std::string(ZTOK_DANE_TESTOW) + nazwa, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(plik), {});
+    };
+    const std::string bajty = zPliku("/drzewo.bin");
     const TWlasny<TWszystko> odczytane = Utworz<TWszystko>();
-    odczytane->WczytajZeStrumienia(plik);
-    EXPECT_EQ(plik.Pozostalo(), 0);
-    std::string zPliku(static_cast<std::size_t>(plik.GetSize()), '\0');
-    plik.Seek(0, ESeek::Poczatek);
-    plik.ReadBuffer(zPliku.data(), zPliku.size());
-    EXPECT_EQ(Szesnastkowo(Zapisz(*odczytane)), Szesnastkowo(zPliku));
-    std::ifstream wzor(std::string(ZTOK_DANE_TESTOW) + "/drzewo.txt", std::ios::binary);
-    EXPECT_EQ(strumienie::Tekst(*odczytane) + "\r\n", std::string(std::istreambuf_iterator<char>(wzor), {}));
+    EXPECT_EQ(Wczytaj(*odczytane, bajty), static_cast<std::int64_t>(bajty.size()));
+    EXPECT_EQ(Szesnastkowo(Zapisz(*odczytane)), Szesnastkowo(bajty));
+    EXPECT_EQ(strumienie::Tekst(*odczytane) + "\r\n", zPliku("/drzewo.txt"));
     EXPECT_EQ(odczytane->GetWskaznik()->GetWskaznik(), odczytane->GetPodrzedne()[0]);
 }
 
