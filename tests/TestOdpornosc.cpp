@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <iostream>
+#include <ctime>
+#include <functional>
 #include <random>
 
 #include "BrakPamieci.h"
@@ -21,6 +21,7 @@ using strumienie::Bajty;
 using strumienie::Wczytaj;
 using strumienie::Zapisz;
 using systemTestowy::WMalymWatku;
+using testy::Blad;
 using testy::Zglasza;
 
 namespace {
@@ -35,15 +36,12 @@ class TOgniwo : public TObiekt {
 class TListaOgniw : public TListaTypu<TOgniwo> {
     ZTOK_LISTA(TListaOgniw, TOgniwo)
 };
-class TListaListOgniw : public TListaTypu<TListaOgniw> {
-    ZTOK_LISTA(TListaListOgniw, TListaOgniw)
-};
 
 class Odpornosc : public testing::Test {
   protected:
     void SetUp() override {
         Rejestruj();
-        RejestrujKlasy<TOgniwo, TListaOgniw, TListaListOgniw>();
+        RejestrujKlasy<TOgniwo, TListaOgniw>();
     }
 };
 
@@ -52,27 +50,14 @@ const std::vector<std::string>& Strumienie() {
     static const std::vector<std::string> strumienie = [] {
         std::vector<std::string> wynik;
         const TWlasny<TWszystko> o = Utworz<TWszystko>();
-        o->SetB(1);
-        o->SetD(1.5);
-        o->SetTak(true);
-        o->SetNazwa(u"Żółw");
-        o->SetBajty("ab");
-        o->SetSzeroki(u"漢");
-        o->GetAdres().SetNumer(3);
-        o->GetAdresy().Dopisz().SetUlica(u"A");
-        o->GetAdresy().Dopisz();
-        TWszystko& dziecko = o->GetPodrzedne().Dopisz();
-        dziecko.SetL(-1);
-        dziecko.SetWskaznik(o.get());
-        dziecko.GetRozne().Dodaj(Utworz<TListaAdresow>());
-        o->GetRozne().Dodaj(Utworz<TAdres>());
-        static_cast<TWszystko&>(*o->GetRozne().Dodaj(Utworz<TWszystko>())).SetReferencja(&o->GetAdres());
-        o->SetWskaznik(&dziecko);
-        o->SetReferencja(o->GetAdresy()[1]);
-        o->GetWskazywane().DodajObiekt(&dziecko, MaxInt);
-        o->GetWskazywane().DodajObiekt(&o->GetRozne(), MaxInt);
-        o->GetPowiazane().DodajObiekt(o.get(), MaxInt);
-        o->GetPowiazane().DodajObiekt(&o->GetPowiazane(), MaxInt);
+        strumienie::ZTekstu(*o, R"(object TWszystko
+            B=1 D=1.5 Tak=T Nazwa="Żółw" Bajty='ab' Szeroki="漢"
+            object Adres Numer=3 end
+            object Adresy object Ulica="A" end object end end
+            object Podrzedne object L=-1 object Rozne object TListaAdresow end end Wskaznik=1 end end
+            object Rozne object TAdres end object TWszystko Referencja=2 end end
+            Wskaznik=7 Referencja=5 object Wskazywane (7,10) end object Powiazane (1,14) end
+        end)");
         wynik.push_back(Zapisz(*o));
         for (std::uint32_t ziarno = 0; wynik.size() < 4; ++ziarno) {
             TLosoweDrzewo(ziarno).Wypelnij(*o, 1);
@@ -152,16 +137,6 @@ std::string Powtorz(std::string_view bajty, std::size_t razy) {
     return wynik;
 }
 
-class TStoper {
-  public:
-    [[nodiscard]] double Sekundy() const {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
-    }
-
-  private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
-
 // What the action allocates.
 template <class F> przydzialy::TWynik ZmierzPamiec(F dzialanie) {
     przydzialy::Zacznij();
@@ -218,32 +193,20 @@ TEST_F(Odpornosc, PamiecJestWMiareDanych) {
             strumienie::TOporny bezOkna(ksztalt.bajty);
             bezOkna.porcja = 4096;
             TStrumien& strumien = zOknem ? static_cast<TStrumien&>(okno) : bezOkna;
-            const TStoper stoper;
-            bool blad = false;
-            const auto wynik = ZmierzPamiec([&] {
-                try {
-                    if (ksztalt.tekstowo)
-                        o->WczytajTekstowo(strumien);
-                    else
-                        o->WczytajZeStrumienia(strumien);
-                } catch (const EWyjatek&) {
-                    blad = true;
-                }
-            });
-            const double k = static_cast<double>(wynik.szczyt) / static_cast<double>(ksztalt.bajty.size());
-            std::cout << "    k = " << k << ", largest " << wynik.najwiekszy << ", " << stoper.Sekundy()
-                      << " s: " << (ksztalt.tekstowo ? "text form, " : "") << ksztalt.nazwa
-                      << (zOknem ? "" : ", no window") << (blad ? " (refused)" : "") << '\n';
+            const std::clock_t start = std::clock(); // of the processor, where the system tells it
+            const auto wynik =
+                ZmierzPamiec([&] { Zglasza<EWyjatek>([&] { Odczytaj(*o, strumien, ksztalt.tekstowo); }); });
             EXPECT_LE(wynik.szczyt, ksztalt.k * static_cast<double>(ksztalt.bajty.size()) + 1024 * 1024)
                 << ksztalt.nazwa;
-            EXPECT_LT(stoper.Sekundy(), ZTOK_SANITIZER ? 20.0 : 4.0) << ksztalt.nazwa;
+            EXPECT_LT(std::clock() - start, (ZTOK_SANITIZER ? 20 : 4) * CLOCKS_PER_SEC) << ksztalt.nazwa;
         }
     }
 }
 
 // A long text of a file is in memory only once, in its place.
 TEST_F(Odpornosc, TekstZPlikuJestWPamieciRaz) {
-    const std::u16string sciezka = Utf16ZUtf8(testing::TempDir()) + u"ztok_dlugi_tekst";
+    const std::u16string sciezka = Utf16ZUtf8(testing::TempDir()) + u"ztok_dlugi_tekst" +
+                                   PolskiWide(std::to_string(std::random_device()())); // its own of every run
     constexpr std::size_t N = 3'000'000;
     for (const std::string& wzor : {std::string("x"), std::string("\xC4\x85"), std::string("\xE2\x82\xAC"),
                                     std::string("\xF0\x9F\x98\x80"), std::string("za\xC5\xBC\xF3\xED\xA0\x80 ")}) {
@@ -251,10 +214,8 @@ TEST_F(Odpornosc, TekstZPlikuJestWPamieciRaz) {
         for (const char* numer : {"02 00 01", "02 00 08"}) { // TWszystko's text and wide text
             {
                 TStrumienPlikowy plik(sciezka, ETrybPliku::Tworzenie);
-                const std::string poczatek = Bajty(numer);
-                plik.WriteBuffer(poczatek.data(), poczatek.size());
-                TZapisywaczDanych::ZapiszLicznik30(plik, static_cast<std::uint32_t>(utf8.size()));
-                plik.WriteBuffer(utf8.data(), utf8.size());
+                const std::string dane = Bajty(numer) + Licznik30(static_cast<std::uint32_t>(utf8.size())) + utf8;
+                plik.WriteBuffer(dane.data(), dane.size());
                 plik.Zamknij();
             }
             const TWlasny<TWszystko> o = Utworz<TWszystko>();
@@ -276,7 +237,6 @@ TEST_F(Odpornosc, KazdyLicznikZamienionyNaOgromny) {
         liczniki.push_back(Licznik31(wartosc));
     }
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    int ile = 0;
     std::int64_t najwiekszy = 0;
     for (const std::string& wzor : Strumienie())
         for (std::size_t gdzie = 0; gdzie < wzor.size(); ++gdzie)
@@ -291,10 +251,8 @@ TEST_F(Odpornosc, KazdyLicznikZamienionyNaOgromny) {
                         przydzialy::Zacznij();
                         CzytajObce(*o, zOknem ? static_cast<TStrumien&>(okno) : bezOkna);
                         najwiekszy = std::max(najwiekszy, przydzialy::Zakoncz().najwiekszy);
-                        ++ile;
                     }
                 }
-    std::cout << "    " << ile << " streams, largest allocation " << najwiekszy << '\n';
     EXPECT_LE(najwiekszy, 1024 * 1024);
 }
 
@@ -357,19 +315,17 @@ TEST_F(Odpornosc, LancuchMilionaObiektow) {
                     for (int i = 1; i < Dlugosc; ++i) {
                         if (zWartosciami)
                             o->SetWartosc(1);
-                        if (sciezka == ESciezka::Pole)
-                            o = &o->GetDalej();
-                        else if (sciezka == ESciezka::Lista)
-                            o = &o->GetLista().Dopisz();
-                        else
-                            o = static_cast<TOgniwo*>(o->GetKolekcja().Dodaj(Utworz<TOgniwo>()));
+                        o = sciezka == ESciezka::Pole ? &o->GetDalej()
+                            : sciezka == ESciezka::Lista
+                                ? &o->GetLista().Dopisz()
+                                : static_cast<TOgniwo*>(o->GetKolekcja().Dodaj(Utworz<TOgniwo>()));
                     }
                     o->SetWartosc(2);
                     return poczatek;
                 };
                 TWlasny<TOgniwo> a = utworz();
                 TWlasny<TOgniwo> b = utworz();
-                const TStoper stoper;
+                const std::clock_t start = std::clock();
                 const std::int64_t obiektow = PulaZajete() - zajete;
                 EXPECT_GT(obiektow, 2 * Dlugosc);
                 TZTMemoryStream pamiec;
@@ -384,32 +340,11 @@ TEST_F(Odpornosc, LancuchMilionaObiektow) {
                 EXPECT_EQ(a->DajSciezkeDoSiebie(), u"");
                 a.Ustaw();
                 b->ZerujDane();
-                EXPECT_LT(stoper.Sekundy(), 5.0);
+                EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
             });
 }
 
 // --- owners by code
-
-TEST_F(Odpornosc, ObiektNieMozeZawieracSiebie) {
-    const std::int64_t zajete = PulaZajete();
-    {
-        const TWlasny<TOgniwo> korzen = Utworz<TOgniwo>();
-        TOgniwo& wnuk = korzen->GetDalej().GetLista().Dopisz();
-        const auto odmowa = [&](auto dzialanie) { EXPECT_THROW(dzialanie(), ZTException); };
-        odmowa([&] { korzen->UstawPole(0, korzen.get(), false); });
-        odmowa([&] { wnuk.UstawPole(0, korzen.get(), true); });
-        odmowa([&] { wnuk.GetLista().DodajObiekt(korzen.get(), MaxInt); });
-        odmowa([&] { wnuk.GetKolekcja().DodajObiekt(&wnuk, 0); });
-        odmowa([&] { wnuk.GetKolekcja().DodajObiekt(&wnuk.GetKolekcja(), 0); });
-        odmowa([&] { korzen->GetDalej().GetLista().DodajObiekt(&korzen->GetDalej().GetLista(), 0); });
-        SprawdzDrzewo(*korzen);
-        EXPECT_EQ(wnuk.DajKorzen(), korzen.get());
-        korzen->SetWartosc(1);
-        const TWlasny<TObiektBazowy> kopia = korzen->KlonujObiekt(false);
-        EXPECT_EQ(Zapisz(*kopia), Zapisz(*korzen));
-    }
-    EXPECT_EQ(PulaZajete(), zajete);
-}
 
 // A copy of some fields between an object and a part of it gives what a copy from a clone gives, in both directions.
 TEST_F(Odpornosc, KopieCzesciMiedzyObiektemAJegoCzescia) {
@@ -450,7 +385,7 @@ TEST_F(Odpornosc, KopieCzesciMiedzyObiektemAJegoCzescia) {
 }
 
 // What leads back: pointer lists that hold their owners, a list of what is to die inside what dies, conditions of a
-// path that name a pointer.
+// path that name a pointer, a field that is to hold what holds it.
 TEST_F(Odpornosc, CoWracaDoSiebie) {
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     TWszystko& element = o->GetPodrzedne().Dopisz();
@@ -465,28 +400,18 @@ TEST_F(Odpornosc, CoWracaDoSiebie) {
     o->GetWskazywane().PrzytnijPolaWgRozm(true);
     EXPECT_EQ(o->GetNazwa() + element.GetNazwa(), u"xy");
 
-    EXPECT_FALSE(o->SciezkaIstnieje(u"Podrzedne[Referencja=77].I"));
     EXPECT_THROW(o->SetTekstowoWgSciezki(u"Podrzedne[Referencja=77].I", u"1"), ZTException);
-    EXPECT_THROW(o->WpiszDane({u"Wskaznik"}, {77}), ZTException);
-    o->WpiszDane({u"Wskaznik", u"Podrzedne[0].Wskaznik"}, {o.get(), &element});
-    EXPECT_EQ(element.GetWskaznik(), &element);
     EXPECT_EQ(o->GetPodrzedne().IleObiektow(), 1);
-
     o->GetPodrzedne().Dopisz();
     element.GetPowiazane().DodajObiekt(o->GetPodrzedne()[1], 0);
     EXPECT_TRUE(o->GetPodrzedne().UsunTeObiekty(element.GetPowiazane(), false));
     EXPECT_TRUE(o->GetPodrzedne().ListaPusta());
-}
 
-// Parents that go round, set through the kernel: walks up end.
-TEST_F(Odpornosc, RodziceWKolo) {
-    TOgniwo a;
-    TOgniwo b(&a);
-    JadroKlas()->UstawRodzica(a, &b);
-    EXPECT_NE(a.DajKorzen(), nullptr);
-    EXPECT_EQ(a.DajRodzica(TAdres::KlasaStatyczna()), nullptr);
-    static_cast<void>(a.DajSciezkeDoSiebie());
-    JadroKlas()->UstawRodzica(a, nullptr);
+    TOgniwo ogniwo;
+    for (TOgniwo* gdzie : {&ogniwo, &ogniwo.GetDalej().GetLista().Dopisz()})
+        EXPECT_EQ(Blad<ZTException>([&] { gdzie->UstawPole(TOgniwo::nrDalej, &ogniwo, gdzie != &ogniwo); }),
+                  u"TOgniwo: obiekt klasy TOgniwo nie może zawierać samego siebie");
+    SprawdzDrzewo(ogniwo);
 }
 
 // --- class names and object numbers
@@ -494,15 +419,10 @@ TEST_F(Odpornosc, RodziceWKolo) {
 TEST_F(Odpornosc, KazdaNazwaKlasyZamienionaNaKazdaInna) {
     TListaNapisow znane;
     JadroKlas()->DajListeZnanychKlas(znane);
-    std::vector<std::string> nazwy = {"",
-                                      "T",
-                                      "tadres",
-                                      "TAdres ",
-                                      std::string("TAdres\0x", 8),
-                                      std::string(127, 'T'),
-                                      std::string(128, 'T'),
-                                      std::string(0x7FFF, 'T'),
-                                      "\xFF\x80\x81"};
+    std::vector<std::string> nazwy = {"", "T", "tadres", "TAdres ", "\xFF\x80\x81"};
+    nazwy.emplace_back("TAdres\0x", 8);
+    for (const std::size_t dlugosc : {127U, 128U, 0x7FFFU})
+        nazwy.emplace_back(dlugosc, 'T');
     for (std::size_t i = 0; i < znane.Ile(); ++i)
         nazwy.push_back(Utf8ZUtf16(znane.Napis(i)));
     EXPECT_GT(znane.Ile(), 6U);
@@ -526,8 +446,9 @@ TEST_F(Odpornosc, KazdyNumerPrzekierowany) {
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
     for (const std::uint32_t numer : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 0x7FFFU, 0x8000U, 0x10001U, 0x7FFFFFFFU}) {
         const std::string n = Licznik31(numer);
-        ASSERT_TRUE(CzytajObce(*o, wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n)) << numer;
-        Wczytaj(*o, wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n);
+        const std::string bajty = wzor + n + n + Bajty("02 00") + n + n + Bajty("01 00") + n;
+        ASSERT_TRUE(CzytajObce(*o, bajty)) << numer;
+        Wczytaj(*o, bajty);
         TObiektBazowy* cele[] = {nullptr,           o.get(),           &o->GetAdres(),
                                  &o->GetAdresy(),   o->GetAdresy()[0], &o->GetWskazywane(),
                                  &o->GetPowiazane()};
@@ -557,9 +478,8 @@ TEST_F(Odpornosc, KazdyPrzedrostek) {
 }
 
 TEST_F(Odpornosc, KazdyBajtKazdaWartosc) {
-    const TStoper stoper;
+    const std::clock_t start = std::clock();
     const TWlasny<TWszystko> o = Utworz<TWszystko>();
-    int ile = 0;
     int przyjete[2] = {};
     std::mt19937 los(1);
     for (const bool tekstem : {false, true}) {
@@ -570,10 +490,9 @@ TEST_F(Odpornosc, KazdyBajtKazdaWartosc) {
                     std::string bajty = wzor;
                     bajty[gdzie] = static_cast<char>(static_cast<unsigned char>(bajty[gdzie]) ^ zmiana);
                     przyjete[tekstem] += CzytajObce(*o, bajty, tekstem) ? 1 : 0;
-                    ++ile;
                 }
         // Several edits at once reach what one cannot.
-        for (int i = 0; i < (tekstem ? 6000 : ZTOK_SANITIZER ? 10000 : 50000); ++i, ++ile) {
+        for (int i = 0; i < (tekstem ? 6000 : ZTOK_SANITIZER ? 10000 : 50000); ++i) {
             std::string bajty = Dokumenty(tekstem)[los() % Dokumenty(tekstem).size()];
             for (auto zmian = 1 + los() % 4; zmian > 0; --zmian) {
                 const auto gdzie = los() % bajty.size();
@@ -589,11 +508,9 @@ TEST_F(Odpornosc, KazdyBajtKazdaWartosc) {
             przyjete[tekstem] += CzytajObce(*o, bajty, tekstem) ? 1 : 0;
         }
     }
-    std::cout << "    " << ile << " mutations, " << przyjete[0] << " and " << przyjete[1] << " accepted, "
-              << stoper.Sekundy() << " s\n";
     EXPECT_GT(przyjete[0], 10000);
     EXPECT_GT(przyjete[1], 300);
-    EXPECT_LT(stoper.Sekundy(), 120);
+    EXPECT_LT(std::clock() - start, 120 * CLOCKS_PER_SEC);
 }
 
 // --- faults
@@ -612,79 +529,43 @@ template <class F> void ZostawiaCaly(TWszystko& o, bool drzewo, const F& dzialan
     }
 }
 
-// What can go wrong in the middle: operations over trees of class TWszystko, with the result that they must give.
-struct TDzialanie {
-    const char* nazwa;
-    std::string (*wykonaj)(TWszystko& zrodlo, const std::string& bajty);
-};
-const TDzialanie dzialania[] = {
-    {"save", [](TWszystko& zrodlo, const std::string&) { return Zapisz(zrodlo); }},
-    {"load",
-     [](TWszystko&, const std::string& bajty) {
-         const TWlasny<TWszystko> o = Utworz<TWszystko>();
-         ZostawiaCaly(*o, true, [&] { Wczytaj(*o, bajty); });
-         return std::to_string(o->GetPodrzedne().IleObiektow());
-     }},
-    {"copy",
-     [](TWszystko& zrodlo, const std::string&) {
-         const TWlasny<TWszystko> o = Utworz<TWszystko>();
-         o->GetPowiazane().DodajObiekt(&zrodlo, MaxInt);
-         o->GetAdresy().Dopisz();
-         ZostawiaCaly(*o, false, [&] { o->KopiujDane(zrodlo); });
-         return std::to_string(o->GetPodrzedne().IleObiektow());
-     }},
-    {"compare",
-     [](TWszystko& zrodlo, const std::string& bajty) {
-         const TWlasny<TWszystko> inny = Utworz<TWszystko>();
-         Wczytaj(*inny, bajty);
-         TPorownywaczDanych wskazniki(nullptr, nullptr, rpWszystkiePola, rlRozmLiterWazny, LocaleWin1250,
-                                      tprRefJakoWskazn);
-         return std::to_string(zrodlo.Porownaj(*inny, &wskazniki));
-     }},
-    {"fingerprint",
-     [](TWszystko& zrodlo, const std::string&) { return std::to_string(zrodlo.DajWyroznikObiektu(&zrodlo)); }},
-};
-
 TEST_F(Odpornosc, KazdyPrzydzialMozeZawiesc) {
     const std::string bajty = Strumienie()[0];
     const TWlasny<TWszystko> zrodlo = Utworz<TWszystko>();
     Wczytaj(*zrodlo, bajty);
-    for (const TDzialanie& dzialanie : dzialania) {
-        SCOPED_TRACE(dzialanie.nazwa);
-        const auto przydzialy = testy::PsujKazdyPrzydzial([&] { return dzialanie.wykonaj(*zrodlo, bajty); });
-        EXPECT_GT(przydzialy.ile, 3);
+    // What can go wrong in the middle, with the result that it must give.
+    const std::pair<const char*, std::function<std::string()>> dzialania[] = {
+        {"save", [&] { return Zapisz(*zrodlo); }},
+        {"load",
+         [&] {
+             const TWlasny<TWszystko> o = Utworz<TWszystko>();
+             ZostawiaCaly(*o, true, [&] { Wczytaj(*o, bajty); });
+             return std::to_string(o->GetPodrzedne().IleObiektow());
+         }},
+        {"copy",
+         [&] {
+             const TWlasny<TWszystko> o = Utworz<TWszystko>();
+             o->GetPowiazane().DodajObiekt(zrodlo.get(), MaxInt);
+             o->GetAdresy().Dopisz();
+             ZostawiaCaly(*o, false, [&] { o->KopiujDane(*zrodlo); });
+             return std::to_string(o->GetPodrzedne().IleObiektow());
+         }},
+        {"compare",
+         [&] {
+             const TWlasny<TWszystko> inny = Utworz<TWszystko>();
+             Wczytaj(*inny, bajty);
+             TPorownywaczDanych wskazniki(nullptr, nullptr, rpWszystkiePola, rlRozmLiterWazny, LocaleWin1250,
+                                          tprRefJakoWskazn);
+             return std::to_string(zrodlo->Porownaj(*inny, &wskazniki));
+         }},
+        {"fingerprint", [&] { return std::to_string(zrodlo->DajWyroznikObiektu(zrodlo.get())); }},
+    };
+    for (const auto& [nazwa, dzialanie] : dzialania) {
+        SCOPED_TRACE(nazwa);
+        EXPECT_GT(testy::PsujKazdyPrzydzial(dzialanie).ile, 3);
         SprawdzDrzewo(*zrodlo);
         EXPECT_TRUE(Zapisz(*zrodlo) == bajty);
-        std::cout << "    " << przydzialy.ile << " allocations, " << przydzialy.zPuli
-                  << " of the pool: " << dzialanie.nazwa << '\n';
     }
-}
-
-// Descriptors of the classes are built in the middle of a read, by a kernel that has met none of them.
-TEST_F(Odpornosc, BrakPamieciPrzyBudowieOpisow) {
-    const std::string bajty = Strumienie()[0];
-    std::int64_t i = 0;
-    for (bool blad = true; blad; ++i) {
-        blad = false;
-        TWlasny<TJadroKlas> jadro = Utworz<TJadroKlas>();
-        UserKernel = jadro.get();
-        const TWlasny<TWszystko> o = Utworz<TWszystko>();
-        przydzialy::Zacznij();
-        przydzialy::Psuj(i, false);
-        try {
-            Rejestruj();
-            Wczytaj(*o, bajty);
-        } catch (const std::bad_alloc&) {
-            blad = true;
-        }
-        przydzialy::Zakoncz();
-        Rejestruj();
-        Wczytaj(*o, bajty);
-        EXPECT_TRUE(Zapisz(*o) == bajty) << i;
-        o->ZerujDane();
-        UserKernel = nullptr;
-    }
-    EXPECT_GT(i, 30);
 }
 
 TEST_F(Odpornosc, StrumienZawodziNaKazdejPozycji) {
@@ -729,30 +610,22 @@ class TZHakami : public TObiektTS {
     static void Odlicz() {
         if (doBledu < 0 || doBledu-- > 0)
             return;
-        switch (rodzajBledu) {
-        case 0:
+        if (rodzajBledu == 0)
             throw EBladAsercji(u"hak");
-        case 1:
+        if (rodzajBledu == 1)
             throw std::bad_alloc();
-        default:
-            throw TObcyBlad();
-        }
+        throw TObcyBlad();
     }
     ZTOK_OBIEKT(TZHakami, TObiektTS, (0, Liczba, Integer), (1, Tekst, String), (2, Dziecko, Obiekt<TZHakami>),
                 (3, Rozne, Obiekt<TKolekcjaObiektow>), (4, Cel, Ref<TZHakami>), (5, Cele, Obiekt<TListaRefObiektow>))
+    template <class T> static T Odliczone(T wartosc) {
+        Odlicz();
+        return wartosc;
+    }
     void UtworzonoPole(int) override { Odlicz(); }
-    [[nodiscard]] bool PoleZapisywane(int) const override {
-        Odlicz();
-        return true;
-    }
-    [[nodiscard]] const TKlasa* TypPolaNr(int nr) const override {
-        Odlicz();
-        return TObiektTS::TypPolaNr(nr);
-    }
-    [[nodiscard]] bool PoleNiepuste(int nr) const override {
-        Odlicz();
-        return TObiektTS::PoleNiepuste(nr);
-    }
+    [[nodiscard]] bool PoleZapisywane(int) const override { return Odliczone(true); }
+    [[nodiscard]] const TKlasa* TypPolaNr(int nr) const override { return Odliczone(TObiektTS::TypPolaNr(nr)); }
+    [[nodiscard]] bool PoleNiepuste(int nr) const override { return Odliczone(TObiektTS::PoleNiepuste(nr)); }
     void ZablokujObiekt() const override {
         Odlicz();
         TObiektTS::ZablokujObiekt();
@@ -764,43 +637,43 @@ class TZHakami : public TObiektTS {
     }
 };
 
+// Which of the three kinds of exceptions comes out of the action; -1 is none.
+template <class F> int RodzajBledu(F dzialanie) {
+    try {
+        dzialanie();
+    } catch (const EBladAsercji& e) {
+        EXPECT_EQ(e.Komunikat(), u"hak");
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return 1;
+    } catch (const TObcyBlad&) {
+        return 2;
+    }
+    return -1;
+}
+
 TEST_F(Odpornosc, WyjatekZKazdegoHaka) {
     RejestrujKlasy<TZHakami>();
+    void (*const operacje[])(TZHakami&, TZHakami&, const std::string&) = {
+        [](TZHakami& cel, TZHakami&, const std::string& dane) { Wczytaj(cel, dane); },
+        [](TZHakami&, TZHakami& z, const std::string&) { Zapisz(z); },
+        [](TZHakami& cel, TZHakami& z, const std::string&) { cel.KopiujDane(z); },
+        [](TZHakami& cel, TZHakami& z, const std::string&) { static_cast<void>(cel.Porownaj(z)); },
+    };
     std::int64_t zajete = 0;
     for (int razy = 0; razy < 2; ++razy) { // the kernel's descriptors come with the first time
         zajete = PulaZajete();
         const TWlasny<TZHakami> zrodlo = Utworz<TZHakami>();
-        zrodlo->SetLiczba(1);
-        zrodlo->GetDziecko().SetTekst(u"a");
-        auto& element = static_cast<TZHakami&>(*zrodlo->GetRozne().Dodaj(Utworz<TZHakami>()));
-        element.SetLiczba(2);
-        element.SetCel(zrodlo.get());
-        zrodlo->SetCel(&zrodlo->GetDziecko());
-        zrodlo->GetCele().DodajObiekt(&element, MaxInt);
+        strumienie::ZTekstu(*zrodlo, R"(object TZHakami Liczba=1 object Dziecko Tekst="a" end
+            object Rozne object TZHakami Liczba=2 Cel=1 end end Cel=2 object Cele (4) end end)");
         const std::string bajty = Zapisz(*zrodlo);
         const TWlasny<TZHakami> o = Utworz<TZHakami>();
-        void (*const operacje[])(TZHakami&, TZHakami&, const std::string&) = {
-            [](TZHakami& cel, TZHakami&, const std::string& dane) { Wczytaj(cel, dane); },
-            [](TZHakami&, TZHakami& z, const std::string&) { Zapisz(z); },
-            [](TZHakami& cel, TZHakami& z, const std::string&) { cel.KopiujDane(z); },
-            [](TZHakami& cel, TZHakami& z, const std::string&) { static_cast<void>(cel.Porownaj(z)); },
-        };
         for (int nr = 0; nr < 4; ++nr)
             for (TZHakami::rodzajBledu = 0; TZHakami::rodzajBledu < 3; ++TZHakami::rodzajBledu) {
                 int krok = 0;
                 for (bool blad = true; blad; ++krok) {
-                    blad = false;
                     TZHakami::doBledu = krok;
-                    try {
-                        operacje[nr](*o, *zrodlo, bajty);
-                    } catch (const EBladAsercji& e) {
-                        blad = TZHakami::rodzajBledu == 0;
-                        EXPECT_EQ(e.Komunikat(), u"hak");
-                    } catch (const std::bad_alloc&) {
-                        blad = TZHakami::rodzajBledu == 1;
-                    } catch (const TObcyBlad&) {
-                        blad = TZHakami::rodzajBledu == 2;
-                    }
+                    blad = RodzajBledu([&] { operacje[nr](*o, *zrodlo, bajty); }) == TZHakami::rodzajBledu;
                     TZHakami::doBledu = -1;
                     EXPECT_EQ(TZHakami::zablokowane, 0) << nr << ' ' << krok;
                     if (nr != 2)
