@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <ctime>
 #include <functional>
+#include <iostream>
 #include <random>
 
 #include "BrakPamieci.h"
