@@ -51,7 +51,8 @@ void Krok(TStrumien& s, TModel& m, std::mt19937& los) {
     } else if (co < 5) {
         std::string bajty(porcja, '\0');
         EXPECT_EQ(Blad<EBladOdczytu>([&] { s.ReadBuffer(bajty.data(), porcja); }),
-                  ile == porcja ? u"(no error)" : Niepelny(s, ile, porcja));
+                  ile == porcja ? u"(no error)"
+                                : Niepelny(s, static_cast<std::int64_t>(ile), static_cast<std::int64_t>(porcja)));
         EXPECT_TRUE(bajty.starts_with(dalej.substr(0, ile)));
         m.pozycja += ile;
     } else if (co == 5) {
@@ -59,7 +60,7 @@ void Krok(TStrumien& s, TModel& m, std::mt19937& los) {
         EXPECT_TRUE(dalej.starts_with(std::string(okno.begin(), okno.end())));
     } else if (co == 6) {
         EXPECT_EQ(Blad<EBladOdczytu>([&] { s.Pomin(static_cast<std::int64_t>(porcja)); }),
-                  ile == porcja ? u"(no error)" : Niepelny(s, 0, porcja));
+                  ile == porcja ? u"(no error)" : Niepelny(s, 0, static_cast<std::int64_t>(porcja)));
         m.pozycja += ile == porcja ? porcja : 0;
     } else if (co == 7) {
         const std::size_t cel = los() % (m.dane.size() + 10);
