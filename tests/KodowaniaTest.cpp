@@ -47,11 +47,7 @@ std::u16string ModelDekodera(std::string_view s, bool scisly) {
                 znak = kod;
             bajtow = std::max(bajtow, n);
         }
-        if (znak > 0xFFFF) {
-            wynik += static_cast<char16_t>(0xD7C0U + (znak >> 10U));
-            znak = 0xDC00U + (znak & 0x3FFU);
-        }
-        wynik += static_cast<char16_t>(znak);
+        wynik += strumienie::Znak(znak);
         s.remove_prefix(bajtow);
     }
     return wynik;
@@ -77,6 +73,10 @@ TEST(Kodowania, Utf8KnownForms) {
             const std::u16string ascii16(przed, u'x');
             EXPECT_EQ(Utf16ZUtf8(ascii + bajty), ascii16 + tekst);
             EXPECT_EQ(PoprawneUtf8(ascii + bajty), poprawne);
+            std::u16string zNieznanych = u"stary";
+            EXPECT_EQ(SprobujZUtf8(ascii + bajty, zNieznanych), poprawne);
+            EXPECT_EQ(zNieznanych, poprawne ? ascii16 + tekst : u"stary");
+            EXPECT_EQ(ZUtf8LubPolskiego(ascii + bajty), poprawne ? ascii16 + tekst : ZWin1250(ascii + bajty));
             EXPECT_EQ(ZeStronyKodowej(ascii + bajty, StronaUtf8), ascii16 + scisle);
             EXPECT_EQ(PelneUtf8(ascii + bajty), przed + static_cast<std::size_t>(w.Calkowita(5)));
             if (poprawne) {
@@ -134,47 +134,6 @@ TEST(Kodowania, Utf8EveryTextSurvivesAndEveryInputIsReadAsTheModelReads) {
     }
 }
 
-TEST(Kodowania, Utf8OfUnknownOrigin) {
-    std::u16string tekst = u"stary";
-    EXPECT_FALSE(SprobujZUtf8("\xB9\xEA", tekst));
-    EXPECT_EQ(tekst, u"stary");
-    EXPECT_TRUE(SprobujZUtf8("\xC4\x85", tekst));
-    EXPECT_EQ(tekst, u"\u0105");
-    EXPECT_EQ(ZUtf8LubPolskiego("\xC4\x85\xB9"), u"\u00C4\u2026\u0105");
-    EXPECT_EQ(ZUtf8LubPolskiego("\xC4\x85"), u"\u0105");
-}
-
-TEST(Kodowania, Win1250MatchesItsTable) {
-    int wierszy = 0;
-    for (const auto& w : WczytajTabele("cp1250.tsv")) {
-        SCOPED_TRACE(w.numer);
-        const std::string bajt = strumienie::Bajty(w.Utf8(1));
-        const auto znak = static_cast<char16_t>(w.Bity(3));
-        bool jest = false;
-        EXPECT_EQ(ZnakZWin1250(bajt[0]), znak);
-        EXPECT_EQ(ZnakNaWin1250(znak, jest), bajt[0]);
-        EXPECT_TRUE(jest);
-        EXPECT_EQ(KodWin1250(znak), static_cast<unsigned char>(bajt[0]));
-        ++wierszy;
-    }
-    EXPECT_GT(wierszy, 150);
-    for (const auto& w : WczytajTabele("cp1250_reverse.tsv")) {
-        SCOPED_TRACE(w.numer);
-        const auto punkt = static_cast<char32_t>(w.Bity(1));
-        std::u16string tekst(1, static_cast<char16_t>(punkt > 0xFFFF ? 0xD7C0U + (punkt >> 10U) : punkt));
-        if (punkt > 0xFFFF)
-            tekst += static_cast<char16_t>(0xDC00U + (punkt & 0x3FFU));
-        EXPECT_EQ(Win1250(tekst), strumienie::Bajty(w.Utf8(5)));
-        EXPECT_EQ(MiesciSieWWin1250(tekst), w.Utf8(6) == "0");
-        bool jest = false;
-        EXPECT_EQ(ZnakNaWin1250(tekst[0], jest), strumienie::Bajty(w.Utf8(5))[0]);
-        EXPECT_EQ(jest, w.Utf8(6) == "0");
-        if (!jest) {
-            EXPECT_EQ(KodWin1250(tekst[0]), tekst[0]);
-        }
-    }
-}
-
 // The upper half of a page as the tables of the tests have it.
 std::u16string GornaPolowa(std::uint16_t strona) {
     std::u16string gorna(128, u'\0');
@@ -209,7 +168,20 @@ TEST(Kodowania, PagesAnswerAsTheirTables) {
         EXPECT_TRUE(MiesciSieNaStronie(tekst, strona));
         EXPECT_TRUE(PoprawneNaStronie(bajty, strona));
         EXPECT_FALSE(MiesciSieNaStronie(u"a\u0416\u0104", strona));
+        EXPECT_EQ(NaStroneKodowa(u"\U0001F600", strona), "??");
         EXPECT_EQ(NaStroneKodowa(wszystkie, strona), oczekiwane);
+        if (strona == StronaWin1250) { // that page has functions of its own
+            EXPECT_EQ(Win1250(wszystkie + u"\U0001F600"), oczekiwane + "??");
+            for (unsigned i = 0; i < 0x10000; ++i) {
+                const char16_t znak = wszystkie[i];
+                bool jest = false;
+                ASSERT_EQ(ZnakNaWin1250(znak, jest), oczekiwane[i]);
+                ASSERT_EQ(jest, znaki.find(znak) != znaki.npos);
+                ASSERT_EQ(MiesciSieWWin1250({&znak, 1}), jest);
+                ASSERT_EQ(KodWin1250(znak), jest ? static_cast<unsigned char>(oczekiwane[i]) : znak);
+                ASSERT_EQ(ZnakZWin1250(static_cast<char>(i)), znaki[i % 256]);
+            }
+        }
         // Where the system converts, the library's tables must say the same; in blocks of every size.
         const TTabelaStrony& tabela = *TabelaStrony(strona);
         for (std::size_t ile = 0; ile < 200; ++ile) {

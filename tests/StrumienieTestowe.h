@@ -52,19 +52,24 @@ inline std::string LosoweBajty(std::mt19937& los, std::size_t ile) {
     return bajty;
 }
 
+// A character as UTF-16; a lone surrogate as it is.
+inline std::u16string Znak(char32_t kod) {
+    if (kod <= 0xFFFF)
+        return {static_cast<char16_t>(kod)};
+    return {static_cast<char16_t>(0xD7C0U + (kod >> 10U)), static_cast<char16_t>(0xDC00U + (kod & 0x3FFU))};
+}
+
 // Random text, at least half of it ASCII; the rest up to U+07FF, of the basic plane, pairs, surrogates, by `rodzajow`.
 inline std::u16string LosowyTekst(std::mt19937& los, std::size_t ile, std::size_t rodzajow) {
     std::u16string tekst;
     while (tekst.size() < ile) {
         const std::size_t rodzaj = los() % (2 * rodzajow);
         const auto x = static_cast<unsigned>(los());
-        tekst += static_cast<char16_t>(rodzaj == 1   ? x % 0x800
-                                       : rodzaj == 2 ? x
-                                       : rodzaj == 3 ? 0xD800 + x % 0x400
-                                       : rodzaj == 4 ? 0xD800 + x % 0x800
-                                                     : x % 0x80);
-        if (rodzaj == 3)
-            tekst += static_cast<char16_t>(0xDC00 + (x >> 16U) % 0x400);
+        tekst += Znak(rodzaj == 1   ? x % 0x800
+                      : rodzaj == 2 ? x % 0x10000
+                      : rodzaj == 3 ? 0x10000 + x % 0x100000
+                      : rodzaj == 4 ? 0xD800 + x % 0x800
+                                    : x % 0x80);
     }
     return tekst;
 }
@@ -118,7 +123,6 @@ inline std::string Szesnastkowo(std::string_view bajty) {
 // The bytes of a hexadecimal text; blanks do not matter, text in apostrophes stands for itself.
 inline std::string Bajty(std::string_view tekst) {
     std::string bajty;
-    const auto cyfra = [](char znak) { return znak <= '9' ? znak - '0' : znak - 'A' + 10; };
     for (std::size_t i = 0; i < tekst.size(); ++i) {
         if (tekst[i] == ' ')
             continue;
@@ -126,8 +130,7 @@ inline std::string Bajty(std::string_view tekst) {
             while (tekst[++i] != '\'')
                 bajty += tekst[i];
         } else {
-            bajty += static_cast<char>(cyfra(tekst[i]) * 16 + cyfra(tekst[i + 1]));
-            ++i;
+            bajty += static_cast<char>(std::stoi(std::string(tekst.substr(i++, 2)), nullptr, 16));
         }
     }
     return bajty;

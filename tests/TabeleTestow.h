@@ -41,8 +41,9 @@ inline std::vector<std::string> Podziel(std::string_view tekst, char separator) 
     return czesci;
 }
 
-// The rows without the header. Throws when the file is missing or has none, so that a test over it cannot pass empty.
-inline std::vector<TWierszTabeli> WczytajTabele(const std::string& nazwa) {
+// The rows without the header, and without those that are open: "?" in `kolumna`. Throws when the file is missing or
+// has none, so that a test over it cannot pass empty.
+inline std::vector<TWierszTabeli> WczytajTabele(const std::string& nazwa, std::size_t kolumna = SIZE_MAX) {
     std::ifstream plik(std::string(ZTOK_DANE_TESTOW) + "/" + nazwa, std::ios::binary);
     const std::string tresc((std::istreambuf_iterator<char>(plik)), std::istreambuf_iterator<char>());
     std::vector<TWierszTabeli> wynik;
@@ -67,7 +68,8 @@ inline std::vector<TWierszTabeli> WczytajTabele(const std::string& nazwa) {
                 wiersz.polaUtf8.back() += linia[i];
             }
         }
-        wynik.push_back(std::move(wiersz));
+        if (kolumna >= wiersz.polaUtf8.size() || wiersz[kolumna] != "?")
+            wynik.push_back(std::move(wiersz));
     }
     if (wynik.empty())
         throw std::runtime_error("no table " + nazwa);

@@ -10,7 +10,6 @@
 using namespace ztok;
 using namespace std::string_literals;
 using strumienie::TOporny;
-using testy::Blad;
 
 namespace {
 
@@ -81,6 +80,12 @@ std::string Wykonaj(TZTParser& p, const std::string& operacja) {
         return p.CheckToken(static_cast<std::uint8_t>(std::stoi(reszta))), "ok";
     case 'S':
         return p.CheckTokenSymbol(reszta), "ok";
+    case 'y':
+        return p.TokenSymbolIs(reszta) ? "y" : "-";
+    case 'f':
+        return Utf8ZUtf16(p.FormatErrStr(u"x"));
+    case 'e':
+        p.ErrorFmt(u"za duża wartość: %d", {300});
     case 'm':
         p.SetMaksTokenu(std::stoi(reszta));
         return reszta;
@@ -194,34 +199,6 @@ TEST(Tokenizer, LosoweDokumenty) {
         }
     }
     EXPECT_GT(tokenow, ZTOK_SANITIZER ? 2000U : 20000U);
-}
-
-TEST(Tokenizer, LiczbyZTekstu) {
-    for (const std::string& tekst :
-         testy::Podziel("0|-0|12.5|12,5|1e5|1E-320|1e-999|1e999|-||5.|.5|1.2.3| 7 |1 000,5|0x10|NAN|-INF|4\xC4|1e|+1|"
-                        "123456789012345678901234567890",
-                        '|')) {
-        double wzor = 0;
-        const auto jest = ZTOKTryStrToFloat(ZWin1250(tekst), wzor);
-        if (jest)
-            EXPECT_EQ(std::bit_cast<std::uint64_t>(TZTParser::StringToFloat(tekst)),
-                      std::bit_cast<std::uint64_t>(wzor));
-        else
-            EXPECT_EQ(Blad<EBladKonwersji>([&] { static_cast<void>(TZTParser::StringToFloat(tekst)); }),
-                      u"'" + ZWin1250(tekst) + u"' nie jest poprawną liczbą zmiennoprzecinkową");
-    }
-}
-
-TEST(Tokenizer, SymboleIKomunikaty) {
-    TOporny strumien("\n  oBJect 'end'");
-    TZTParser p(strumien);
-    EXPECT_TRUE(p.TokenSymbolIs("Object") && p.TokenSymbolIs("oBJect"));
-    EXPECT_FALSE(p.TokenSymbolIs("Objec") || p.TokenSymbolIs("Objecs"));
-    EXPECT_EQ(Blad<EZTParserError>([&] { p.ErrorFmt(u"za duża wartość: %d", {300}); }),
-              u"za duża wartość: 300 w linii 2 na pozycji 3");
-    EXPECT_EQ(p.FormatErrStr(u"x"), u"x w linii 2 na pozycji 3");
-    p.NextToken();
-    EXPECT_FALSE(p.TokenSymbolIs("end")); // a text
 }
 
 TEST(Tokenizer, Szesnastkowe) {
