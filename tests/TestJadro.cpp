@@ -122,13 +122,8 @@ TEST(Opisy, LukiPrzodkowieIPowtorzenia) {
     for (const int nr : {-2, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 32767})
         etykiety += obiekt->NazwaPolaNr(nr) + u'/' + obiekt->NazwaEdycjiPolaNr(nr) + u' ';
     EXPECT_EQ(etykiety, u"/ LukiPlus/Luki plus Kod/Kod Ile/Ile / Uwagi/Uwagi / Kwota/Kwota / Wazne/Wazne / / ");
-    for (const auto& [nazwa, nr] : std::initializer_list<std::pair<std::u16string_view, int>>{
-             {u"kod", 0}, {u"UWAGI", 3}, {u"", -1}, {u"Kod ", -1}, {u"-", -1}, {u"wAZNE", 7}})
-        EXPECT_EQ(obiekt->NrPolaONazwie(nazwa), nr);
     EXPECT_EQ(obiekt->RozmPolaNr(-1), 8);
     EXPECT_EQ(obiekt->RozmPolaNr(0), 0);
-    EXPECT_EQ(obiekt->OstPoleWspolPrzodka(TObiekt::KlasaStatyczna()), 0);
-    EXPECT_EQ(Utworz<TLuki>()->OstPoleWspolPrzodka(TLukiPlus::KlasaStatyczna()), 6);
 }
 
 TEST(Opisy, JedenNaKlaseWPorzadkuNazw) {

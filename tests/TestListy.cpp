@@ -300,28 +300,6 @@ TEST_F(Listy, ListaZmienianaIElementyBezPol) {
         EXPECT_EQ(Blad([&] { lista.PosortujWgFun(&ZmieniaListe); }),
                   u"TListaWskObiektow: lista zmieniona w trakcie sortowania");
     }
-    // Lists as elements compare as a whole, down and up; by fields, element by element.
-    TKolekcjaObiektow listy;
-    for (const int ile : {2, 0, 1}) {
-        auto lista = Utworz<TListaAdresow>();
-        for (int i = 0; i < ile; ++i)
-            lista->Dopisz().SetNumer(i);
-        listy.Dodaj(std::move(lista));
-    }
-    for (const TRodzajSortowania kierunek : {rsMalejaco, rsRosnaco}) {
-        listy.PosortujWgPol(TArg{1}, kierunek);
-        for (int i = 0; i < 3; ++i)
-            EXPECT_EQ(static_cast<TListaBazowa*>(listy.Obiekty(i))->IleObiektow(), kierunek == rsMalejaco ? 2 - i : i);
-    }
-    TListaAdresow wzor;
-    wzor.Dopisz().SetUlica(u"x");
-    wzor.Dopisz().SetNumer(1);
-    std::int32_t gdzie = -1;
-    EXPECT_TRUE(listy.JestObiektTakiJak(wzor, TArg{1}, gdzie));
-    EXPECT_EQ(gdzie, 2);
-    EXPECT_FALSE(listy.JestObiektTakiJak(wzor, TArg{0}));
-    EXPECT_EQ(wzor.PorownajOproczPol(*static_cast<TListaAdresow*>(listy.Obiekty(2)), TArg{0}, kWazny), 0);
-    EXPECT_EQ(wzor.PorownajOproczPol(*static_cast<TListaAdresow*>(listy.Obiekty(2)), TArg{1}, kWazny), 1);
     TListaWskObiektow a;
     TListaWskObiektow b;
     a.DodajObiekt(&a, 0);
@@ -345,23 +323,12 @@ TEST_F(Listy, JedenPorownywaczNaSzukanie) {
     EXPECT_TRUE(lista.JestTakiObiekt(wzor, rwOdKonca, MaxInt, &porownywacz));
 }
 
-// Filled from its own elements, and from a list inside one of them.
+// Filled from its own elements, which the pointers at them do not outlive.
 TEST_F(Listy, ZSiebie) {
     Wypelnij({3, 2, 2, 0});
     TListaWskObiektow wsk;
     wsk.DopiszDane(&lista_);
     EXPECT_TRUE(lista_.KopiujObiektyOCechach(&wsk, TArg{1}, TArg{2}, kWazny));
-    EXPECT_EQ(Numery(lista_), (V{2, 2}));
-    probki::TListaWszystkich drzewo;
-    probki::TListaWszystkich& wnetrze = drzewo.Dopisz().GetPodrzedne();
-    wnetrze.Dopisz().SetI(4);
-    EXPECT_FALSE(drzewo.PrzepnijLubKopiuj(wnetrze));
-    EXPECT_FALSE(wnetrze.PrzepnijLubKopiuj(drzewo)); // nothing is lost
-    EXPECT_EQ(wnetrze.IleObiektow(), 1);
-    EXPECT_TRUE(drzewo.KopiujObiektyOCechach(&wnetrze, TArg{3}, TArg{4}, kWazny));
-    EXPECT_EQ(drzewo.GetTekstowoWgSciezki(u"[0].I"), u"4");
-    EXPECT_EQ(Elementy(drzewo).size(), 1U);
-    EXPECT_TRUE(lista_.KopiujObiektyOCechach(&lista_, TArg{1}, TArg{2}, kWazny)); // of itself: what has them stays
     EXPECT_EQ(Numery(lista_), (V{2, 2}));
 }
 
