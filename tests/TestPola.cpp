@@ -141,11 +141,11 @@ TEST(Pola, NoweZeroweIBezLicznika) {
 }
 
 TEST(Pola, PoleInnejKlasyNieWejdzie) {
-    for (const TKlasa* a : std::span(kPola).first(20))
+    for (const TKlasa* a : kPojedyncze)
         for (const TKlasa* b : std::span(kPola).first(20)) {
             const TWlasny<TPole> pa = NowePole(a);
             const TWlasny<TPole> pb = NowePole(b);
-            const bool pasuje = a == b;
+            const bool pasuje = a->kodPola == b->kodPola;
             const bool porownywalne = pasuje || (JestDaty(a) && JestDaty(b));
             EXPECT_EQ(Zglasza<EBladRzutowania>([&] { pa->KopiujDane(*pb); }), !pasuje);
             EXPECT_EQ(Zglasza<EBladRzutowania>([&] { static_cast<void>(pa->Porownaj(*pb)); }), !porownywalne)

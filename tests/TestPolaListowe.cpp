@@ -108,6 +108,9 @@ TEST(PolaListowe, WartosciITekst) {
     EXPECT_EQ(inne.Porownaj(teksty), -1);
     teksty.SetJakoString(u"a\n\"b\"\"\r\nc\"\r\nd\r\n");
     EXPECT_EQ(teksty.OpisTekstowy(), u"a; b\"  c; d"); // one line
+    TPoleWideStrList szerokie;
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { szerokie.KopiujDane(teksty); }));
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { static_cast<void>(szerokie.Porownaj(teksty)); }));
 }
 
 TEST(PolaListowe, JakoPolaObiektu) {
