@@ -142,7 +142,7 @@ TEST(Pola, NoweZeroweIBezLicznika) {
 
 TEST(Pola, PoleInnejKlasyNieWejdzie) {
     for (const TKlasa* a : kPojedyncze)
-        for (const TKlasa* b : std::span(kPola).first(20)) {
+        for (const TKlasa* b : kPojedyncze) {
             const TWlasny<TPole> pa = NowePole(a);
             const TWlasny<TPole> pb = NowePole(b);
             const bool pasuje = a->kodPola == b->kodPola;
