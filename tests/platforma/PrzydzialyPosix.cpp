@@ -10,9 +10,11 @@
 #include "Przydzialy.h"
 #include "SystemTestowy.h"
 
+#if ZTOK_ASAN || !ZTOK_SANITIZER
+
 // The functions behind, under the names by which a program reaches them when it has its own in front: the sanitizer's,
 // whose checks stay, or the system's.
-#if ZTOK_SANITIZER
+#if ZTOK_ASAN
 #define ZTOK_PRAWDZIWE(nazwa) __interceptor_##nazwa
 #else
 #define ZTOK_PRAWDZIWE(nazwa) __libc_##nazwa
@@ -70,7 +72,7 @@ ZTOK_WIDOCZNE void free(void* blok) {
 }
 }
 
-#if ZTOK_SANITIZER
+#if ZTOK_ASAN
 // The sanitizer's operator new does not go through malloc.
 ZTOK_WIDOCZNE void* operator new(std::size_t rozmiar) {
     void* blok = std::malloc(rozmiar == 0 ? 1 : rozmiar);
@@ -87,6 +89,8 @@ ZTOK_WIDOCZNE void operator delete(void* blok, std::size_t /*rozmiar*/) noexcept
 ZTOK_WIDOCZNE void operator delete(void* blok, const std::nothrow_t& /*bezWyjatku*/) noexcept { std::free(blok); }
 ZTOK_WIDOCZNE void operator delete[](void* blok) noexcept { std::free(blok); }
 ZTOK_WIDOCZNE void operator delete[](void* blok, std::size_t /*rozmiar*/) noexcept { std::free(blok); }
+#endif
+
 #endif
 
 void przydzialy::PrzejmijMalloc() {}
