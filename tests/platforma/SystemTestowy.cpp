@@ -4,11 +4,8 @@
 
 #if defined(_WIN32)
 #include <windows.h>
-// psapi.h wants windows.h first.
-#include <psapi.h>
 #else
 #include <dlfcn.h>
-#include <fstream>
 #include <pthread.h>
 #endif
 
@@ -25,11 +22,6 @@ DWORD WINAPI Wykonaj(void* zadanie) {
     const auto& z = *static_cast<TZadanie*>(zadanie);
     z.funkcja(z.dane);
     return 0;
-}
-PROCESS_MEMORY_COUNTERS Liczniki() {
-    PROCESS_MEMORY_COUNTERS liczniki{};
-    K32GetProcessMemoryInfo(GetCurrentProcess(), &liczniki, sizeof liczniki);
-    return liczniki;
 }
 } // namespace
 
@@ -53,10 +45,6 @@ void (*TZaladowany::Adres(const char* nazwa) const)() {
 bool TZaladowany::WPamieci(const std::string& sciezka) {
     return GetModuleHandleA(sciezka.substr(sciezka.find_last_of("/\\") + 1).c_str()) != nullptr;
 }
-
-std::int64_t Pamiec() { return static_cast<std::int64_t>(Liczniki().PagefileUsage); }
-std::int64_t SzczytPamieci() { return static_cast<std::int64_t>(Liczniki().PeakPagefileUsage); }
-void ZerujSzczyt() {}
 
 #else
 
@@ -92,23 +80,6 @@ bool TZaladowany::WPamieci(const std::string& sciezka) {
     dlclose(uchwyt);
     return true;
 }
-
-namespace {
-std::int64_t ZStatusu(const std::string& pole) {
-    std::ifstream plik("/proc/self/status");
-    for (std::string slowo; plik >> slowo;)
-        if (slowo == pole) {
-            std::int64_t kilobajty = 0;
-            plik >> kilobajty;
-            return kilobajty * 1024;
-        }
-    return 0;
-}
-} // namespace
-
-std::int64_t Pamiec() { return ZStatusu("VmRSS:"); }
-std::int64_t SzczytPamieci() { return ZStatusu("VmHWM:"); }
-void ZerujSzczyt() { std::ofstream("/proc/self/clear_refs") << "5"; }
 
 #endif
 

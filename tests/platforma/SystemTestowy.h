@@ -1,8 +1,7 @@
-// What the tests ask of the system: threads with a small stack, modules, memory.
+// What the tests ask of the system: threads with a small stack, modules.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 #if defined(__has_feature)
@@ -45,11 +44,5 @@ class TZaladowany {
     [[nodiscard]] void (*Adres(const char* nazwa) const)();
     void* uchwyt_;
 };
-
-// Memory of the process, in bytes: now, and the most that it was since the last ZerujSzczyt, where the system can
-// forget (elsewhere since the start).
-std::int64_t Pamiec();
-std::int64_t SzczytPamieci();
-void ZerujSzczyt();
 
 } // namespace systemTestowy
