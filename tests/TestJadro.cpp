@@ -23,6 +23,9 @@ class TLuki : public TObiekt {
 class TLukiPlus : public TLuki {
     ZTOK_OBIEKT(TLukiPlus, TLuki, (3, Uwagi, String), (7, Wazne, Boolean))
 };
+class TZmieniana : public TObiekt {
+    ZTOK_OBIEKT(TZmieniana, TObiekt, (0, Kod, String))
+};
 class TLukiMinus : public TLuki {
     ZTOK_OBIEKT(TLukiMinus, TLuki)
 };
@@ -284,7 +287,53 @@ TEST(Jadro, FunkcjeEdycji) {
     EXPECT_EQ(wolane(luki), 4);
     DefFunEdycji = nullptr;
     EXPECT_EQ(wolane(luki), 0);
-    jadro.RejestrujFunEdycji(nullptr, &Edycja<5>);
+}
+
+// Null is no class; the kernel in use and what it holds are not to be emptied or replaced; a change is seen everywhere.
+TEST(Jadro, WUzyciu) {
+    TJadroKlas& jadro = *JadroKlas();
+    TListaOpisowKlas lista;
+    for (const auto& bez : {+[](TJadroKlas& j) { j.RejestrujKlase(nullptr); },
+                            +[](TJadroKlas& j) { j.WyrejestrujKlase(nullptr); },
+                            +[](TJadroKlas& j) { j.OpisKlasy(nullptr); },
+                            +[](TJadroKlas& j) { static_cast<void>(j.TypPolaKlasy(nullptr, 0)); },
+                            +[](TJadroKlas& j) { j.RejestrujFunEdycji(nullptr, &Edycja<5>); }})
+        EXPECT_THROW(bez(jadro), ZTException);
+    EXPECT_THROW(lista.GetOpisKlasy(nullptr), ZTException);
+
+    const auto obiekt = Utworz<TZmieniana>();
+    obiekt->SetKod(u"x");
+    TOpisKlasy& opis = *jadro.OpisKlasy(TZmieniana::KlasaStatyczna());
+    TListaWlasciwosci& tabela = *opis.GetListaWlasciwosci();
+    TWlasciwosc& wlasciwosc = *tabela.GetWlasciwosc(0);
+    auto& opisy = static_cast<TListaOpisowKlas&>(*opis.Rodzic());
+    const std::int32_t ile = opisy.IleObiektow();
+    for (TObiektBazowy* o : {static_cast<TObiektBazowy*>(&jadro), static_cast<TObiektBazowy*>(&opisy),
+                             static_cast<TObiektBazowy*>(&opis), static_cast<TObiektBazowy*>(&tabela),
+                             static_cast<TObiektBazowy*>(&wlasciwosc)}) {
+        SCOPED_TRACE(Utf8ZUtf16(o->NazwaKlasy()));
+        const auto pusty = o == &jadro ? TWlasny<TObiektBazowy>(Utworz<TJadroKlas>()) : o->TworzInstancje(nullptr);
+        EXPECT_THROW(o->ZerujDane(), ZTException);
+        EXPECT_THROW(o->UstawNiepuste(0, false), ZTException);
+        EXPECT_THROW(o->UstawNiepuste(-1, false), ZTException);
+        EXPECT_THROW(o->KopiujDane(*pusty), ZTException);
+        EXPECT_THROW(strumienie::Wczytaj(*o, std::string(2, '\0')), ZTException);
+        pusty->ZerujDane(); // free-standing ones do as they are told
+    }
+    EXPECT_THROW(tabela.UsunObiekt(0, true, false), ZTException);
+    EXPECT_THROW(opisy.SkrocListe(0, false), ZTException);
+    EXPECT_EQ(opisy.IleObiektow(), ile);
+
+    EXPECT_EQ(obiekt->NrPolaONazwie(u"Dodane"), -1);
+    TWlasciwosc& dodana = *tabela.DodajWlasciwosc(9, nullptr);
+    dodana.SetNazwa(u"Dodane");
+    dodana.SetTyp(TPoleInteger::KlasaStatyczna());
+    EXPECT_EQ(obiekt->NrPolaONazwie(u"Dodane"), 9);
+    obiekt->SetPoleInteger(9, 7);
+    EXPECT_EQ(obiekt->GetPoleInteger(9), 7);
+    EXPECT_EQ(Utworz<TZmieniana>()->TypPolaNr(9), TPoleInteger::KlasaStatyczna());
+    dodana.SetTyp(TPoleDouble::KlasaStatyczna());
+    EXPECT_EQ(obiekt->TypPolaNr(9), TPoleDouble::KlasaStatyczna());
 }
 
 // --- interfaces

@@ -161,7 +161,7 @@ TEST_F(Obiekt, BladWPoddrzewieMaJedenKontekst) {
     odwolanie.bladRef = true;
     korzen->GetDziecko().DodajRefOd(&odwolanie);
     // The child's own error comes before the grandchild's; both are deeper than the root, which adds nothing.
-    EXPECT_EQ(Blad([&] { Zwolnij(korzen.Oddaj()); }), u"Wyjątek w ZwolnijReferencje w TSladowy.Destroy (): ref");
+    EXPECT_EQ(Blad([&] { Zwolnij(korzen.Oddaj()); }), u"Wyjątek w ZwolnijReferencje w TSladowy.Destroy (Dziecko): ref");
     EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 3);
 
     TKolekcjaObiektow lista; // frees all its elements and is valid after an error
@@ -172,7 +172,7 @@ TEST_F(Obiekt, BladWPoddrzewieMaJedenKontekst) {
         lista.Dodaj(std::move(element));
     }
     slady.clear();
-    EXPECT_EQ(Blad([&] { lista.SkrocListe(1, false); }), u"Wyjątek w ZerujDane w TSladowy.Destroy (): trzy");
+    EXPECT_EQ(Blad([&] { lista.SkrocListe(1, false); }), u"Wyjątek w ZerujDane w TSladowy.Destroy ([3]): trzy");
     EXPECT_EQ(std::count(slady.begin(), slady.end(), u"UsunSekcje"), 4);
     EXPECT_EQ(lista.IleObiektow(), 1);
     EXPECT_EQ(lista.Pojemnosc(), 1);

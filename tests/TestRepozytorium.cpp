@@ -88,7 +88,10 @@ std::atomic<int> poSmierci{0};
 
 template <class TBaza> class TSluchacz : public TImplementacja<TBaza, IKontrolowany> {
   public:
-    static const TKlasa* KlasaStatyczna() noexcept { ZTOK_DANE_KLASY(TSluchacz, TBaza, u"TSluchacz"); }
+    static constexpr std::u16string_view kNazwa = std::is_same_v<TBaza, TKomponent> ? u"TSluchaczKomponent"
+                                                  : std::is_same_v<TBaza, TObiekt>  ? u"TSluchaczObiekt"
+                                                                                    : u"TSluchaczLiczony";
+    static const TKlasa* KlasaStatyczna() noexcept { ZTOK_DANE_KLASY(TSluchacz, TBaza, kNazwa); }
     [[nodiscard]] const TKlasa* Klasa() const noexcept override { return KlasaStatyczna(); }
     using TImplementacja<TBaza, IKontrolowany>::TImplementacja;
     ~TSluchacz() override {

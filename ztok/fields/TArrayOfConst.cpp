@@ -36,7 +36,7 @@ TArgument BezObiektu() noexcept { return {static_cast<const TObiektOgolny*>(null
 
 } // namespace
 
-TArrayOfConst::TArrayOfConst(TObiektBazowy* wlasciciel) noexcept : TObiektBazowy(wlasciciel) {}
+TArrayOfConst::TArrayOfConst(TObiektBazowy* wlasciciel) : TObiektBazowy(wlasciciel) {}
 
 TArrayOfConst::~TArrayOfConst() { DokonczZycie(); }
 
@@ -74,10 +74,13 @@ std::size_t TArrayOfConst::NrWlasnego(const TArgument& wartosc) const noexcept {
 void TArrayOfConst::Porzuc(TElement& element) {
     const TOpieka opieka = std::exchange(element.opieka, {});
     const TArgument wartosc = std::exchange(element.wartosc, TArgument(0));
-    if (opieka.obiekt != nullptr)
-        Zwolnij(opieka.obiekt);
-    else if (wartosc.Tag() == TTag::Interface && wartosc.Interfejs() != nullptr)
+    if (opieka.obiekt != nullptr) {
+        TPierwszyBlad blad;
+        ZwolnijTrzymany(opieka.obiekt, blad);
+        blad.Rzuc();
+    } else if (wartosc.Tag() == TTag::Interface && wartosc.Interfejs() != nullptr) {
         wartosc.Interfejs()->_Release();
+    }
 }
 
 void TArrayOfConst::SprawdzMiejsce() {
@@ -111,8 +114,7 @@ void TArrayOfConst::Wloz(std::int32_t gdzie, TElement element) {
 void TArrayOfConst::Przejmij(TObiektBazowy* obiekt) {
     if (obiekt == nullptr)
         return;
-    JadroBiezace().UstawRodzica(*obiekt, this);
-    Trzymaj(*obiekt, true);
+    PoPrzyjeciu(*obiekt, *this);
 }
 
 void TArrayOfConst::Podmien(std::int32_t nr, TElement element) {
@@ -133,7 +135,11 @@ TArrayOfConst::TElement TArrayOfConst::WyjmijElement(std::int32_t nr) noexcept {
 
 TObiektBazowy& TArrayOfConst::DodajNowy(const TKlasa& klasa) {
     RejestrujKlase(&klasa);
-    auto* obiekt = static_cast<TObiektBazowy*>(klasa.utworz(this));
+    TObiektBazowy* obiekt = nullptr;
+    {
+        const TTworzenieCzesci tworzenie(*this);
+        obiekt = static_cast<TObiektBazowy*>(klasa.utworz(this));
+    }
     Wloz(MaxInt, {TArgument(obiekt), {obiekt, NumerKlasy(&klasa)}});
     return *obiekt;
 }
@@ -210,8 +216,7 @@ TWlasny<TObiektBazowy> TArrayOfConst::WyjmijObiekt(std::int32_t nr) {
     if (Obiekt(nr) == nullptr)
         return nullptr;
     TWlasny<TObiektBazowy> obiekt(WyjmijElement(nr).opieka.obiekt);
-    JadroBiezace().UstawRodzica(*obiekt, nullptr);
-    Trzymaj(*obiekt, false);
+    PoOddaniu(*obiekt);
     return obiekt;
 }
 

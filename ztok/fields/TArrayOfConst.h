@@ -23,7 +23,7 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckTablica;
     static constexpr std::int32_t MaksElementow = 0x7FFF;
 
-    explicit TArrayOfConst(TObiektBazowy* wlasciciel = nullptr) noexcept;
+    explicit TArrayOfConst(TObiektBazowy* wlasciciel = nullptr);
     ~TArrayOfConst() override;
 
     [[nodiscard]] std::int32_t Ile() const noexcept { return static_cast<std::int32_t>(elementy_.size()); }

@@ -69,7 +69,7 @@ template <class W> class TPoleListyWartosci : public TObiektBazowy {
     void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
 
   protected:
-    explicit TPoleListyWartosci(TObiektBazowy* wlasciciel) noexcept : TObiektBazowy(wlasciciel) {}
+    explicit TPoleListyWartosci(TObiektBazowy* wlasciciel) : TObiektBazowy(wlasciciel) {}
     // The class of the library that this field is of.
     [[nodiscard]] virtual const TKlasa* KlasaListy() const noexcept = 0;
 
@@ -91,7 +91,7 @@ extern template class ZTOK_API TPoleListyWartosci<std::u16string>;
 
 class ZTOK_API TPoleIntList : public TPoleListyWartosci<std::int32_t> {
     ZTOK_KLASA_DEKL(TPoleIntList)
-    explicit TPoleIntList(TObiektBazowy* wlasciciel = nullptr) noexcept : TPoleListyWartosci(wlasciciel) {}
+    explicit TPoleIntList(TObiektBazowy* wlasciciel = nullptr) : TPoleListyWartosci(wlasciciel) {}
     ~TPoleIntList() override;
 
   protected:
@@ -100,7 +100,7 @@ class ZTOK_API TPoleIntList : public TPoleListyWartosci<std::int32_t> {
 
 class ZTOK_API TPoleDoubleList : public TPoleListyWartosci<double> {
     ZTOK_KLASA_DEKL(TPoleDoubleList)
-    explicit TPoleDoubleList(TObiektBazowy* wlasciciel = nullptr) noexcept : TPoleListyWartosci(wlasciciel) {}
+    explicit TPoleDoubleList(TObiektBazowy* wlasciciel = nullptr) : TPoleListyWartosci(wlasciciel) {}
     ~TPoleDoubleList() override;
 
   protected:
@@ -109,7 +109,7 @@ class ZTOK_API TPoleDoubleList : public TPoleListyWartosci<double> {
 
 class ZTOK_API TPoleStrList : public TPoleListyWartosci<std::u16string> {
     ZTOK_KLASA_DEKL(TPoleStrList)
-    explicit TPoleStrList(TObiektBazowy* wlasciciel = nullptr) noexcept : TPoleListyWartosci(wlasciciel) {}
+    explicit TPoleStrList(TObiektBazowy* wlasciciel = nullptr) : TPoleListyWartosci(wlasciciel) {}
     ~TPoleStrList() override;
 
   protected:
@@ -118,7 +118,7 @@ class ZTOK_API TPoleStrList : public TPoleListyWartosci<std::u16string> {
 
 class ZTOK_API TPoleWideStrList : public TPoleListyWartosci<std::u16string> {
     ZTOK_KLASA_DEKL(TPoleWideStrList)
-    explicit TPoleWideStrList(TObiektBazowy* wlasciciel = nullptr) noexcept : TPoleListyWartosci(wlasciciel) {}
+    explicit TPoleWideStrList(TObiektBazowy* wlasciciel = nullptr) : TPoleListyWartosci(wlasciciel) {}
     ~TPoleWideStrList() override;
 
   protected:

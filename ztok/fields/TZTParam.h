@@ -32,7 +32,7 @@ class ZTOK_API TZTParamBazowy : public TObiektBazowy {
 
   protected:
     friend struct TPrzydzial;
-    explicit TZTParamBazowy(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiektBazowy(wlasciciel) {}
+    explicit TZTParamBazowy(TObiektBazowy* wlasciciel = nullptr) : TObiektBazowy(wlasciciel) {}
 
   private:
     std::atomic<std::int32_t> licznik_{0};

@@ -17,4 +17,7 @@ extern TJadroKlas* wlasneJadro;
     return jadro != nullptr ? *jadro : *JadroKlas();
 }
 
+// The end of the library: frees the lock under which objects on the stack make theirs.
+void ZwolnijSekcjePrzygotowan() noexcept;
+
 } // namespace ztok

@@ -8,8 +8,13 @@
 
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/TOpisKlasy.h"
+#include "ztok/platform/FormatKomunikatu.h"
+#include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/Powiadomienie.h"
+#include "ztok/platform/Pula.h"
 #include "ztok/platform/TSekcjaKrytyczna.h"
 #include "ztok/repository/Zamykanie.h"
+#include "ztok/util/ZTBledy.h"
 
 namespace ztok {
 
@@ -24,7 +29,9 @@ struct TRejestr {
     TSekcjaKrytyczna sekcja;
     std::map<std::u16string, TNazwa, std::less<>> nazwy;
     std::vector<const std::u16string*> numery; // name of number N at N - 1
-    std::vector<const TMigawkaOpisu*> migawki;
+    std::vector<const TMigawkaOpisu*> migawki; // all
+    // Those that hold, by class and kernel: a host that goes from one kernel to another and back makes none anew.
+    std::map<std::pair<const TKlasa*, std::uint64_t>, const TMigawkaOpisu*> aktualne;
 };
 
 // Made on first use and freed by ZwolnijRejestrKlas: it must outlive the static objects of this module.
@@ -42,7 +49,38 @@ TRejestr& Rejestr() {
     return *rejestr;
 }
 
+std::u16string_view Nazwa(const TKlasa* klasa) noexcept {
+    return klasa == nullptr ? std::u16string_view() : klasa->nazwa;
+}
+
+std::span<const TWierszPola> Wiersze(const TKlasa& klasa) noexcept {
+    return klasa.pola == nullptr ? std::span<const TWierszPola>() : klasa.pola();
+}
+
+bool TaSamaDeklaracja(const TKlasa& a, const TKlasa& b) {
+    const auto elementy = [](const TKlasa& k) {
+        return k.Ma(ckListaObiektow) && k.typObiektow != nullptr ? Nazwa(k.typObiektow()) : std::u16string_view();
+    };
+    const auto tenSam = [](const TWierszPola& x, const TWierszPola& y) {
+        const auto klasa = [](const TWierszPola& w) { return w.klasa == nullptr ? nullptr : w.klasa(); };
+        return x.nr == y.nr && x.nazwa == y.nazwa && x.rodzaj == y.rodzaj && x.czytnik == y.czytnik &&
+               x.pisarz == y.pisarz && x.typ == y.typ && Nazwa(klasa(x)) == Nazwa(klasa(y));
+    };
+    const auto wierszeA = Wiersze(a);
+    const auto wierszeB = Wiersze(b);
+    return a.rozmiar == b.rozmiar && a.cechy == b.cechy && Nazwa(a.Przodek()) == Nazwa(b.Przodek()) &&
+           elementy(a) == elementy(b) &&
+           std::equal(wierszeA.begin(), wierszeA.end(), wierszeB.begin(), wierszeB.end(), tenSam);
+}
+
+std::u16string OpisDeklaracji(const TKlasa& klasa) {
+    return Formatuj(Komunikat(kmOpisDeklaracji), {Nazwa(klasa.Przodek()), static_cast<std::int64_t>(klasa.rozmiar),
+                                                  static_cast<std::int64_t>(Wiersze(klasa).size())});
+}
+
 } // namespace
+
+void PoznajKlase(const TKlasa* klasa) { NumerKlasy(klasa); }
 
 std::uint32_t NumerKlasy(const TKlasa* klasa) {
     if (klasa == nullptr)
@@ -59,8 +97,12 @@ std::uint32_t NumerKlasy(const TKlasa* klasa) {
         wpis->second.numer = static_cast<std::uint32_t>(r.numery.size());
     }
     std::vector<const TKlasa*>& klasy = wpis->second.zaladowane;
-    if (std::find(klasy.begin(), klasy.end(), klasa) == klasy.end())
+    if (std::find(klasy.begin(), klasy.end(), klasa) == klasy.end()) {
+        if (!klasy.empty() && !TaSamaDeklaracja(*klasy.front(), *klasa))
+            ZTErrorFmt(Komunikat(kmInnaKlasaTejNazwy),
+                       {klasa->nazwa, OpisDeklaracji(*klasy.front()), OpisDeklaracji(*klasa)});
         klasy.push_back(klasa);
+    }
     klasa->stan->numer.store(wpis->second.numer, std::memory_order_release);
     return wpis->second.numer;
 }
@@ -77,8 +119,20 @@ const TKlasa* KlasaONumerze(std::uint32_t numer) noexcept {
 void ZachowajMigawke(const TKlasa* klasa, const TMigawkaOpisu* migawka) {
     TRejestr& r = Rejestr();
     const TBlokada blokada(r.sekcja);
+    r.migawki.reserve(r.migawki.size() + 1);
+    r.aktualne[{klasa, migawka->numerJadra}] = migawka;
     r.migawki.push_back(migawka);
     klasa->stan->migawka.store(migawka, std::memory_order_release);
+}
+
+const TMigawkaOpisu* PrzywrocMigawke(const TKlasa* klasa, std::uint64_t numerJadra) noexcept {
+    TRejestr& r = Rejestr();
+    const TBlokada blokada(r.sekcja);
+    const auto wpis = r.aktualne.find({klasa, numerJadra});
+    if (wpis == r.aktualne.end())
+        return nullptr;
+    klasa->stan->migawka.store(wpis->second, std::memory_order_release);
+    return wpis->second;
 }
 
 namespace {
@@ -87,20 +141,40 @@ void ZapomnijMigawkiKlas(TRejestr& r) noexcept {
     for (const auto& [nazwa, wpis] : r.nazwy)
         for (const TKlasa* klasa : wpis.zaladowane)
             klasa->stan->migawka.store(nullptr, std::memory_order_release);
+    r.aktualne.clear();
+}
+
+template <class F> void UsunMigawki(TRejestr& r, const F& ktore) noexcept {
+    std::erase_if(r.migawki, [&ktore](const TMigawkaOpisu* migawka) {
+        if (!ktore(*migawka))
+            return false;
+        delete[] migawka->pola;
+        delete[] migawka->nazwy;
+        delete migawka;
+        return true;
+    });
 }
 
 } // namespace
+
+void UniewaznijMigawki() noexcept {
+    TRejestr& r = Rejestr();
+    const TBlokada blokada(r.sekcja);
+    ZapomnijMigawkiKlas(r);
+}
+
+void ZwolnijMigawki(std::uint64_t numerJadra) noexcept {
+    TRejestr& r = Rejestr();
+    const TBlokada blokada(r.sekcja);
+    ZapomnijMigawkiKlas(r);
+    UsunMigawki(r, [numerJadra](const TMigawkaOpisu& m) { return m.numerJadra == numerJadra; });
+}
 
 void ZwolnijMigawki() noexcept {
     TRejestr& r = Rejestr();
     const TBlokada blokada(r.sekcja);
     ZapomnijMigawkiKlas(r);
-    for (const TMigawkaOpisu* migawka : r.migawki) {
-        delete[] migawka->pola;
-        delete[] migawka->nazwy;
-        delete migawka;
-    }
-    r.migawki.clear();
+    UsunMigawki(r, [](const TMigawkaOpisu&) { return true; });
     r.migawki.shrink_to_fit();
 }
 
@@ -112,6 +186,48 @@ void ZwolnijRejestrKlas() noexcept {
     rejestr = nullptr;
 }
 
+namespace {
+
+// Tells the host which objects of the module's classes outlive its code, as far as they are in the pool.
+void ZglosZyjaceObiekty(const TModul& modul) noexcept {
+    if (g_ZTOKQuiet || !PowiadomieniePodmienione())
+        return;
+    struct TLiczba {
+        const TKlasa* klasa;
+        std::int64_t ile;
+    };
+    try {
+        std::map<const void*, TLiczba> wgWzorca;
+        {
+            TRejestr& r = Rejestr();
+            const TBlokada blokada(r.sekcja);
+            for (const auto& [nazwa, wpis] : r.nazwy)
+                for (const TKlasa* klasa : wpis.zaladowane)
+                    if (const void* wzorzec = klasa->stan->wzorzec.load(std::memory_order_relaxed);
+                        wzorzec != nullptr && &klasa->modul() == &modul)
+                        wgWzorca[wzorzec] = {klasa, 0};
+        }
+        if (wgWzorca.empty())
+            return;
+        DlaBlokowPuli(
+            [](void* kontekst, const void* pierwszeSlowo) noexcept {
+                auto& liczby = *static_cast<std::map<const void*, TLiczba>*>(kontekst);
+                if (const auto liczba = liczby.find(pierwszeSlowo); liczba != liczby.end())
+                    ++liczba->second.ile;
+            },
+            &wgWzorca);
+        std::u16string linie;
+        for (const auto& [wzorzec, liczba] : wgWzorca)
+            if (liczba.ile != 0)
+                linie += Formatuj(u"%s: %d\r\n", {liczba.klasa->nazwa, liczba.ile});
+        if (!linie.empty())
+            Powiadom(Formatuj(Komunikat(kmZyjaObiektyModulu), {linie}));
+    } catch (...) { // NOLINT(bugprone-empty-catch): a notice for want of memory is none
+    }
+}
+
+} // namespace
+
 TModul::~TModul() {
     if (this == &ModulBiezacy()) // the library itself goes, and everything with it
         return;
@@ -120,6 +236,7 @@ TModul::~TModul() {
     WyrejestrujKontrolowaneModulu(*this);
     if (rejestr == nullptr)
         return;
+    ZglosZyjaceObiekty(*this);
     // The classes of this module, with the same class of another module where there is one.
     std::vector<std::pair<const TKlasa*, const TKlasa*>> odchodzace;
     {

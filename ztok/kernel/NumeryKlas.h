@@ -9,15 +9,21 @@ namespace ztok {
 
 struct TMigawkaOpisu;
 
-// The number of the class's name; 0 for null. The library remembers the class until its module is unloaded.
-// Thread-safe.
+// The number of the class's name; 0 for null. The library remembers the class until its module is unloaded. ZTException
+// when another class of that name is in use: one whose base, size, rows or items differ, since descriptors and casts go
+// by the name. Thread-safe.
 ZTOK_API std::uint32_t NumerKlasy(const TKlasa* klasa);
 // The loaded class of that number; null when no module holds one. Thread-safe.
 [[nodiscard]] ZTOK_API const TKlasa* KlasaONumerze(std::uint32_t numer) noexcept;
 
-// Keeps a snapshot for as long as the library is loaded and makes it the class's current one.
+// Makes a snapshot the class's current one, and keeps it until its kernel ends.
 void ZachowajMigawke(const TKlasa* klasa, const TMigawkaOpisu* migawka);
-// Forgets every snapshot and frees them; no other thread may use the model then.
+// The class's snapshot of that kernel, which becomes its current one; null when there is none.
+[[nodiscard]] const TMigawkaOpisu* PrzywrocMigawke(const TKlasa* klasa, std::uint64_t numerJadra) noexcept;
+// A descriptor has changed: snapshots are made anew. Those there are stay, for walks that use them just now.
+void UniewaznijMigawki() noexcept;
+// Frees the snapshots of a kernel, or all; no other thread may use them then.
+void ZwolnijMigawki(std::uint64_t numerJadra) noexcept;
 void ZwolnijMigawki() noexcept;
 // Frees the whole registry, snapshots included: for the unloading of the library.
 void ZwolnijRejestrKlas() noexcept;

@@ -12,6 +12,7 @@
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/NumeryKlas.h"
+#include "ztok/kernel/TLuzneDzieci.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/lists/TListaZObiektami.h"
@@ -80,7 +81,33 @@ void TJadroKlas::WykonajDestrukcje() {
     }
     funEdycji_.Zeruj();
     klasy_.Zeruj();
-    TObiektTS::WykonajDestrukcje();
+    TPierwszyBlad blad;
+    blad.Wykonaj([this] { TObiektTS::WykonajDestrukcje(); });
+    ZwolnijMigawki(numer_);
+    blad.Rzuc();
+}
+
+void TJadroKlas::ZerujDane() {
+    SprawdzUzycie(*this);
+    TObiektTS::ZerujDane();
+}
+
+void TJadroKlas::UstawNiepuste(int nrPola, bool niepuste) {
+    if (!niepuste)
+        SprawdzUzycie(*this);
+    TObiektTS::UstawNiepuste(nrPola, niepuste);
+}
+
+void TJadroKlas::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    SprawdzUzycie(*this);
+    TObiektTS::WykonajKopiowanie(zrodlo, kopier);
+}
+
+// A null class reference is a mistake of the caller's, in every operation that needs the class.
+const TKlasa* TJadroKlas::KlasaPodana(std::u16string_view operacja, const TKlasa* klasa) {
+    if (klasa == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakKlasy), {operacja});
+    return klasa;
 }
 
 const TKlasa* TJadroKlas::TypPolaNr(int nrPola) const {
@@ -90,16 +117,14 @@ const TKlasa* TJadroKlas::TypPolaNr(int nrPola) const {
 // --- classes
 
 void TJadroKlas::RejestrujKlase(const TKlasa* klasa) {
-    if (klasa == nullptr)
-        return;
+    KlasaPodana(u"RejestrujKlase", klasa);
     const TBlokadaObiektu blokada(*this);
     NumerKlasy(klasa);
     klasy_.Dodaj(klasa->nazwa, Wartosc(klasa));
 }
 
 void TJadroKlas::WyrejestrujKlase(const TKlasa* klasa) {
-    if (klasa == nullptr)
-        return;
+    KlasaPodana(u"WyrejestrujKlase", klasa);
     const TBlokadaObiektu blokada(*this);
     std::size_t gdzie = 0;
     if (klasy_.Znajdz(klasa->nazwa, gdzie))
@@ -125,6 +150,7 @@ TListaOpisowKlas& TJadroKlas::Opisy() { return static_cast<TListaOpisowKlas&>(*D
 
 TOpisKlasy* TJadroKlas::OpisKlasy(const TKlasa* klasa) {
     const TBlokadaObiektu blokada(*this);
+    NumerKlasy(KlasaPodana(u"OpisKlasy", klasa)); // refuses another class of the name
     return Opisy().GetOpisKlasy(klasa);
 }
 
@@ -150,7 +176,8 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
     if (const TMigawkaOpisu* gotowa = klasa->stan->migawka.load(std::memory_order_acquire);
         gotowa != nullptr && gotowa->numerJadra == numer_)
         return *gotowa; // another thread was first
-    NumerKlasy(klasa);
+    if (const TMigawkaOpisu* dawna = PrzywrocMigawke(klasa, numer_); dawna != nullptr)
+        return *dawna;
     auto migawka = std::make_unique<TMigawkaOpisu>();
     migawka->numerJadra = numer_;
     migawka->opis = OpisKlasy(klasa);
@@ -220,14 +247,13 @@ void TJadroKlas::ZapomnijKlase(const TKlasa* klasa, const TKlasa* zastepcza) {
         funEdycji_.Usun(gdzie);
     std::int32_t nr = 0;
     if (JestPole(0) && Opisy().JestOpisKlasy(klasa->nazwa, nr))
-        Opisy().UsunObiekt(nr, true, false);
+        Opisy().UsunOpisKlasy(nr);
 }
 
 // --- edit functions
 
 void TJadroKlas::RejestrujFunEdycji(const TKlasa* klasa, TFunEdycji funkcja) {
-    if (klasa == nullptr)
-        return;
+    KlasaPodana(u"RejestrujFunEdycji", klasa);
     const TBlokadaObiektu blokada(*this);
     RejestrujKlase(klasa);
     const std::u16string klucz = DuzymiLiterami(klasa->nazwa);
@@ -442,7 +468,9 @@ void Zamknij(bool czekaj) noexcept {
         if (!nazwy.empty())
             Powiadom(Formatuj(Komunikat(kmNiewyrejestrowaneInterfejsy), {nazwy}));
         TPierwszyBlad blad;
-        blad.Wykonaj([] { Zwolnij(std::exchange(wlasneJadro, nullptr)); });
+        // What dies with it may still ask for the kernel, and must not make another.
+        blad.Wykonaj([] { Zwolnij(wlasneJadro); });
+        wlasneJadro = nullptr;
         ZwolnijMigawki();
         blad.Rzuc();
     } catch (const EWyjatek& e) {
@@ -471,6 +499,8 @@ void ZamknijPrzyWyladowaniu() noexcept {
     ZwolnijPamiecSzyfratorow();
     ZwolnijStanKontroli();
     ZwolnijSpisRepozytoriow();
+    TLuzneDzieci::Zwolnij();
+    ZwolnijSekcjePrzygotowan();
     ZamknijPule();
 }
 

@@ -17,7 +17,9 @@ class TOpisKlasy;
 struct TMigawkaOpisu;
 
 // One kernel serves the whole process. Its own lock guards the classes, descriptors and edit functions; the interfaces
-// have a lock of their own, and neither is taken under the other.
+// have a lock of their own, and neither is taken under the other. The kernel in use and the descriptors that it holds
+// refuse (ZTException) to be emptied, copied onto or read into; a descriptor may be added to. Null is no class:
+// ZTException.
 class ZTOK_API TJadroKlas : public TObiektTS {
     ZTOK_KLASA_DEKL(TJadroKlas)
 
@@ -80,7 +82,7 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     void ZwolnijLinkOd(TObiektBazowy& obiekt, TPole* pole) { obiekt.ZwolnijRefOd(pole); }
     // Detaches every link at the object itself, and empties every pointer field and list in its tree.
     void ZwolnijLinki(TObiektBazowy& obiekt);
-    void UstawRodzica(TObiektBazowy& obiekt, TObiektBazowy* rodzic) noexcept { obiekt.FRodzic = rodzic; }
+    void UstawRodzica(TObiektBazowy& obiekt, TObiektBazowy* rodzic) { obiekt.UstawRodzica(rodzic); }
     // Stores into a list's slot: nothing is freed, counted or checked.
     void UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept;
     void NilujElemListy(TListaZObiektami& lista, std::int32_t indeks);
@@ -88,6 +90,9 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     using TObiekt::UstawPole;
 
     [[nodiscard]] const TKlasa* TypPolaNr(int nrPola) const override;
+    void ZerujDane() override;
+    void UstawNiepuste(int nrPola, bool niepuste) override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
 
     // Number of this kernel, never used twice in the process.
     [[nodiscard]] std::uint64_t Numer() const noexcept { return numer_; }
@@ -104,6 +109,7 @@ class ZTOK_API TJadroKlas : public TObiektTS {
     void WykonajDestrukcje() override;
 
   private:
+    static const TKlasa* KlasaPodana(std::u16string_view operacja, const TKlasa* klasa);
     [[nodiscard]] TListaOpisowKlas& Opisy();
 
     const std::uint64_t numer_;

@@ -126,8 +126,10 @@ constexpr int kMiejscaNaZapas = 12;
 } // namespace
 
 void TObiekt::ZrobMiejsceDlaPola(int nrPola) {
-    if (nrPola < ilePol_)
+    if (nrPola < ilePol_ && nrPola >= 0)
         return;
+    if (nrPola < 0 || nrPola > kNajwiekszyNumer)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
     if (nrPola >= pojPol_) {
         int nowa = nrPola + 1;
         int miejsca = 0;
@@ -286,24 +288,38 @@ TPole* TObiekt::UtworzWBloku(unsigned kod) noexcept {
 TPole& TObiekt::UtworzPole(int nrPola, const TKlasa* klasa) {
     if (klasa->utworz == nullptr || !klasa->Ma(ckPole))
         ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa->nazwa});
+    SprawdzZycie();
     ZrobMiejsceDlaPola(nrPola);
     const std::uint8_t stanKlasy = StanKlasy(*klasa);
     TPole* pole = MoznaWBloku(stanKlasy) ? UtworzWBloku(stanKlasy >> 4U) : nullptr;
-    if (pole == nullptr)
-        pole = static_cast<TPole*>(klasa->utworz(this));
+    if (pole == nullptr) {
+        const TTworzenieCzesci tworzenie(*this);
+        TWlasny<TPole> nowe(static_cast<TPole*>(klasa->utworz(this)));
+        // Its constructor may have cleared this object, or made the field itself.
+        ZrobMiejsceDlaPola(nrPola);
+        if (FPola[nrPola] != nullptr)
+            return *FPola[nrPola];
+        pole = nowe.Oddaj();
+    }
     FPola[nrPola] = pole;
     std::uint8_t& stan = Stany()[nrPola];
     stan = static_cast<std::uint8_t>((stan & spWartosc) | stanKlasy);
     if ((stan & spObiekt) != 0)
-        Trzymaj(static_cast<TObiektBazowy&>(*pole), true);
-    UtworzonoPole(nrPola);
+        PoPrzyjeciu(static_cast<TObiektBazowy&>(*pole), *this);
+    if (Klasa()->Ma(ckWlasneUtworzono)) [[unlikely]] {
+        const TUzycie uzycie(*this);
+        UtworzonoPole(nrPola);
+        pole = Pole(nrPola);
+        if (pole == nullptr) // the hook has taken it away
+            ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    }
     return *pole;
 }
 
 bool TObiekt::JestPole(int nrPola, const TKlasa* klasa, bool tworz) {
     if (Pole(nrPola) != nullptr)
         return true;
-    if (!tworz || nrPola < 0 || nrPola > 32767)
+    if (!tworz || nrPola < 0 || nrPola > kNajwiekszyNumer)
         return false;
     if (klasa == nullptr)
         klasa = TypPolaNr(nrPola);
@@ -326,42 +342,55 @@ TPole& TObiekt::DajPoleKlasy(int nrPola, const TKlasa* klasa) {
 }
 
 void TObiekt::UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie) {
-    if (pole != nullptr && pole != Pole(nrPola) && pole->Klasa()->Ma(ckObiektBazowy))
+    const bool nowe = pole != nullptr && pole != Pole(nrPola);
+    if (nowe && pole->Klasa()->Ma(ckObiektBazowy))
         SprawdzPrzyjecie(*this, static_cast<const TObiektBazowy&>(*pole));
+    if (nowe)
+        for (int nr = 0; nr < ilePol_; ++nr)
+            if (FPola[nr] == pole)
+                ZTErrorFmt(Komunikat(kmPoleDwaRazy), {NazwaKlasy(), pole->NazwaKlasy(), nr});
     TWlasny<TPole> straznik(pole);
-    if (nrPola < 0 || nrPola > 32767)
-        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
     ZrobMiejsceDlaPola(nrPola);
-    TPole* poprzednie = FPola[nrPola];
-    if (!zwolnijPoprzednie && poprzednie != nullptr && poprzednie != pole && JestWBloku(poprzednie)) {
-        pula::WyniesCzesc(poprzednie);
-        wyniesione_ = true;
+    TPierwszyBlad blad;
+    if (TPole* poprzednie = FPola[nrPola]; poprzednie != nullptr && poprzednie != pole) {
+        if (zwolnijPoprzednie) {
+            ZwolnijPole(nrPola, blad);
+            ZrobMiejsceDlaPola(nrPola); // it may have cleared this object
+        } else {
+            OddajPole(nrPola);
+        }
+        if (FPola[nrPola] != nullptr)
+            blad.Rzuc(); // it is dying already, or its end has put another one there
     }
+    if (FPola[nrPola] != nullptr && FPola[nrPola] != pole)
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
     FPola[nrPola] = straznik.Oddaj();
     std::uint8_t& stan = Stany()[nrPola];
-    const std::uint8_t poprzedniStan = stan;
     if (pole == nullptr) {
         stan = 0;
     } else {
         const std::uint8_t stanKlasy = StanKlasy(*pole->Klasa());
         if ((stanKlasy & spObiekt) != 0) {
-            static_cast<TObiektBazowy*>(pole)->PoWstawieniu(*this);
+            PoPrzyjeciu(static_cast<TObiektBazowy&>(*pole), *this);
             stan = static_cast<std::uint8_t>((stan & spWartosc) | stanKlasy);
         } else {
             stan = static_cast<std::uint8_t>(spWartosc | stanKlasy);
         }
     }
-    if (poprzednie == nullptr || poprzednie == pole)
-        return;
-    if (!zwolnijPoprzednie) {
-        if (poprzednie->Klasa()->Ma(ckObiektBazowy))
-            Trzymaj(static_cast<TObiektBazowy&>(*poprzednie), false);
-        return;
+    blad.Rzuc();
+}
+
+void TObiekt::OddajPole(int nrPola) {
+    TPole* const pole = FPola[nrPola];
+    if (pole->Klasa()->Ma(ckObiektBazowy)) {
+        auto& obiekt = static_cast<TObiektBazowy&>(*pole);
+        SprawdzOddanie(obiekt);
+        PoOddaniu(obiekt);
+    } else if (JestWBloku(pole)) {
+        pula::WyniesCzesc(pole);
+        wyniesione_ = true;
     }
-    if (JestWBloku(poprzednie))
-        UsunPole(poprzednie, poprzedniStan);
-    else
-        Zwolnij(poprzednie);
+    FPola[nrPola] = nullptr;
 }
 
 namespace {
@@ -408,22 +437,47 @@ void TObiekt::UsunPole(TPole* pole, std::uint8_t stan) noexcept {
         pula::OddajCzesc(pole); // it left the object and came back
 }
 
+bool TObiekt::MaCzesciWPolach() const noexcept {
+    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr &&
+            FPola[nr]->Klasa()->Ma(ckObiekt | ckListaZObiektami | ckTablica))
+            return true;
+    return false;
+}
+
+// An object leaves its place when it is dead, so that its path tells of it; one that its owner may not free stays. A
+// plain value leaves first.
+void TObiekt::ZwolnijPole(int nrPola, TPierwszyBlad& blad) {
+    TPole* const pole = FPola[nrPola];
+    const std::uint8_t stan = Stany()[nrPola];
+    if ((stan & spObiekt) != 0) {
+        if (ZwolnijTrzymany(pole, blad) && Pole(nrPola) == pole) // this object may have been cleared meanwhile
+            FPola[nrPola] = nullptr;
+        return;
+    }
+    FPola[nrPola] = nullptr;
+    if ((stan & spDestrukcja) != 0)
+        ZwolnijTrzymany(pole, blad);
+    else
+        UsunPole(pole, stan);
+}
+
 void TObiekt::ZwolnijPola(bool zachowajTablice) {
     TPierwszyBlad blad;
     for (int nr = ilePol_ - 1; nr >= 0; --nr) {
-        TPole* pole = FPola[nr];
-        FPola[nr] = nullptr;
-        if (!zachowajTablice)
-            ilePol_ = nr; // a field that looks at its owner meanwhile finds no freed neighbour
-        if (pole == nullptr)
-            continue;
-        const std::uint8_t stan = Stany()[nr];
-        if (!wyniesione_ && Lezy(pole, FPola, BajtyBloku(pojPol_, miejsca_))) [[likely]]
-            ZakonczWBloku(pole, stan >> 4U);
-        else if ((stan & spDestrukcja) != 0)
-            blad.Wykonaj([pole] { Zwolnij(pole); });
-        else
-            UsunPole(pole, stan);
+        TPole* const pole = Pole(nr);
+        if (pole != nullptr) {
+            if (!wyniesione_ && Lezy(pole, FPola, BajtyBloku(pojPol_, miejsca_))) [[likely]] {
+                FPola[nr] = nullptr;
+                ZakonczWBloku(pole, Stany()[nr] >> 4U);
+            } else {
+                ZwolnijPole(nr, blad);
+            }
+        }
+        // The end of a field may have written to others, below and above.
+        if (!zachowajTablice && ilePol_ == nr + 1 && FPola[nr] == nullptr)
+            ilePol_ = nr;
     }
     if (zachowajTablice) {
         // The places are free again, unless a field has left one or was written meanwhile.

@@ -20,7 +20,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     ZTOK_KLASA_DEKL(TObiekt)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckObiekt;
 
-    explicit TObiekt(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiektBazowy(wlasciciel) {}
+    explicit TObiekt(TObiektBazowy* wlasciciel = nullptr) : TObiektBazowy(wlasciciel) {}
     ~TObiekt() override;
 
     // Metadata, from the class's descriptor.
@@ -59,8 +59,11 @@ class ZTOK_API TObiekt : public TObiektBazowy {
         return nrPola >= 0 && nrPola < ilePol_ ? FPola[nrPola] : nullptr;
     }
     void ZrobMiejsceDlaPola(int nrPola);
-    // Installs a field object under a number; the object owns it from then on, also when the call raises. Only an
-    // object that this one is a part of is refused and left alone.
+    // Installs a field object under a number; the object owns it from then on, also when the call raises. Refused and
+    // left alone (ZTException) is only what cannot be this object's: an object that this one is a part of, that has an
+    // owner or cannot have one (it is on the stack, or counted), or that dies, and a field object that is one of this
+    // object's under another number. The former field is freed first, or is the caller's and has no parent any more; a
+    // former one that is dying just now stays (ZTException).
     void UstawPole(int nrPola, TPole* pole, bool zwolnijPoprzednie);
     [[nodiscard]] bool PoleNiepuste(int nrPola) const override;
     [[nodiscard]] bool PoleDoZapisu(int nrPola) const override;
@@ -166,8 +169,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // These fill the base's last bytes.
     std::uint8_t miejsca_ = 0;   // places for field objects in the block of the field array
     std::uint8_t zajete_ = 0;    // how many of them were used
-    bool wyniesione_ = false;    // a field in one of them has left the object
-    bool jestPoprzedni_ = false; // the first of them tells of an older block, whose field objects are alive
+    bool wyniesione_ : 1 = false;    // a field in one of them has left the object
+    bool jestPoprzedni_ : 1 = false; // the first of them tells of an older block, whose field objects are alive
 
   protected:
     // The field objects; then, in the same block, one byte of state a field, and places for plain field objects.
@@ -200,6 +203,10 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void Zarezerwuj(int ile, int miejsca);
     void OddajBlok() noexcept;
     void UsunPole(TPole* pole, std::uint8_t stan) noexcept;
+    // Whether a field could hold objects in turn.
+    [[nodiscard]] bool MaCzesciWPolach() const noexcept;
+    void OddajPole(int nrPola);
+    void ZwolnijPole(int nrPola, TPierwszyBlad& blad);
     void SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const;
     friend void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
     void ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczDanych& zapisywacz) const;
@@ -228,11 +235,14 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // not.
     bool KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka);
     [[nodiscard]] int PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const;
+    [[nodiscard]] const TObiektBazowy* ObiektDoZapisu(int nrPola, const TZapisywaczDanych& zapisywacz) const;
+    [[nodiscard]] const TPole& PoleZBitu(int nrPola) const;
     [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
                                     TZapisywaczDanych& zapisywacz) const;
 
     // A plain field object's place; the places follow the array and the states.
     static constexpr std::size_t kMiejsce = 16;
+    static constexpr int kNajwiekszyNumer = 32767; // a field number is a signed 16-bit one
     static constexpr std::size_t BajtyBloku(int pola, int miejsca) noexcept {
         return (static_cast<std::size_t>(pola) * (sizeof(TPole*) + 1) + kMiejsce - 1) / kMiejsce * kMiejsce +
                static_cast<std::size_t>(miejsca) * kMiejsce;

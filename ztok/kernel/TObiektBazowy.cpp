@@ -6,8 +6,10 @@
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TLuzneDzieci.h"
 #include "ztok/kernel/TPrzejscie.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TListaBazowa.h"
@@ -17,8 +19,11 @@
 #include "ztok/persist/TZapisywaczDanych.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/PierwszeUzycie.h"
 #include "ztok/platform/Powiadomienie.h"
+#include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TPierwszyBlad.h"
+#include "ztok/platform/TSekcjaKrytyczna.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/platform/TWariant.h"
 #include "ztok/util/Prostehaszowanie.h"
@@ -27,7 +32,19 @@ namespace ztok {
 
 ZTOK_KLASA_DEF(TObiektBazowy, TPole)
 
-TObiektBazowy::TObiektBazowy(TObiektBazowy* wlasciciel) noexcept : FRodzic(wlasciciel) {}
+namespace {
+
+// One for all: an object on the stack is prepared once in its life.
+constinit std::atomic<TSekcjaKrytyczna*> sekcjaPrzygotowan{nullptr};
+
+} // namespace
+
+void ZwolnijSekcjePrzygotowan() noexcept { delete sekcjaPrzygotowan.exchange(nullptr, std::memory_order_acq_rel); }
+
+TObiektBazowy::TObiektBazowy(TObiektBazowy* wlasciciel) : FRodzic(wlasciciel) {
+    if (wlasciciel != nullptr && !wlasciciel->tworzyCzesc_) [[unlikely]]
+        TLuzneDzieci::Dopisz(*this, *wlasciciel);
+}
 
 TObiektBazowy::~TObiektBazowy() {
     DokonczZycie();
@@ -40,16 +57,144 @@ TObiektBazowy::~TObiektBazowy() {
 void TObiektBazowy::PoUtworzeniu(std::uint32_t cechy) {
     bezBlokady_ = (cechy & ckWlasnaBlokada) == 0;
     zwyklyKoniec_ = (cechy & (ckObiekt | ckWlasnaBlokada | ckWlasneZycie | ckWlasneZerowanie)) == ckObiekt;
+    utworzony_ = true;
+    liczony_ = (cechy & ckParametr) != 0;
     if ((cechy & ckWlasneZycie) != 0)
         TworzSekcjeKrytyczna();
+    zycie_ |= zyPrzygotowany;
+}
+
+void TObiektBazowy::Zablokuj() const {
+    if (!utworzony_) [[unlikely]]
+        PrzygotujNaStosie();
+    ZablokujObiekt();
+}
+
+void TObiektBazowy::PrzygotujNaStosie() const {
+    // A constructor that locks sees the class so far: one without a lock of its own leaves it to the derived class.
+    if (!Klasa()->Ma(ckWlasneZycie))
+        return;
+    auto& ja = const_cast<TObiektBazowy&>(*this);
+    const std::atomic_ref zycie(ja.zycie_);
+    if ((zycie.load(std::memory_order_acquire) & (zyPrzygotowany | zyKonczony)) != 0)
+        return;
+    const TBlokada blokada(PrzyPierwszymUzyciu(sekcjaPrzygotowan)); // another thread may be about to lock it too
+    if ((zycie.load(std::memory_order_relaxed) & (zyPrzygotowany | zyPrzygotowywany)) != 0)
+        return;
+    zycie.fetch_or(zyPrzygotowywany, std::memory_order_relaxed);
+    try {
+        ja.TworzSekcjeKrytyczna();
+    } catch (...) {
+        zycie.fetch_and(static_cast<std::uint8_t>(~zyPrzygotowywany), std::memory_order_relaxed);
+        throw;
+    }
+    zycie.fetch_or(zyPrzygotowany, std::memory_order_release);
+}
+
+void TObiektBazowy::UstawRodzica(TObiektBazowy* rodzic) {
+    if (luzny_)
+        PrzestanBycLuzny();
+    FRodzic = nullptr;
+    if (rodzic != nullptr && !trzymany_)
+        TLuzneDzieci::Dopisz(*this, *rodzic);
+    FRodzic = rodzic;
+}
+
+void TObiektBazowy::PrzestanBycLuzny() noexcept { TLuzneDzieci::Wypisz(*this, *FRodzic); }
+
+namespace {
+
+ZTOK_TLS_BLISKI constinit thread_local TBlokadaObiektu* ostatniaBlokada = nullptr; // of this thread
+
+} // namespace
+
+void TBlokadaObiektu::Zablokuj() {
+    obiekt_->Zablokuj();
+    poprzednia_ = ostatniaBlokada;
+    ostatniaBlokada = this;
+}
+
+void TBlokadaObiektu::Odblokuj() noexcept {
+    ostatniaBlokada = poprzednia_;
+    obiekt_->OdblokujObiekt();
+}
+
+void TBlokadaObiektu::Porzuc(const TObiektBazowy& obiekt) noexcept {
+    for (TBlokadaObiektu** wskaznik = &ostatniaBlokada; *wskaznik != nullptr;) {
+        TBlokadaObiektu& blokada = **wskaznik;
+        if (blokada.obiekt_ == &obiekt) {
+            *wskaznik = blokada.poprzednia_;
+            blokada.obiekt_ = nullptr;
+            obiekt.OdblokujObiekt();
+        } else {
+            wskaznik = &blokada.poprzednia_;
+        }
+    }
 }
 
 // --- end of life
 
+// Whether the object, or one that holds it, is the one to be freed. The objects further out are, as a rule, those that
+// hold the innermost one.
+bool TObiektBazowy::TrzymaUzywany(const TObiektOgolny& wUzyciu, bool najglebiej, const TObiektOgolny& obiekt) noexcept {
+    if (&wUzyciu == &obiekt)
+        return true;
+    if (!najglebiej || !wUzyciu.Klasa()->Ma(ckObiektBazowy))
+        return false;
+    for (const auto* o = static_cast<const TObiektBazowy*>(&wUzyciu); o != nullptr && o->trzymany_; o = o->FRodzic)
+        if (o->FRodzic == &obiekt)
+            return true;
+    return false;
+}
+
+bool TObiektBazowy::MoznaZwolnic(EZwalniajacy kto, TPierwszyBlad& blad) const noexcept {
+    std::u16string nazwa;
+    const bool obcy = kto == EZwalniajacy::Inny;
+    const bool wUzyciu = TLicznikZagniezdzenia::WUzyciu(*this, &TrzymaUzywany);
+    if (utworzony_ && !Ginie() && !(obcy && trzymany_) && !wUzyciu) [[likely]]
+        return true;
+    bool wolno = false;
+    blad.Wykonaj([&] {
+        if (Ginie())
+            BladGinie();
+        if (!utworzony_)
+            ZTErrorFmt(Komunikat(kmZwolnienieNieUtworzonego), {NazwaKlasy()});
+        if (wUzyciu)
+            ZTErrorFmt(Komunikat(kmObiektWUzyciu), {NazwaKlasy(), DajSciezkeDoSiebie()});
+        if (FRodzic != nullptr && NazwaWRodzicu(nazwa))
+            ZTErrorFmt(Komunikat(kmZwolnienieTrzymanego), {NazwaKlasy(), DajSciezkeDoSiebie()});
+        wolno = true; // who held it has lost it
+    });
+    return wolno;
+}
+
+void TObiektBazowy::BladGinie() const {
+    ZTErrorFmt(Komunikat(kmObiektGinie), {NazwaKlasy(), DajSciezkeDoSiebie()});
+}
+
+bool TObiektBazowy::Zakoncz(EZwalniajacy kto, TPierwszyBlad& blad) noexcept {
+    if (!TObiektBazowy::MoznaZwolnic(kto, blad))
+        return false;
+    zycie_ |= zyKonczony;
+    const auto zakoncz = [this, &blad] {
+        if (!zwyklyKoniec_)
+            blad.Wykonaj([this] { WykonajDestrukcje(); });
+        if ((zycie_ & zyCzyszczony) == 0) // the class's own steps came to an error before these, or it has none
+            blad.Wykonaj([this] { TObiektBazowy::WykonajDestrukcje(); });
+    };
+    if (trzymany_ && FRodzic != nullptr && !FRodzic->Ginie()) {
+        const TUzycie uzycie(*this); // its owner goes on after it, and must be there
+        zakoncz();
+    } else {
+        zakoncz();
+    }
+    return true;
+}
+
 void TObiektBazowy::WykonajDestrukcje() {
-    if (zakonczony_)
+    if ((zycie_ & zyCzyszczony) != 0)
         return;
-    zakonczony_ = true;
+    zycie_ |= zyKonczony | zyCzyszczony;
     kontrola_.Zakoncz(*this);
     TPrzejscie::Zapomnij(*this);
     const auto kontekst = [this](EKomunikat numer) {
@@ -57,39 +202,57 @@ void TObiektBazowy::WykonajDestrukcje() {
             return FormatujBezWyjatku(Komunikat(numer), {NazwaKlasy(), DajSciezkeDoSiebie(), komunikat});
         };
     };
-    if (zwyklyKoniec_ && !MaJakiesRef()) [[likely]] { // only the fields are there to be cleared
-        auto& obiekt = static_cast<TObiekt&>(*this);
-        if (obiekt.FPola != nullptr)
-            ZKontekstem([&obiekt] { obiekt.ZwolnijPola(false); }, kontekst(kmWyjatekZerujDane));
-        if (MaJakiesRef()) [[unlikely]]
-            ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje));
-        return;
-    }
     TPierwszyBlad blad;
     const auto zwolnijReferencje = [&] {
-        if (MaJakiesRef())
+        if (MaJakiesRef()) [[unlikely]]
             blad.Wykonaj([&] { ZKontekstem([this] { ZwolnijReferencje(); }, kontekst(kmWyjatekZwolnijReferencje)); });
     };
     zwolnijReferencje();
-    blad.Wykonaj([&] { ZKontekstem([this] { ZerujDane(); }, kontekst(kmWyjatekZerujDane)); });
-    zwolnijReferencje(); // the event of a part that died may have pointed something here
-    // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): Zwolnij calls this before the destructor
-    blad.Wykonaj([this] { UsunSekcjeKrytyczna(); });
+    if (zwyklyKoniec_) { // only the fields are there to be cleared
+        auto& obiekt = static_cast<TObiekt&>(*this);
+        if (obiekt.FPola != nullptr)
+            blad.Wykonaj([&] { ZKontekstem([&obiekt] { obiekt.ZwolnijPola(false); }, kontekst(kmWyjatekZerujDane)); });
+        zwolnijReferencje();
+    } else {
+        blad.Wykonaj([&] { ZKontekstem([this] { ZerujDane(); }, kontekst(kmWyjatekZerujDane)); });
+        zwolnijReferencje(); // the event of a part that died may have pointed something here
+        // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): Zwolnij calls this before the destructor
+        if (utworzony_ || (zycie_ & zyPrzygotowany) != 0) {
+            TBlokadaObiektu::Porzuc(*this);
+            blad.Wykonaj([this] { UsunSekcjeKrytyczna(); });
+        }
+    }
+    if (luzny_) [[unlikely]]
+        PrzestanBycLuzny();
+    if (maLuzne_.load(std::memory_order_relaxed)) [[unlikely]]
+        TLuzneDzieci::Osieroc(*this);
     blad.Rzuc();
 }
 
 void TObiektBazowy::DokonczZycieCicho() noexcept {
-    try {
+    const auto cicho = [](auto&& krok) {
+        try {
+            krok();
+        } catch (const EWyjatek& e) {
+            Powiadom(e.Komunikat());
+        } catch (...) {
+            Powiadom(Komunikat(kmObcyWyjatek));
+        }
+    };
+    if (!Ginie()) {
+        zycie_ |= zyKonczony;
         // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): each class calls this first, at its own level
-        WykonajDestrukcje();
-    } catch (const EWyjatek& e) {
-        Powiadom(e.Komunikat());
-    } catch (...) {
-        Powiadom(Komunikat(kmObcyWyjatek));
+        cicho([this] { WykonajDestrukcje(); });
     }
+    if ((zycie_ & zyCzyszczony) == 0)
+        cicho([this] { TObiektBazowy::WykonajDestrukcje(); });
 }
 
-void TObiektBazowy::Odlacz() noexcept { FRodzic = nullptr; }
+void TObiektBazowy::Odlacz() noexcept {
+    if (luzny_)
+        PrzestanBycLuzny();
+    PoOddaniu(*this);
+}
 
 void TObiektBazowy::TworzSekcjeKrytyczna() {}
 void TObiektBazowy::UsunSekcjeKrytyczna() {}
@@ -123,21 +286,28 @@ bool TObiektBazowy::JestCzescia(const TObiektBazowy& czesc, const TObiektBazowy&
     return WGore(&czesc, [&calosc](const TObiektBazowy& o) { return &o == &calosc; }) != nullptr;
 }
 
+// Whether the object holds something that could hold others in turn: nothing else can have the object above it for a
+// part.
+bool TObiektBazowy::MaCzesci() const {
+    const std::uint32_t cechy = Klasa()->cechy;
+    if ((cechy & ckLista) != 0)
+        return (cechy & ckListaZObiektami) != 0 && !static_cast<const TListaBazowa*>(this)->ListaPusta();
+    return (cechy & ckObiekt) == 0 || static_cast<const TObiekt*>(this)->MaCzesciWPolach();
+}
+
 void TObiektBazowy::SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
-    const std::uint32_t cechy = nowy.Klasa()->cechy;
-    const bool pusty = (cechy & ckLista) != 0
-                           ? static_cast<const TListaBazowa&>(nowy).ListaPusta()
-                           : (cechy & ckObiekt) != 0 && static_cast<const TObiekt&>(nowy).OstUzywanePole() < 0;
-    if (pusty && &nowy != &rodzic)
-        return; // has no parts
-    // Bounded, or building a chain downwards would take the square of its length.
-    const TObiektBazowy* o = &rodzic;
-    for (int poziom = 0; o != nullptr && poziom < 2 * kZaglebienieDomyslne; ++poziom, o = o->FRodzic)
-        if (o == &nowy)
-            ZTErrorFmt(Komunikat(kmObiektWSobie), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
+    if (&nowy == &rodzic || (rodzic.FRodzic != nullptr && nowy.MaCzesci() && JestCzescia(rodzic, nowy)))
+        ZTErrorFmt(Komunikat(kmObiektWSobie), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
 }
 
 void TObiektBazowy::SprawdzWlasciciela(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
+    if (rodzic.Ginie())
+        rodzic.BladGinie();
+    SprawdzOddanie(nowy);
+    if (!nowy.utworzony_)
+        ZTErrorFmt(Komunikat(kmObiektNieUtworzony), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
+    if (nowy.liczony_)
+        ZTErrorFmt(Komunikat(kmObiektLiczony), {rodzic.NazwaKlasy(), nowy.NazwaKlasy()});
     std::u16string nazwa;
     if (nowy.FRodzic != nullptr && nowy.NazwaWRodzicu(nazwa))
         ZTErrorFmt(Komunikat(kmObiektMaWlasciciela),
@@ -267,14 +437,14 @@ std::int32_t TObiektBazowy::Porownaj(const TPole& inne, TPorownywaczDanych* poro
     if (&inne == this)
         return 0;
     if (porownywacz != nullptr) {
-        const TPoziom poziom(porownywacz->Zagniezdzenie, *this);
+        const TPoziom poziom(porownywacz->Zagniezdzenie, *this, &inne);
         return WykonajPorownanie(inne, *porownywacz);
     }
     SprawdzKlase(inne, KlasaStatyczna());
     TPorownywaczDanych wlasny(this, static_cast<const TObiektBazowy*>(&inne), rpWszystkiePola, rlRozmLiterNiewazny,
                               LocaleWin1250, tprRefJakoWskazn);
     const TBlokadaObiektu blokada(*this);
-    const TPoziom poziom(wlasny.Zagniezdzenie, *this);
+    const TPoziom poziom(wlasny.Zagniezdzenie, *this, &inne);
     return WykonajPorownanie(inne, wlasny);
 }
 
@@ -305,7 +475,7 @@ std::int32_t TObiektBazowy::PorownajOproczPol(const TObiektBazowy& inny, TArgume
 
 void TObiektBazowy::KopiujZ(const TPole& zrodlo, TKopierDanych& kopier) {
     TPole::KopiujDane(zrodlo, &kopier);
-    const TPoziom poziom(kopier.Zagniezdzenie, *this);
+    const TPoziom poziom(kopier.Zagniezdzenie, *this, &zrodlo);
     WykonajKopiowanie(zrodlo, kopier);
 }
 
@@ -330,6 +500,7 @@ void TObiektBazowy::KopiujDane(const TPole& zrodlo, TKopierDanych* kopier) {
     }
     const TBlokadaObiektu blokada(*this);
     const TBlokadaObiektu blokadaZrodla(obiekt);
+    const TUzycie uzycie(*this);
     TKopierDanych wlasny; // goes before the locks do: after an error it still registers references
     KopiujZ(zrodlo, wlasny);
     wlasny.PrzepnijReferencje();
@@ -347,6 +518,7 @@ void TObiektBazowy::KopiujDanePrzodkow(const TObiektBazowy& zrodlo, TKopierDanyc
         KopiujDanePrzodkow(*osobno);
         return;
     }
+    const TUzycie uzycie(*this);
     TKopierDanych wlasny;
     wlasny.TrybKopiowania = tkdPolaPrzodka;
     KopiujZ(zrodlo, wlasny);
@@ -396,6 +568,7 @@ void TObiektBazowy::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* za
     }
     TZapisywaczDanych wlasny;
     const TBlokadaObiektu blokada(*this);
+    const TUzycie uzycie(*this);
     wlasny.PrzygotujKorzen(*this); // refuses a tree that nests too deep before the first byte
     const TPoziom poziom(wlasny.Zagniezdzenie, *this);
     TBuforZapisu bufor(strumien, 0x4000);
@@ -427,6 +600,7 @@ void TObiektBazowy::WczytajZeStrumienia(TStrumien& strumien, const TOpcjeOdczytu
     wlasny.kazdePole_ = false;
     wlasny.BladNieznanejKlasy = opcje.bladNieznanejKlasy;
     const TBlokadaObiektu blokada(*this);
+    const TUzycie uzycie(*this);
     ZerujDane();
     try {
         WczytajZeStrumienia(strumien, &wlasny);
@@ -442,6 +616,7 @@ std::uint32_t TObiektBazowy::DajWyroznikObiektu(const TObiektBazowy* wzor) const
     if (wzor != nullptr) {
         TZapisywaczDanych zapisywacz;
         const TBlokadaObiektu blokada(*this);
+        const TUzycie uzycie(*this);
         wzor->DajObiektyDoZapisu(zapisywacz);
         zapisywacz.SortujListe();
         TBuforZapisu bufor(suma, 0x4000);

@@ -1,6 +1,8 @@
 // Root object of the model: parent, incoming references, lock, comparison, copy and persistence.
 #pragma once
 
+#include <atomic>
+
 #include "ztok/fields/TPole.h"
 #include "ztok/kernel/TOdwolania.h"
 #include "ztok/platform/Kontrolowane.h"
@@ -15,18 +17,22 @@ struct TOpcjeOdczytu;
 // An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
 // operations is part of the interface.
 //
-// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself. At the end of life every field
-// that refers to the object is cleared, then its content, then its lock, while the object still has its full type.
+// Life: Utworz makes an object and Zwolnij ends it; an object on the stack ends itself, and has no owner. At the end of
+// life every field that refers to the object is cleared, then its content, then its lock, while the object still has
+// its full type. Meanwhile it stands where it stood: its path tells of it, and whoever wants to free it or to move it
+// is refused.
 // Nesting of objects and lists beyond TLimity::zaglebienie is refused by reading, writing, comparing and copying.
 class ZTOK_API TObiektBazowy : public TPole {
     ZTOK_KLASA_DEKL(TObiektBazowy)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy;
 
-    // The owner becomes the parent; it does not hold the object. May be null.
-    explicit TObiektBazowy(TObiektBazowy* wlasciciel = nullptr) noexcept;
+    // The owner becomes the parent; it does not hold the object, and when it dies first, the object has none. May be
+    // null.
+    explicit TObiektBazowy(TObiektBazowy* wlasciciel = nullptr);
     ~TObiektBazowy() override;
 
-    // Creates and destroys the object's lock; empty here. TworzSekcjeKrytyczna runs once the object has its full type.
+    // Creates and destroys the object's lock; empty here. TworzSekcjeKrytyczna runs once the object has its full type:
+    // at the end of Utworz; for an object on the stack when TBlokadaObiektu first locks it.
     virtual void TworzSekcjeKrytyczna();
     virtual void UsunSekcjeKrytyczna();
     // Forgets one incoming reference, if it is recorded.
@@ -107,6 +113,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] TObiektBazowy* Rodzic() const noexcept { return FRodzic; }
     // Whether the parent holds the object, in a list or a field, and frees it.
     [[nodiscard]] bool JestTrzymany() const noexcept { return trzymany_; }
+    // Whether the end of life has begun.
+    [[nodiscard]] bool Ginie() const noexcept { return (zycie_ & zyKonczony) != 0; }
     // The topmost object: this one when it has no parent.
     [[nodiscard]] TObiektBazowy* DajKorzen() noexcept;
     [[nodiscard]] const TObiektBazowy* DajKorzen() const noexcept;
@@ -215,24 +223,59 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] static bool JestCzescia(const TObiektBazowy& czesc, const TObiektBazowy& calosc) noexcept;
     // Whether one of the two is a part of the other: a copy would then free, or go on growing, what it still reads.
     [[nodiscard]] static bool JednoWDrugim(const TObiektBazowy& a, const TObiektBazowy& b) noexcept;
+    [[nodiscard]] bool MoznaZwolnic(EZwalniajacy kto, TPierwszyBlad& blad) const noexcept override;
+    [[nodiscard]] bool Zakoncz(EZwalniajacy kto, TPierwszyBlad& blad) noexcept override;
     // Runs the end of life once, at the level of the class whose destructor calls it first; errors go to the user
     // notice. For destructors of derived classes (the declaring macros write them).
     void DokonczZycie() noexcept {
-        if (!zakonczony_)
+        if ((zycie_ & zyCzyszczony) == 0)
             DokonczZycieCicho();
     }
 
-    // Refuses (ZTException) to put an object into itself or into one of its own parts, as far up as trees are read. The
-    // object stays with the caller then: it owns the one that refuses.
+    // Refuses (ZTException) to put an object into itself or into one of its own parts, at any depth. The object stays
+    // with the caller then: it owns the one that refuses.
     static void SprawdzCykl(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
-    // The same, and refuses an object that a list or a field of another object holds: two owners would free it twice.
+    // The same, and refuses an object that cannot have an owner (on the stack, in another object, counted), that has
+    // one, or that dies, and an owner that dies.
     static void SprawdzPrzyjecie(const TObiektBazowy& rodzic, const TObiektBazowy& nowy) {
         SprawdzCykl(rodzic, nowy);
-        if (nowy.trzymany_)
+        if (nowy.trzymany_ || !nowy.utworzony_ || nowy.liczony_ || nowy.Ginie() || rodzic.Ginie()) [[unlikely]]
             SprawdzWlasciciela(rodzic, nowy);
     }
-    // Told by an owner that takes an object or gives it back. A parent alone holds nothing: constructors set it.
-    static void Trzymaj(TObiektBazowy& obiekt, bool trzymany) noexcept { obiekt.trzymany_ = trzymany; }
+    // Refuses (ZTException) to make or take a part when the object is being emptied at its end, or to give away what
+    // dies.
+    void SprawdzZycie() const {
+        if ((zycie_ & zyCzyszczony) != 0) [[unlikely]]
+            BladGinie();
+    }
+    static void SprawdzOddanie(const TObiektBazowy& obiekt) {
+        if (obiekt.Ginie()) [[unlikely]]
+            obiekt.BladGinie();
+    }
+    // Told by an owner: the object is held by it from now on, or no longer and has no parent.
+    static void PoPrzyjeciu(TObiektBazowy& obiekt, TObiektBazowy& rodzic) noexcept {
+        if (obiekt.luzny_) [[unlikely]]
+            obiekt.PrzestanBycLuzny();
+        obiekt.FRodzic = &rodzic;
+        obiekt.trzymany_ = true;
+    }
+    static void PoOddaniu(TObiektBazowy& obiekt) noexcept {
+        obiekt.FRodzic = nullptr;
+        obiekt.trzymany_ = false;
+    }
+    // While an owner makes an object that it will hold: such a child needs no entry among those that nobody holds.
+    class TTworzenieCzesci {
+      public:
+        explicit TTworzenieCzesci(TObiektBazowy& wlasciciel) noexcept : wlasciciel_(wlasciciel) {
+            wlasciciel_.tworzyCzesc_ = true;
+        }
+        TTworzenieCzesci(const TTworzenieCzesci&) = delete;
+        TTworzenieCzesci& operator=(const TTworzenieCzesci&) = delete;
+        ~TTworzenieCzesci() { wlasciciel_.tworzyCzesc_ = false; }
+
+      private:
+        TObiektBazowy& wlasciciel_;
+    };
 
     TObiektBazowy* FRodzic = nullptr;
 
@@ -240,7 +283,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     friend class TBlokadaObiektu;
     friend class TJadroKlas;
     friend class TKontroler;
+    friend class TLuzneDzieci;
     friend class TObiekt;
+    friend class TObiektITS;
     friend class TOdczytywaczDanych;
     friend struct TPrzydzial;
 
@@ -248,43 +293,68 @@ class ZTOK_API TObiektBazowy : public TPole {
     void KopiujZ(const TPole& zrodlo, TKopierDanych& kopier);
     // Told once by Utworz and the virtual constructors, with the class's ECechyKlasy.
     void PoUtworzeniu(std::uint32_t cechy);
-    // The object now stands in a field of its parent.
-    void PoWstawieniu(TObiektBazowy& rodzic) noexcept {
-        FRodzic = &rodzic;
-        trzymany_ = true;
-    }
+    // The parent of an object that nobody holds, or its place in a list that the caller fills.
+    void UstawRodzica(TObiektBazowy* rodzic);
+    void PrzestanBycLuzny() noexcept;
     static void SprawdzWlasciciela(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
+    [[nodiscard]] bool MaCzesci() const;
+    static bool TrzymaUzywany(const TObiektOgolny& wUzyciu, bool najglebiej, const TObiektOgolny& obiekt) noexcept;
+    [[noreturn]] void BladGinie() const;
     void DokonczZycieCicho() noexcept;
     void Odlacz() noexcept override;
     [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
+    // The lock, of an object on the stack too, whose lock is made by the first that wants it.
+    void Zablokuj() const;
+    void PrzygotujNaStosie() const;
+
+    // Life of the object, as bits.
+    enum EZycie : std::uint8_t {
+        zyPrzygotowany = 0x01,   // TworzSekcjeKrytyczna has run
+        zyPrzygotowywany = 0x02, // it runs, for an object on the stack
+        zyKonczony = 0x04,       // the end of life has begun
+        zyCzyszczony = 0x08,     // it has come to this class's steps
+    };
 
     TOdwolania odwolania_;
-    // Threads that are about to lock the object read the first two bits, which nobody changes once it is made; so the
-    // bits that change have a byte of their own, behind the one between.
+    // Threads that are about to lock the object read these bits, which nobody changes once it is made; so the bits that
+    // change have bytes of their own.
     bool bezBlokady_ : 1 = false;   // known to lock nothing: no virtual call
     bool zwyklyKoniec_ : 1 = false; // an object with fields whose class adds nothing to its making, clearing and end
-    bool zakonczony_ = false;       // the end of life has run
-    bool trzymany_ : 1 = false;     // its parent holds it; asked before it is given away
-    bool odczytany_ : 1 = false;    // a reader has numbered it
+    bool utworzony_ : 1 = false;    // made by Utworz; else it is on the stack or in another object
+    bool liczony_ : 1 = false;      // freed by the last reference
+    std::uint8_t zycie_ = 0;
+    bool trzymany_ : 1 = false;    // its parent holds it; asked before it is given away
+    bool odczytany_ : 1 = false;   // a reader has numbered it
+    bool luzny_ : 1 = false;       // stands among the children that nobody holds
+    bool tworzyCzesc_ : 1 = false; // an object is being made that this one will hold
     TZnakKontroli kontrola_;
+    std::atomic<bool> maLuzne_{false}; // has such children
 };
 
-// Holds an object's lock for a scope.
-class TBlokadaObiektu {
+// Holds an object's lock for a scope, in which the object may die: the lock then goes with it.
+class ZTOK_API TBlokadaObiektu {
   public:
     explicit TBlokadaObiektu(const TObiektBazowy& obiekt) : obiekt_(obiekt.bezBlokady_ ? nullptr : &obiekt) {
         if (obiekt_ != nullptr)
-            obiekt_->ZablokujObiekt();
+            Zablokuj();
     }
     TBlokadaObiektu(const TBlokadaObiektu&) = delete;
     TBlokadaObiektu& operator=(const TBlokadaObiektu&) = delete;
     ~TBlokadaObiektu() {
         if (obiekt_ != nullptr)
-            obiekt_->OdblokujObiekt();
+            Odblokuj();
     }
 
   private:
+    friend class TObiektBazowy;
+
+    void Zablokuj();
+    void Odblokuj() noexcept;
+    // The thread gives up its locks of an object that dies.
+    static void Porzuc(const TObiektBazowy& obiekt) noexcept;
+
     const TObiektBazowy* obiekt_;
+    TBlokadaObiektu* poprzednia_ = nullptr; // of this thread
 };
 
 } // namespace ztok

@@ -36,12 +36,14 @@ void TObiekt::WpiszDane(TArgumenty pola, TArgumenty wartosci) {
     if (pola.size() != wartosci.size())
         ZTErrorFmt(Komunikat(kmZlaLiczbaElementow), {u"WD", static_cast<std::int64_t>(wartosci.size())});
     const TBlokadaObiektu blokada(*this);
+    const TUzycie uzycie(*this);
     for (std::size_t i = 0; i < pola.size(); ++i)
         WpiszPare(pola[i], wartosci[i]);
 }
 
 void TObiekt::Inicjuj(TArgumenty pola, TArgumenty wartosci) {
     const TBlokadaObiektu blokada(*this);
+    const TUzycie uzycie(*this);
     ZwolnijPola(true);
     WpiszDane(pola, wartosci);
 }
@@ -215,9 +217,9 @@ void TObiekt::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     if (kopier.TrybKopiowania == tkdPolaPrzodka)
         ile = std::min(ile, OstPoleWspolPrzodka(obiekt.Klasa()));
     // A plain field of the library's goes straight over, unless the class has a say about it.
-    const bool wprost = !Klasa()->Ma(ckWlasneTypyPol | ckWlasneUstawNiepuste);
+    const bool wprost = !Klasa()->Ma(ckWlasneTypyPol | ckWlasneUstawNiepuste | ckWlasneUtworzono);
     const TMigawkaOpisu& migawka = Migawka();
-    const bool doMiejsc = wprost && FPola == nullptr && obiekt.FPola != nullptr && !Klasa()->Ma(ckWlasneUtworzono);
+    const bool doMiejsc = wprost && FPola == nullptr && obiekt.FPola != nullptr;
     int naTeksty = doMiejsc ? ZarezerwujNaKopie(std::min(ile, obiekt.ilePol_), obiekt, migawka) : 0;
     for (int nr = 0; nr < ile; ++nr) {
         if (wprost) {
@@ -379,6 +381,8 @@ void TObiekt::KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopie
             UstawPole(nrPola, nullptr, true);
         UtworzPole(nrPola, klasa);
     }
+    if (zrodlo.Pole(nrPola) != skad) // its end, or a hook, has changed the source
+        ZTErrorFmt(Komunikat(kmBrakPola), {zrodlo.NazwaKlasy(), nrPola});
     FPola[nrPola]->KopiujDane(*skad, &kopier);
     UstawNiepuste(nrPola, true);
 }
@@ -387,16 +391,20 @@ void TObiekt::KopiujPole(int nrPola, const TObiekt& zrodlo, TKopierDanych& kopie
 
 void TObiekt::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
     zapisywacz.DodajObiekt(*this);
-    if (FPola == nullptr)
-        return;
-    const std::uint8_t* stany = Stany();
-    for (int nr = 0; nr < ilePol_; ++nr) {
-        if ((stany[nr] & spObiekt) == 0 || FPola[nr] == nullptr || !PoleNiepuste(nr) ||
-            (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nr)))
-            continue;
-        const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
-        static_cast<const TObiektBazowy*>(FPola[nr])->DajObiektyDoZapisu(zapisywacz);
-    }
+    for (int nr = 0; nr < ilePol_; ++nr)
+        if (const TObiektBazowy* obiekt = ObiektDoZapisu(nr, zapisywacz); obiekt != nullptr) {
+            const TPoziom poziom(zapisywacz.Zagniezdzenie, *this, obiekt);
+            obiekt->DajObiektyDoZapisu(zapisywacz);
+        }
+}
+
+// The field's object that takes part in the write; null when it does not. The class that is asked may change its fields.
+const TObiektBazowy* TObiekt::ObiektDoZapisu(int nrPola, const TZapisywaczDanych& zapisywacz) const {
+    if (FPola[nrPola] == nullptr || (Stany()[nrPola] & spObiekt) == 0 || !PoleNiepuste(nrPola) ||
+        (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nrPola)))
+        return nullptr;
+    const TPole* pole = Pole(nrPola);
+    return pole != nullptr && (Stany()[nrPola] & spObiekt) != 0 ? static_cast<const TObiektBazowy*>(pole) : nullptr;
 }
 
 bool TObiekt::PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy, TZapisywaczDanych& zapisywacz) const {
@@ -413,21 +421,19 @@ bool TObiekt::PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy, TZa
     } else if (pytajKlase && !PoleZapisywane(nrPola)) {
         return false;
     }
-    if ((stan >> 4U) == kpWskObiektu) {
+    const TPole* pole = Pole(nrPola); // whoever was asked may have taken it away
+    if (pole != nullptr && (Stany()[nrPola] >> 4U) == kpWskObiektu) {
         std::int32_t gdzie = -1;
-        return zapisywacz.JestObiekt(static_cast<const TPoleWskObiektu*>(FPola[nrPola])->Obiekt(), gdzie);
+        return zapisywacz.JestObiekt(static_cast<const TPoleWskObiektu*>(pole)->Obiekt(), gdzie) &&
+               Pole(nrPola) != nullptr; // the first lookup collects the objects, whose classes are asked too
     }
-    return true;
+    return pole != nullptr;
 }
 
 void TObiekt::SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const {
-    if (FPola == nullptr)
-        return;
-    const std::uint8_t* stany = Stany();
     for (int nr = 0; nr < ilePol_; ++nr)
-        if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr && PoleNiepuste(nr) &&
-            (zapisywacz.ZapisWszystkichPol || PoleZapisywane(nr)))
-            SprawdzZagniezdzenie(static_cast<const TObiektBazowy&>(*FPola[nr]), zapisywacz);
+        if (const TObiektBazowy* obiekt = ObiektDoZapisu(nr, zapisywacz); obiekt != nullptr)
+            SprawdzZagniezdzenie(*obiekt, zapisywacz);
 }
 
 void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz) {
@@ -520,25 +526,26 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
     const std::uint32_t cechy = Klasa()->cechy;
     const bool pytajKlase =
         !zapisywacz.ZapisWszystkichPol && ((cechy & ckWlasneZapisywane) != 0 || Migawka().saPredykaty);
-    const std::uint8_t* stany = Stany();
     // Nobody else has a say: then a plain field takes part when it holds a value.
     const bool poStanie = !pytajKlase && (cechy & ckWlasneNiepuste) == 0 && !zapisywacz.CzyZapisacPole;
     const auto bierze = [&](int nr) {
-        const std::uint8_t stan = stany[nr];
+        if (Pole(nr) == nullptr) // whoever is asked may clear the object
+            return false;
+        const std::uint8_t stan = Stany()[nr];
         return (poStanie && (stan & (spWartosc | spObiekt)) == spWartosc && (stan >> 4U) != kpWskObiektu) ||
                PoleWZapisie(nr, pytajKlase, cechy, zapisywacz);
     };
     if (ilePol_ <= TMigawkaOpisu::kPolaMaski) {
         std::uint64_t pola = 0;
         for (int nr = 0, ile = ilePol_; nr < ile; ++nr)
-            pola |= std::uint64_t{FPola[nr] != nullptr && bierze(nr) ? 1U : 0U} << static_cast<unsigned>(nr);
+            pola |= std::uint64_t{bierze(nr) ? 1U : 0U} << static_cast<unsigned>(nr);
         ZapiszWprost(pola, strumien, zapisywacz);
         return;
     }
     TMapaPol mapa((static_cast<std::size_t>(ilePol_) + 7) / 8);
     int ostatnie = -1;
     for (int nr = 0; nr < ilePol_; ++nr)
-        if (FPola[nr] != nullptr && bierze(nr)) {
+        if (nr < 8 * static_cast<int>(mapa.Ile()) && bierze(nr)) {
             mapa.Bajty()[nr / 8] |= static_cast<std::uint8_t>(1U << (static_cast<unsigned>(nr) % 8U));
             ostatnie = nr;
         }
@@ -547,21 +554,32 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
     strumien.WriteBuffer(mapa.Bajty(), bajtow);
     for (std::uint32_t j = 0; j < bajtow; ++j)
         for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
-            const std::size_t nr = 8 * std::size_t{j} + static_cast<unsigned>(std::countr_zero(bity));
-            ZapiszPole(*FPola[nr], (stany[nr] & spDokladna) != 0 ? stany[nr] >> 4U : 0U, strumien, zapisywacz);
+            const int nr = static_cast<int>(8 * j) + std::countr_zero(bity);
+            const TPole& pole = PoleZBitu(nr);
+            ZapiszPole(pole, (Stany()[nr] & spDokladna) != 0 ? Stany()[nr] >> 4U : 0U, strumien, zapisywacz);
         }
+}
+
+// The field whose bit has been written: it must still be there.
+const TPole& TObiekt::PoleZBitu(int nrPola) const {
+    const TPole* pole = Pole(nrPola);
+    if (pole == nullptr) [[unlikely]]
+        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
+    return *pole;
 }
 
 // The fields of the bits. Their bytes are bounded first: then plain ones go into the stream's window without more ado.
 void TObiekt::ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
-    const std::uint8_t* stany = Stany();
     const bool utf8 = (zapisywacz.OpcjeZapisu & ozWin1250) == 0;
-    const auto kodPola = [stany](int nr) { return (stany[nr] & spDokladna) != 0 ? stany[nr] >> 4U : unsigned{kpInne}; };
+    const auto kodPola = [this](int nr) {
+        const std::uint8_t stan = Stany()[nr];
+        return (stan & spDokladna) != 0 ? stan >> 4U : unsigned{kpInne};
+    };
     std::size_t granica = 1 + sizeof bity;
     for (std::uint64_t b = bity; b != 0; b &= b - 1) {
         const int nr = std::countr_zero(b);
-        const std::size_t znakow =
-            kodPola(nr) == kpString ? static_cast<const TPoleString*>(FPola[nr])->Wartosc().size() : 2;
+        const TPole& pole = PoleZBitu(nr);
+        const std::size_t znakow = kodPola(nr) == kpString ? static_cast<const TPoleString&>(pole).Wartosc().size() : 2;
         granica += znakow < TZapisywaczDanych::kKrotszyTekst ? 3 * znakow + 4 : 0;
     }
     const auto bajtow = (static_cast<std::size_t>(std::bit_width(bity)) + 7) / 8;
@@ -582,7 +600,7 @@ void TObiekt::ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczD
     };
     for (; bity != 0; bity &= bity - 1) {
         const int nr = std::countr_zero(bity);
-        const TPole& pole = *FPola[nr];
+        const TPole& pole = PoleZBitu(nr); // an object written before may have taken it away
         const unsigned kod = kodPola(nr);
         if (cel != nullptr) {
             switch (kod) {
@@ -662,6 +680,8 @@ void TObiekt::WczytajPoleNr(int nr, const TMigawkaOpisu& migawka, TStrumien& str
     TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
     odczytywacz.ZuzyjPamiec(kPamiecPola);
     pole.WczytajZeStrumienia(strumien, &odczytywacz);
+    if (Pole(nr) != &pole)
+        return; // its own code has taken it away
     if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
         migawka.pola[nr].wiersz->klasa != nullptr)
         odczytywacz.OgraniczOstatni(migawka.pola[nr].wiersz->klasa());

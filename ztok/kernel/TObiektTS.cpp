@@ -19,7 +19,7 @@ TObiektITS::~TObiektITS() { DokonczZycie(); }
 
 void TObiektITS::ZablokujObiekt() const {
     if (FRodzic != nullptr)
-        FRodzic->ZablokujObiekt();
+        FRodzic->Zablokuj();
 }
 
 void TObiektITS::OdblokujObiekt() const {

@@ -30,7 +30,7 @@ class ZTOK_API TObiektTS : public TObiekt {
 class ZTOK_API TObiektITS : public TObiekt {
     ZTOK_KLASA_DEKL(TObiektITS)
 
-    explicit TObiektITS(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiekt(wlasciciel) {}
+    explicit TObiektITS(TObiektBazowy* wlasciciel = nullptr) : TObiekt(wlasciciel) {}
     ~TObiektITS() override;
 
     void ZablokujObiekt() const override;

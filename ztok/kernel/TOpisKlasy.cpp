@@ -6,6 +6,7 @@
 #include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/NumeryKlas.h"
 #include "ztok/kernel/TJadroKlas.h"
@@ -98,6 +99,24 @@ template <class F> void DlaWierszy(const TKlasa* klasa, const F& dzialanie) {
 
 } // namespace
 
+namespace {
+
+// The kernel in use that holds the object; null for a free-standing one, and when a part on the way dies.
+const TJadroKlas* JadroOpisu(const TObiektBazowy& opis) noexcept {
+    const TObiektBazowy* korzen = &opis;
+    for (; !korzen->Ginie(); korzen = korzen->Rodzic())
+        if (korzen->Rodzic() == nullptr)
+            return korzen == JadroIstniejace() ? JadroIstniejace() : nullptr;
+    return nullptr;
+}
+
+} // namespace
+
+void SprawdzUzycie(const TObiektBazowy& opis) {
+    if (JadroOpisu(opis) != nullptr)
+        ZTErrorFmt(Komunikat(kmJadroWUzyciu), {opis.NazwaKlasy()});
+}
+
 // --- TWlasciwosc
 
 std::span<const TWierszPola> TWlasciwosc::PolaKlasy(std::type_identity<TWlasciwosc> /*klasa*/) noexcept {
@@ -135,6 +154,28 @@ const TKlasa* TWlasciwosc::TypPolaNr(int nrPola) const {
     }
 }
 
+void TWlasciwosc::ZerujDane() {
+    SprawdzUzycie(*this);
+    TObiekt::ZerujDane();
+}
+
+void TWlasciwosc::UstawNiepuste(int nrPola, bool niepuste) {
+    if (!niepuste)
+        SprawdzUzycie(*this);
+    TObiekt::UstawNiepuste(nrPola, niepuste);
+}
+
+void TWlasciwosc::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    SprawdzUzycie(*this);
+    TObiekt::WykonajKopiowanie(zrodlo, kopier);
+}
+
+void TWlasciwosc::SetBylyZmiany(int nrPola) {
+    TObiekt::SetBylyZmiany(nrPola);
+    if (JadroOpisu(*this) != nullptr)
+        UniewaznijMigawki();
+}
+
 // --- TListaWlasciwosci
 
 TListaWlasciwosci::~TListaWlasciwosci() { DokonczZycie(); }
@@ -142,6 +183,8 @@ TListaWlasciwosci::~TListaWlasciwosci() { DokonczZycie(); }
 TWlasciwosc* TListaWlasciwosci::DodajWlasciwosc(int nr, TWlasciwosc* wlasciwosc) {
     if (nr < 0 || nr > 32767 || (nr < IleObiektow() && FObiekty[nr] != nullptr))
         ZTError(Komunikat(kmBladDodaniaWlasciwosci));
+    if (wlasciwosc != nullptr)
+        SprawdzPrzyjecie(*this, *wlasciwosc);
     if (nr >= IleObiektow()) {
         UstawPojemnosc(nr + 1);
         while (FIleObiektow <= nr)
@@ -149,8 +192,10 @@ TWlasciwosc* TListaWlasciwosci::DodajWlasciwosc(int nr, TWlasciwosc* wlasciwosc)
     }
     if (wlasciwosc == nullptr)
         wlasciwosc = UtworzSurowy<TWlasciwosc>();
-    JadroKlas()->UstawRodzica(*wlasciwosc, this);
+    Przejmij(*wlasciwosc);
     FObiekty[nr] = wlasciwosc;
+    if (JadroOpisu(*this) != nullptr)
+        UniewaznijMigawki();
     return wlasciwosc;
 }
 
@@ -166,8 +211,24 @@ bool TListaWlasciwosci::JestPoleONazwie(std::u16string_view nazwa, int& nr) cons
 }
 
 void TListaWlasciwosci::ZerujDane() {
+    SprawdzUzycie(*this);
     UsunObiektyNil(true);
     TListaObiektow::ZerujDane();
+}
+
+TObiektBazowy* TListaWlasciwosci::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
+    SprawdzUzycie(*this);
+    return TListaObiektow::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
+}
+
+void TListaWlasciwosci::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
+    SprawdzUzycie(*this);
+    TListaObiektow::SkrocListe(nowyRozm, zachowajPojemnosc);
+}
+
+void TListaWlasciwosci::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    SprawdzUzycie(*this);
+    TListaObiektow::WykonajKopiowanie(zrodlo, kopier);
 }
 
 // --- TOpisKlasy
@@ -200,11 +261,29 @@ const TKlasa* TOpisKlasy::TypPolaNr(int nrPola) const {
     }
 }
 
+void TOpisKlasy::ZerujDane() {
+    SprawdzUzycie(*this);
+    TObiekt::ZerujDane();
+}
+
+void TOpisKlasy::UstawNiepuste(int nrPola, bool niepuste) {
+    if (!niepuste)
+        SprawdzUzycie(*this);
+    TObiekt::UstawNiepuste(nrPola, niepuste);
+}
+
+void TOpisKlasy::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    SprawdzUzycie(*this);
+    TObiekt::WykonajKopiowanie(zrodlo, kopier);
+}
+
 // --- TListaOpisowKlas
 
 TListaOpisowKlas::~TListaOpisowKlas() { DokonczZycie(); }
 
 TOpisKlasy* TListaOpisowKlas::GetOpisKlasy(const TKlasa* klasa) {
+    if (klasa == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakKlasy), {u"GetOpisKlasy"});
     if (ostatni_ >= 0 && ostatni_ < IleObiektow() && CompareTxtSgn((*this)[ostatni_]->GetNazwa(), klasa->nazwa) == 0)
         return (*this)[ostatni_];
     std::int32_t gdzie = 0;
@@ -239,7 +318,31 @@ bool TListaOpisowKlas::JestOpisKlasy(std::u16string_view nazwa, std::int32_t& gd
 
 void TListaOpisowKlas::DodajOpisKlasy(TWlasny<TOpisKlasy> opis, std::int32_t gdzie) { Dodaj(std::move(opis), gdzie); }
 
+void TListaOpisowKlas::ZerujDane() {
+    SprawdzUzycie(*this);
+    TListaObiektow::ZerujDane();
+}
+
+TObiektBazowy* TListaOpisowKlas::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
+    SprawdzUzycie(*this);
+    return TListaObiektow::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
+}
+
+void TListaOpisowKlas::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
+    SprawdzUzycie(*this);
+    TListaObiektow::SkrocListe(nowyRozm, zachowajPojemnosc);
+}
+
+void TListaOpisowKlas::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
+    SprawdzUzycie(*this);
+    TListaObiektow::WykonajKopiowanie(zrodlo, kopier);
+}
+
+void TListaOpisowKlas::UsunOpisKlasy(std::int32_t nr) { TListaObiektow::UsunObiekt(nr, true, false); }
+
 TWlasny<TOpisKlasy> TListaOpisowKlas::GenerujOpisKlasy(const TKlasa* klasa) {
+    if (klasa == nullptr)
+        ZTErrorFmt(Komunikat(kmBrakKlasy), {u"GenerujOpisKlasy"});
     TWlasny<TOpisKlasy> opis = Utworz<TOpisKlasy>();
     opis->SetPoleString(0, klasa->nazwa);
     DlaWierszy(klasa, [&](const TWierszPola& wiersz) {

@@ -13,7 +13,7 @@ class ZTOK_API TWlasciwosc : public TObiekt {
     ZTOK_KLASA_DEKL(TWlasciwosc)
     static std::span<const TWierszPola> PolaKlasy(std::type_identity<TWlasciwosc> klasa) noexcept;
 
-    explicit TWlasciwosc(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiekt(wlasciciel) {}
+    explicit TWlasciwosc(TObiektBazowy* wlasciciel = nullptr) : TObiekt(wlasciciel) {}
     ~TWlasciwosc() override;
 
     [[nodiscard]] std::u16string GetNazwa() const { return GetPoleString(0); }
@@ -24,13 +24,17 @@ class ZTOK_API TWlasciwosc : public TObiekt {
     // Whether the class wants the field stored for the instance. The row is looked up in the instance's class.
     [[nodiscard]] bool Zapisywane(const TObiekt& instancja) const;
     [[nodiscard]] const TKlasa* TypPolaNr(int nrPola) const override;
+    void ZerujDane() override;
+    void UstawNiepuste(int nrPola, bool niepuste) override;
+    void SetBylyZmiany(int nrPola) override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
 };
 
 // The field table: the entry of field N at position N, null where no field is declared.
 class ZTOK_API TListaWlasciwosci : public TListaTypu<TWlasciwosc> {
     ZTOK_KLASA_DEKL(TListaWlasciwosci)
 
-    explicit TListaWlasciwosci(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaTypu(wlasciciel) {}
+    explicit TListaWlasciwosci(TObiektBazowy* wlasciciel = nullptr) : TListaTypu(wlasciciel) {}
     ~TListaWlasciwosci() override;
 
     // Puts the entry (null: a fresh one) under the number. ZTException for a number below 0 or taken already; the entry
@@ -40,6 +44,9 @@ class ZTOK_API TListaWlasciwosci : public TListaTypu<TWlasciwosc> {
     // The first field of that name, letter case ignored; -1 and false when there is none.
     bool JestPoleONazwie(std::u16string_view nazwa, int& nr) const;
     void ZerujDane() override;
+    TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
+    void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
 };
 
 // Descriptor of one class: its name (field 0) and its field table (field 1).
@@ -47,20 +54,23 @@ class ZTOK_API TOpisKlasy : public TObiekt {
     ZTOK_KLASA_DEKL(TOpisKlasy)
     static std::span<const TWierszPola> PolaKlasy(std::type_identity<TOpisKlasy> klasa) noexcept;
 
-    explicit TOpisKlasy(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiekt(wlasciciel) {}
+    explicit TOpisKlasy(TObiektBazowy* wlasciciel = nullptr) : TObiekt(wlasciciel) {}
     ~TOpisKlasy() override;
 
     [[nodiscard]] std::u16string GetNazwa() const { return GetPoleString(0); }
     // The field table in the given field; null when that field does not exist.
     [[nodiscard]] TListaWlasciwosci* GetListaWlasciwosci(int nrPola = 1) const;
     [[nodiscard]] const TKlasa* TypPolaNr(int nrPola) const override;
+    void ZerujDane() override;
+    void UstawNiepuste(int nrPola, bool niepuste) override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
 };
 
 // All descriptors, sorted by class name without regard to case. The kernel's lock guards it.
 class ZTOK_API TListaOpisowKlas : public TListaTypu<TOpisKlasy> {
     ZTOK_KLASA_DEKL(TListaOpisowKlas)
 
-    explicit TListaOpisowKlas(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaTypu(wlasciciel) {}
+    explicit TListaOpisowKlas(TObiektBazowy* wlasciciel = nullptr) : TListaTypu(wlasciciel) {}
     ~TListaOpisowKlas() override;
 
     // The descriptor of the class, built on the first request.
@@ -72,10 +82,19 @@ class ZTOK_API TListaOpisowKlas : public TListaTypu<TOpisKlasy> {
     bool JestOpisKlasy(std::u16string_view nazwa, std::int32_t& gdzie) const;
     void DodajOpisKlasy(TWlasny<TOpisKlasy> opis, std::int32_t gdzie);
     [[nodiscard]] TWlasny<TOpisKlasy> GenerujOpisKlasy(const TKlasa* klasa);
+    // The class is gone with its module.
+    void UsunOpisKlasy(std::int32_t nr);
+    void ZerujDane() override;
+    TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
+    void SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) override;
+    void WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) override;
 
   private:
     std::int32_t ostatni_ = -1; // index of the descriptor found last
 };
+
+// Refuses (ZTException) to empty or replace the kernel in use or a descriptor that it holds; one that dies is emptied.
+void SprawdzUzycie(const TObiektBazowy& opis);
 
 // What the inner loops need of a descriptor: immutable, found without a lock. Valid for the kernel of that number only.
 struct TMigawkaOpisu {

@@ -12,6 +12,7 @@
 #include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TStrumien.h"
+#include "ztok/util/ZTBledy.h"
 
 namespace ztok {
 
@@ -72,7 +73,7 @@ void TObiekt::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     const TMigawkaOpisu* const migawka = (cechy & ckWlasneNazwyPol) == 0 ? &Migawka() : nullptr;
     for (int nr = 0; nr < ilePol_; ++nr) {
         if (FPola[nr] == nullptr)
-            continue;
+            continue; // what is asked and written below may change the fields: each look is a new one
         const std::uint8_t stan = Stany()[nr];
         const unsigned kod = stan >> 4U;
         const bool zwykle = (stan & spObiekt) == 0 && kod != kpWskObiektu;
@@ -233,6 +234,8 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
             UstawPole(nr, nullptr, true);
         TPole& pole = *DajPole(nr);
         pole.WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
+        if (Pole(nr) != &pole) // its own code has taken it away
+            ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nr});
         if (obiekt) {
             parser.CheckTokenSymbol("end");
             parser.NextToken();

@@ -51,10 +51,8 @@ bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty po
         UsunObiektyOprocz(pola, wartosci, rozmLiter);
         return !ListaPusta();
     }
-    const auto splatane = [this](const TObiektBazowy* o) { return o != nullptr && JednoWDrugim(*this, *o); };
     if (dane != nullptr && Klasa()->Ma(ckListaZObiektami) &&
-        (splatane(dane) || (dane->Klasa()->Ma(ckListaWsk) &&
-                            std::any_of(dane->FObiekty, dane->FObiekty + dane->FIleObiektow, splatane)))) {
+        (JednoWDrugim(*this, *dane) || static_cast<TListaZObiektami*>(this)->MaMojeElementy(*dane))) {
         // What is copied dies with this list's elements, or holds them: they go when the copies are made.
         const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
         static_cast<TListaBazowa&>(*kopie).DopiszObiektyOCechach(dane, pola, wartosci, rozmLiter);
@@ -80,7 +78,10 @@ bool TListaBazowa::DopiszDane(const TListaBazowa* dane) {
 // --- moving
 
 void TListaBazowa::SprawdzPrzenoszony(const TListaBazowa& dane, const TObiektBazowy& element) {
+    if (dane.Klasa()->Ma(ckListaZObiektami))
+        SprawdzOddanie(element);
     if (Klasa()->Ma(ckListaZObiektami)) {
+        SprawdzZycie();
         if (dane.Klasa()->Ma(ckListaZObiektami))
             SprawdzCykl(*this, element); // its owner gives it away
         else

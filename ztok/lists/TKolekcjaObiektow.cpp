@@ -7,6 +7,7 @@
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
 #include "ztok/platform/Komunikaty.h"
+#include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/platform/TStrumien.h"
 #include "ztok/util/ZTBledy.h"
 
@@ -46,27 +47,45 @@ std::int32_t TKolekcjaObiektow::WykonajPorownanie(const TPole& inne, TPorownywac
 
 void TKolekcjaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     const TListaBazowa& lista = JakoLista(zrodlo);
+    if (MaMojeElementy(lista)) {
+        const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
+        kopie->KopiujDane(zrodlo);
+        ZerujDane();
+        PrzeniesDane(static_cast<TListaBazowa&>(*kopie));
+        return;
+    }
     if (FIleObiektow > lista.IleObiektow())
         SkrocListe(lista.IleObiektow(), false);
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
         const TObiektBazowy* skad = lista.Obiekty(i);
-        TObiektBazowy* stary = Obiekty(i);
-        if (skad == nullptr || stary == nullptr || stary->Klasa() != skad->Klasa()) {
+        TObiektBazowy* dokad = Obiekty(i);
+        if (skad == nullptr || dokad == nullptr || dokad->Klasa() != skad->Klasa()) {
             TWlasny<TObiektBazowy> nowy;
             if (skad != nullptr)
-                nowy = skad->TworzInstancje(this);
-            if (i == FIleObiektow) {
-                DodajObiekt(nowy.Oddaj(), i);
-            } else {
-                FObiekty[i] = nowy.Oddaj();
-                if (FObiekty[i] != nullptr)
-                    Przejmij(*FObiekty[i]);
-                Zwolnij(stary);
-            }
+                nowy = Tworz([&] { return skad->TworzInstancje(this).Oddaj(); });
+            dokad = nowy.get();
+            WstawNaMiejsce(std::move(nowy), i);
         }
-        if (skad != nullptr)
-            FObiekty[i]->KopiujDane(*skad, &kopier);
+        // What was freed, and every hook of an element, may have changed either list.
+        if (skad != nullptr && lista.Obiekty(i) == skad && Obiekty(i) == dokad)
+            dokad->KopiujDane(*skad, &kopier);
     }
+}
+
+void TKolekcjaObiektow::WstawNaMiejsce(TWlasny<TObiektBazowy> nowy, std::int32_t gdzie) {
+    TObiektBazowy* const stary = Obiekty(gdzie);
+    if (gdzie >= FIleObiektow) {
+        DodajObiekt(nowy.Oddaj(), gdzie);
+        return;
+    }
+    TPierwszyBlad blad;
+    const bool wolne = stary == nullptr || (ZwolnijTrzymany(stary, blad) && NilujPoZwolnieniu(gdzie, stary));
+    if (wolne && Obiekty(gdzie) == nullptr && gdzie < FIleObiektow) {
+        if (nowy)
+            Przejmij(*nowy);
+        FObiekty[gdzie] = nowy.Oddaj();
+    }
+    blad.Rzuc();
 }
 
 void TKolekcjaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
@@ -100,7 +119,7 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
         }
         odczytywacz.ZuzyjPamiec(96);
         MiejsceNaOdczytany(ile);
-        DodajObiekt(static_cast<TObiektBazowy*>(klasa->utworz(this)), MaxInt)
+        DodajObiekt(Tworz([&] { return klasa->utworz(this); }).Oddaj(), MaxInt)
             ->WczytajZeStrumienia(strumien, &odczytywacz);
     }
     UstawPojemnosc(FIleObiektow);
@@ -130,7 +149,7 @@ void TKolekcjaObiektow::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
             parser.ErrorFmt(kmNieznanaKlasa, {NazwaKlasy(), nazwa});
         parser.NextToken();
         odczytywacz.ZuzyjPamiec(96);
-        DodajObiekt(static_cast<TObiektBazowy*>(klasa->utworz(this)), MaxInt)
+        DodajObiekt(Tworz([&] { return klasa->utworz(this); }).Oddaj(), MaxInt)
             ->WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
         parser.CheckTokenSymbol("end");
         parser.NextToken();

@@ -10,7 +10,7 @@ class ZTOK_API TKolekcjaObiektow : public TListaZObiektami {
     ZTOK_KLASA_DEKL(TKolekcjaObiektow)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaZObiektami | ckKolekcja;
 
-    explicit TKolekcjaObiektow(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaZObiektami(wlasciciel) {}
+    explicit TKolekcjaObiektow(TObiektBazowy* wlasciciel = nullptr) : TListaZObiektami(wlasciciel) {}
     ~TKolekcjaObiektow() override;
 
     // Adds a copy of the object's own class; the object stays with the caller.
@@ -23,6 +23,10 @@ class ZTOK_API TKolekcjaObiektow : public TListaZObiektami {
     void WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) override;
     void WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const override;
     void WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) override;
+
+  private:
+    // Frees what stands there and puts the object in its place; behind the end it is added.
+    void WstawNaMiejsce(TWlasny<TObiektBazowy> nowy, std::int32_t gdzie);
 };
 
 } // namespace ztok

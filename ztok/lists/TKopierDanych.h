@@ -41,7 +41,7 @@ class ZTOK_API TKopierDanych : private TPrzejscie {
     void ZerujListyRef();
 
     TTrybKopiowaniaDanych TrybKopiowania = tkdDomyslny;
-    TLicznikZagniezdzenia Zagniezdzenie;
+    TLicznikZagniezdzenia Zagniezdzenie{true};
 
   private:
     void ZgubPole(const TPole& pole) noexcept override;

@@ -152,20 +152,34 @@ void TListaBazowa::SprawdzElement(const TObiektBazowy& /*element*/) {}
 
 // --- removing
 
+std::int32_t TListaBazowa::MiejscePoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) const noexcept {
+    return Obiekty(gdzie) == obiekt ? gdzie : ZnajdzObiekt(obiekt);
+}
+
+bool TListaBazowa::NilujPoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) noexcept {
+    gdzie = MiejscePoZwolnieniu(gdzie, obiekt);
+    if (gdzie >= 0)
+        FObiekty[gdzie] = nullptr;
+    return gdzie >= 0;
+}
+
 TObiektBazowy* TListaBazowa::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
     if (nrObiektu < 0 || nrObiektu >= FIleObiektow)
         return nullptr;
     TObiektBazowy* obiekt = FObiekty[nrObiektu];
-    // The element leaves before it is freed, so that nothing meets it on its way out.
+    if (zwolnij) {
+        Zwolnij(obiekt);
+        nrObiektu = MiejscePoZwolnieniu(nrObiektu, obiekt);
+        if (nrObiektu < 0)
+            return nullptr;
+        obiekt = nullptr;
+    }
     --FIleObiektow;
     std::memmove(static_cast<void*>(FObiekty + nrObiektu), static_cast<const void*>(FObiekty + nrObiektu + 1),
                  static_cast<std::size_t>(FIleObiektow - nrObiektu) * sizeof(TObiektBazowy*));
     if (!zachowajPojemnosc && FPojemnosc >= 33 && FPojemnosc - FIleObiektow > FPojemnosc / 4)
         UstawPojemnosc(FIleObiektow + FIleObiektow / 8);
-    if (!zwolnij)
-        return obiekt;
-    Zwolnij(obiekt);
-    return nullptr;
+    return obiekt;
 }
 
 TObiektBazowy* TListaBazowa::UsunTenObiekt(const TObiektBazowy* obiekt, bool zwolnij) {
@@ -218,13 +232,16 @@ bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter
                     continue;
                 if (Obiekty(i) != element)
                     break;
+                if (zwolnij) {
+                    if (ZwolnijTrzymany(element, blad))
+                        usunieto = NilujPoZwolnieniu(i, element) || usunieto;
+                    break;
+                }
                 FObiekty[i] = nullptr;
                 usunieto = true;
                 // The survivor may be the same object: the list still refers to it then.
                 if (zwolnijRef && ZnajdzObiekt(element) < 0)
                     element->ZwolnijRefOd(this);
-                if (zwolnij)
-                    blad.Wykonaj([element] { Zwolnij(element); });
                 break;
             }
         }

@@ -91,7 +91,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     ZTOK_KLASA_DEKL(TListaBazowa)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista;
 
-    explicit TListaBazowa(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiektBazowy(wlasciciel) {}
+    explicit TListaBazowa(TObiektBazowy* wlasciciel = nullptr) : TObiektBazowy(wlasciciel) {}
     ~TListaBazowa() override;
 
     // As a field of its owner.
@@ -294,6 +294,10 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     enum ERodzajWyboru : std::uint8_t { rwyWszystkie, rwyMajace, rwyNieMajace, rwyBrakujace };
     bool PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                          ERodzajWyboru wybor);
+    // The slot of an element that has just been freed: while it died it may have moved; -1 when it has left. The second
+    // nulls it; whether there was one.
+    [[nodiscard]] std::int32_t MiejscePoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) const noexcept;
+    bool NilujPoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) noexcept;
     void ZwiekszPojemnosc();
     bool WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij);
 

@@ -1,5 +1,7 @@
 #include "ztok/lists/TListaObiektow.h"
 
+#include <algorithm>
+
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -107,7 +109,7 @@ void TListaObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPoj
     }
     UstawPojemnosc(lista.IleObiektow());
     const TKlasa& klasa = KlasaElementu();
-    while (FIleObiektow < lista.IleObiektow())
+    for (std::int32_t brakuje = lista.IleObiektow() - FIleObiektow; brakuje > 0; --brakuje)
         DodajNowy(klasa, MaxInt);
 }
 
@@ -188,6 +190,14 @@ std::int32_t TListaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDa
 
 void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     const TListaBazowa& lista = JakoLista(zrodlo);
+    if (MaMojeElementy(lista)) {
+        // What is copied is this list's own, and would die, or change, on the way.
+        const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
+        kopie->KopiujDane(zrodlo);
+        ZerujDane();
+        PrzeniesDane(static_cast<TListaBazowa&>(*kopie));
+        return;
+    }
     // Each new item is made just before its content, next to which it then stands in memory.
     const bool poKolei = lista.IleObiektow() > FIleObiektow && !Klasa()->Ma(ckWlasneWyrownanie);
     if (poKolei)
@@ -198,22 +208,22 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
     for (std::int32_t i = 0; i < FIleObiektow || (nowe != nullptr && i < lista.IleObiektow()); ++i) {
         if (i == FIleObiektow)
             DodajNowy(*nowe, MaxInt);
-        if (FObiekty[i] != nullptr && lista.Obiekty(i) != nullptr)
-            FObiekty[i]->KopiujDane(*lista.Obiekty(i), &kopier);
+        // Every hook of an element may change either list.
+        if (TObiektBazowy* dokad = Obiekty(i); dokad != nullptr && lista.Obiekty(i) != nullptr)
+            dokad->KopiujDane(*lista.Obiekty(i), &kopier);
     }
 }
 
 void TListaObiektow::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
     // NOLINTNEXTLINE(bugprone-parent-virtual-call): the list itself, not its items
     TObiektBazowy::DajObiektyDoZapisu(zapisywacz);
-    if (FIleObiektow == 0)
-        return;
-    const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
     for (std::int32_t i = 0; i < FIleObiektow; ++i)
-        if (FObiekty[i] != nullptr)
+        if (FObiekty[i] != nullptr) {
+            const TPoziom poziom(zapisywacz.Zagniezdzenie, *this, FObiekty[i]);
             FObiekty[i]->DajObiektyDoZapisu(zapisywacz);
-        else
+        } else {
             zapisywacz.DodajPusty(); // an item is written in its place, and the reader counts it
+        }
 }
 
 void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
@@ -238,7 +248,7 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
         MiejsceNaOdczytany(ile);
         DodajObiekt(nullptr, MaxInt)->WczytajZeStrumienia(strumien, &odczytywacz); // as the class adds items
     }
-    UstawPojemnosc(static_cast<std::int32_t>(ile));
+    UstawPojemnosc(std::max(static_cast<std::int32_t>(ile), FIleObiektow)); // a hook may have added some
 }
 
 void TListaObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {

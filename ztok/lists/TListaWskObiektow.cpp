@@ -150,7 +150,7 @@ void TListaWskObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& /*
     SprawdzKlase(zrodlo, TListaBazowa::KlasaStatyczna());
     const auto& lista = static_cast<const TListaBazowa&>(zrodlo);
     SkrocListe(0, true);
-    UstawPojemnosc(lista.IleObiektow());
+    UstawPojemnosc(std::max(FIleObiektow, lista.IleObiektow()));
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
         FObiekty[i] = lista.Obiekty(i);
     FIleObiektow = lista.IleObiektow();

@@ -10,7 +10,7 @@ class ZTOK_API TListaWskObiektow : public TListaBazowa {
     ZTOK_KLASA_DEKL(TListaWskObiektow)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaWsk;
 
-    explicit TListaWskObiektow(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaBazowa(wlasciciel) {}
+    explicit TListaWskObiektow(TObiektBazowy* wlasciciel = nullptr) : TListaBazowa(wlasciciel) {}
     ~TListaWskObiektow() override;
 
     TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
@@ -52,7 +52,7 @@ class ZTOK_API TListaRefObiektow : public TListaWskObiektow {
     ZTOK_KLASA_DEKL(TListaRefObiektow)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaWsk | ckListaRef;
 
-    explicit TListaRefObiektow(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaWskObiektow(wlasciciel) {}
+    explicit TListaRefObiektow(TObiektBazowy* wlasciciel = nullptr) : TListaWskObiektow(wlasciciel) {}
     ~TListaRefObiektow() override;
 
     TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;

@@ -26,15 +26,9 @@ TObiektBazowy* TListaZObiektami::DodajObiekt(TObiektBazowy* nowyObiekt, std::int
     return TListaBazowa::DodajObiekt(straznik.Oddaj(), gdzie);
 }
 
-void TListaZObiektami::Przejmij(TObiektBazowy& obiekt) {
-    JadroBiezace().UstawRodzica(obiekt, this);
-    Trzymaj(obiekt, true);
-}
+void TListaZObiektami::Przejmij(TObiektBazowy& obiekt) { PoPrzyjeciu(obiekt, *this); }
 
-void TListaZObiektami::Oddaj(TObiektBazowy& obiekt) {
-    JadroBiezace().UstawRodzica(obiekt, nullptr);
-    Trzymaj(obiekt, false);
-}
+void TListaZObiektami::Oddaj(TObiektBazowy& obiekt) { PoOddaniu(obiekt); }
 
 void TListaZObiektami::MiejsceNaOdczytany(std::uint32_t zapowiedziane) {
     constexpr std::uint32_t kPoczatkowe = 512;
@@ -46,8 +40,9 @@ void TListaZObiektami::MiejsceNaOdczytany(std::uint32_t zapowiedziane) {
 TObiektBazowy* TListaZObiektami::DodajNowy(const TKlasa& klasa, std::int32_t gdzie) {
     if (klasa.utworz == nullptr || !klasa.Ma(ckObiektBazowy))
         ZTErrorFmt(Komunikat(kmKlasaAbstrakcyjna), {klasa.nazwa});
+    SprawdzZycie();
     // A fresh object has no parts that this list could be one of.
-    TWlasny<TObiektBazowy> nowy(static_cast<TObiektBazowy*>(klasa.utworz(this)));
+    TWlasny<TObiektBazowy> nowy = Tworz([&] { return klasa.utworz(this); });
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
     Przejmij(*nowy);
@@ -73,19 +68,36 @@ void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std
 }
 
 TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
-    TObiektBazowy* obiekt = TListaBazowa::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
-    if (obiekt != nullptr)
+    TObiektBazowy* obiekt = Obiekty(nrObiektu);
+    if (obiekt == nullptr)
+        return TListaBazowa::UsunObiekt(nrObiektu, false, zachowajPojemnosc);
+    SprawdzOddanie(*obiekt);
+    TPierwszyBlad blad;
+    if (zwolnij) {
+        if (ZwolnijTrzymany(obiekt, blad))
+            TListaBazowa::UsunObiekt(MiejscePoZwolnieniu(nrObiektu, obiekt), false, zachowajPojemnosc);
+        obiekt = nullptr;
+    } else {
+        TListaBazowa::UsunObiekt(nrObiektu, false, zachowajPojemnosc);
         Oddaj(*obiekt);
+    }
+    blad.Rzuc();
     return obiekt;
 }
 
 void TListaZObiektami::ZwolnijObiekty(std::int32_t od) {
     TPierwszyBlad blad;
-    if (od < 0)
-        od = 0;
-    while (FIleObiektow > od) {
-        TObiektBazowy* element = FObiekty[--FIleObiektow];
-        blad.Wykonaj([element] { Zwolnij(element); });
+    od = std::max(od, 0);
+    // What an element's end adds goes too; but there is an end to it.
+    for (std::int64_t zostalo = 4 * std::int64_t{FIleObiektow} + 1000; FIleObiektow > od && zostalo > 0; --zostalo) {
+        const std::int32_t ostatni = FIleObiektow - 1;
+        TObiektBazowy* element = FObiekty[ostatni];
+        if (element != nullptr && !ZwolnijTrzymany(element, blad))
+            break; // it is dying, and its end has come here
+        if (const std::int32_t gdzie = MiejscePoZwolnieniu(ostatni, element); gdzie == FIleObiektow - 1)
+            --FIleObiektow;
+        else
+            TListaBazowa::UsunObiekt(gdzie, false, true);
     }
     blad.Rzuc();
 }
@@ -93,14 +105,15 @@ void TListaZObiektami::ZwolnijObiekty(std::int32_t od) {
 void TListaZObiektami::ZerujDane() {
     TPierwszyBlad blad;
     blad.Wykonaj([this] { ZwolnijObiekty(0); });
-    TListaBazowa::ZerujDane();
+    if (ListaPusta())
+        TListaBazowa::ZerujDane();
     blad.Rzuc();
 }
 
 void TListaZObiektami::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
     TPierwszyBlad blad;
     blad.Wykonaj([&] { ZwolnijObiekty(nowyRozm); });
-    TListaBazowa::SkrocListe(nowyRozm, zachowajPojemnosc);
+    TListaBazowa::SkrocListe(std::max(nowyRozm, FIleObiektow), zachowajPojemnosc);
     blad.Rzuc();
 }
 
@@ -111,11 +124,9 @@ template <class F> bool TListaZObiektami::ZwolnijWgWarunku(F warunek, bool zacho
         // An element that dies may tell somebody who edits the list: every look at it asks anew.
         for (std::int32_t i = FIleObiektow - 1; i >= 0; --i) {
             TObiektBazowy* element = Obiekty(i);
-            if (element == nullptr || !warunek(*element) || Obiekty(i) != element)
+            if (element == nullptr || !warunek(*element) || Obiekty(i) != element || !ZwolnijTrzymany(element, blad))
                 continue;
-            FObiekty[i] = nullptr;
-            usunieto = true;
-            blad.Wykonaj([element] { Zwolnij(element); });
+            usunieto = NilujPoZwolnieniu(i, element) || usunieto;
         }
     } catch (...) {
         UsunObiektyNil(zachowajPojemnosc); // the elements freed so far leave no holes
@@ -161,12 +172,20 @@ bool TListaZObiektami::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) {
 
 void TListaZObiektami::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
     TListaBazowa::DajObiektyDoZapisu(zapisywacz);
-    if (FIleObiektow == 0)
-        return;
-    const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
     for (std::int32_t i = 0; i < FIleObiektow; ++i)
-        if (FObiekty[i] != nullptr)
+        if (FObiekty[i] != nullptr) {
+            const TPoziom poziom(zapisywacz.Zagniezdzenie, *this, FObiekty[i]);
             FObiekty[i]->DajObiektyDoZapisu(zapisywacz);
+        }
+}
+
+bool TListaZObiektami::MaMojeElementy(const TListaBazowa& lista) const noexcept {
+    if (!lista.Klasa()->Ma(ckListaWsk))
+        return false;
+    for (const TObiektBazowy* element : lista)
+        if (element != nullptr && JednoWDrugim(*this, *element))
+            return true;
+    return false;
 }
 
 std::int32_t TListaZObiektami::PorownajLiczby(const TListaBazowa& inna) const noexcept {

@@ -9,7 +9,7 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     ZTOK_KLASA_DEKL(TListaZObiektami)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaZObiektami;
 
-    explicit TListaZObiektami(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaBazowa(wlasciciel) {}
+    explicit TListaZObiektami(TObiektBazowy* wlasciciel = nullptr) : TListaBazowa(wlasciciel) {}
     ~TListaZObiektami() override;
 
     void ZerujDane() override;
@@ -42,6 +42,15 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     }
 
   protected:
+    friend class TListaBazowa;
+    // The object that `utworz` makes with this list as its owner.
+    template <class F> [[nodiscard]] TWlasny<TObiektBazowy> Tworz(const F& utworz) {
+        const TTworzenieCzesci tworzenie(*this);
+        return TWlasny<TObiektBazowy>(static_cast<TObiektBazowy*>(utworz()));
+    }
+    // Whether the list is one of pointers, some of them at elements of this list or their parts: what a copy of it, or a
+    // clearing of this list, would take from under it.
+    [[nodiscard]] bool MaMojeElementy(const TListaBazowa& lista) const noexcept;
     // Frees the elements that the condition picks, from the last to the first; true when any was.
     template <class F> bool ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc);
     // Compares the counts: 0 when they are equal, else the sign of this count minus the other.

@@ -42,7 +42,7 @@ class ZTOK_API TPorownywaczDanych {
     bool RefJakoSciezki;
     TRozmiarLiter RozmLiter;
     std::uint32_t LocaleID;
-    TLicznikZagniezdzenia Zagniezdzenie;
+    TLicznikZagniezdzenia Zagniezdzenie{true};
 
   private:
     TIndeksWskaznikow FCo;

@@ -99,8 +99,8 @@ void TOdczytywaczDanych::KorygujReferencje() {
             std::int32_t ile = 0;
             for (std::size_t i = 0; i < wpis.ile; ++i)
                 ile += ObiektONumerze(Numery[wpis.od + i]) != nullptr ? 1 : 0;
-            lista.UstawPojemnosc(ile);
-            for (std::size_t i = 0; i < wpis.ile; ++i)
+            lista.UstawPojemnosc(lista.IleObiektow() + ile); // a hook may have put some there
+            for (std::size_t i = 0; i < wpis.ile && wpis.pole != nullptr; ++i)
                 if (TObiektBazowy* obiekt = ObiektONumerze(Numery[wpis.od + i]); obiekt != nullptr)
                     lista.DodajObiekt(obiekt, MaxInt);
         } else if (wpis.ile != 0) {

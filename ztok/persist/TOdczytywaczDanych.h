@@ -82,7 +82,7 @@ class ZTOK_API TOdczytywaczDanych : private TPrzejscie {
 
     bool FOdczytANSI;
     bool BladNieznanejKlasy = false; // an unknown class name in a collection is an error; else the entry is passed over
-    TLicznikZagniezdzenia Zagniezdzenie;
+    TLicznikZagniezdzenia Zagniezdzenie{true};
 
   protected:
     [[noreturn]] static void BladLimitu(std::u16string_view limit, std::int64_t wartosc);

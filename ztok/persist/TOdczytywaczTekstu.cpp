@@ -32,6 +32,7 @@ TOdczytywaczTekstu::~TOdczytywaczTekstu() = default;
 
 void TOdczytywaczTekstu::WczytajDokument(TObiektBazowy& korzen, std::u16string_view naglowek) {
     const TBlokadaObiektu blokada(korzen);
+    const TUzycie uzycie(korzen);
     WczytajNaglowek(korzen, naglowek);
     korzen.ZerujDane();
     try {

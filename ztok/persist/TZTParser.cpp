@@ -159,7 +159,7 @@ bool TZTParser::ReadBuffer(bool koniecDozwolony) {
             tekstDo_ = bufor_ + przedKoncemTekstu;
         }
 
-        const std::int64_t ile = strumien_.Read(koniec_, static_cast<std::int64_t>(rozmiar_ - zachowane - 1));
+        const std::int64_t ile = strumien_.CzytajNajwyzej(koniec_, static_cast<std::int64_t>(rozmiar_ - zachowane - 1));
         if (ile > 0) {
             koniec_ += ile;
             *koniec_ = '\0';

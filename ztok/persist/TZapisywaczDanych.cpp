@@ -66,10 +66,8 @@ void TZapisywaczDanych::DodajPusty() {
 }
 
 void TZapisywaczDanych::ZbierzObiekty() {
-    // The levels of the write in progress are not levels of the collection.
-    const TLicznikZagniezdzenia wToku = std::exchange(Zagniezdzenie, TLicznikZagniezdzenia{Zagniezdzenie.granica});
+    const TNoweDno dno(Zagniezdzenie);
     std::exchange(nieZebrany_, nullptr)->DajObiektyDoZapisu(*this);
-    Zagniezdzenie = wToku;
 }
 
 void TZapisywaczDanych::SortujListe() {

@@ -63,7 +63,7 @@ class ZTOK_API TZapisywaczDanych {
     std::int16_t OpcjeZapisu = 0;
     TFunCzyZapisac CzyZapisacPole;
     bool DaneDlaD2007 = false; // Unicode elements of tagged-value arrays as 8-bit text
-    TLicznikZagniezdzenia Zagniezdzenie;
+    TLicznikZagniezdzenia Zagniezdzenie{true};
 
   private:
     void ZbierzObiekty();

@@ -71,6 +71,7 @@ TZapisywaczTekstu::~TZapisywaczTekstu() = default;
 
 void TZapisywaczTekstu::ZapiszDokument(const TObiektBazowy& korzen, std::u16string_view naglowek) {
     const TBlokadaObiektu blokada(korzen);
+    const TUzycie uzycie(korzen);
     PrzygotujKorzen(korzen);
     if (naglowek.empty()) {
         ZapiszTxt("object ");

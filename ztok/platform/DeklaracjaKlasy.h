@@ -5,16 +5,38 @@
 // (kernel/DeklaracjaObiektu.h), which need no source.
 #pragma once
 
+#include <atomic>
+#include <cstring>
 #include <type_traits>
 
 #include "ztok/platform/TObiektOgolny.h"
 
 namespace ztok {
 
+namespace szczegoly {
+
+// Whether this module has made an object of exactly class T.
+template <class T> ZTOK_LOKALNE inline constinit std::atomic<bool> utworzono{false};
+
+// The first object of the class: the library meets the class, and learns what its objects begin with.
+template <class T, class... A> T* UtworzPierwszy(A&&... argumenty) {
+    PoznajKlase(T::KlasaStatyczna());
+    T* obiekt = TPrzydzial::Nowy<T>(std::forward<A>(argumenty)...);
+    const void* wzorzec = nullptr;
+    std::memcpy(&wzorzec, static_cast<const void*>(obiekt), sizeof wzorzec);
+    T::KlasaStatyczna()->stan->wzorzec.store(wzorzec, std::memory_order_relaxed);
+    utworzono<T>.store(true, std::memory_order_relaxed);
+    return obiekt;
+}
+
+} // namespace szczegoly
+
 // Makes an object of exactly class T. Objects of the model are told which hooks their class replaces, and make their
 // lock. The caller owns the object. Prefer Utworz.
 template <class T, class... A> T* UtworzSurowy(A&&... argumenty) {
-    T* obiekt = TPrzydzial::Nowy<T>(std::forward<A>(argumenty)...);
+    T* obiekt = szczegoly::utworzono<T>.load(std::memory_order_relaxed)
+                    ? TPrzydzial::Nowy<T>(std::forward<A>(argumenty)...)
+                    : szczegoly::UtworzPierwszy<T>(std::forward<A>(argumenty)...);
     if constexpr ((T::CechyKlasy & ckObiektBazowy) != 0) {
         TWlasny<T> straznik(obiekt);
         TPrzydzial::PoUtworzeniu(*obiekt, T::CechyKlasy | TObiektOgolny::CechyWlasne<T>());
@@ -93,6 +115,7 @@ template <class T> constexpr auto KlasaElementow() noexcept {
         ::ztok::szczegoly::KlasaElementow<T>(),                                                                        \
         &::ztok::ModulBiezacy,                                                                                         \
         &stan,                                                                                                         \
+        sizeof(T),                                                                                                     \
     };                                                                                                                 \
     return &klasa
 

@@ -15,6 +15,8 @@ void Powiadom(std::u16string_view tresc) noexcept {
     (funkcja != nullptr ? funkcja : &PowiadomSystemowo)(tresc, {naglowek, ile});
 }
 
+bool PowiadomieniePodmienione() noexcept { return Funkcja.load(std::memory_order_acquire) != nullptr; }
+
 TFunPowiadomienia UstawPowiadomienie(TFunPowiadomienia funkcja) noexcept {
     return Funkcja.exchange(funkcja, std::memory_order_acq_rel);
 }

@@ -14,6 +14,9 @@ using TFunPowiadomienia = void (*)(std::u16string_view tresc, std::u16string_vie
 // elsewhere a line on standard error. Never throws. Safe to call from any thread.
 ZTOK_API void Powiadom(std::u16string_view tresc) noexcept;
 
+// Whether a function of the host's own hears notices.
+[[nodiscard]] bool PowiadomieniePodmienione() noexcept;
+
 // Notices go to the given function from now on; null is the system's way again. Returns the former one.
 ZTOK_API TFunPowiadomienia UstawPowiadomienie(TFunPowiadomienia funkcja) noexcept;
 

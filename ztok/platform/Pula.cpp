@@ -69,21 +69,21 @@ void* ZMalloc(std::size_t rozmiar) {
 
 // --- the common store; each of these under the lock ---
 
-void UstawIleWPaczce(TWolny* paczka, std::uint32_t ile) noexcept {
+void UstawIleWPaczce(std::size_t nr, TWolny* paczka, std::uint32_t ile) noexcept {
     if (TWolny* drugi = paczka->Nastepny(); drugi != nullptr)
-        drugi->UstawPaczke(reinterpret_cast<TWolny*>(std::uintptr_t{ile}));
+        drugi->UstawPaczke(nr, reinterpret_cast<TWolny*>(std::uintptr_t{ile}));
 }
 
-std::uint32_t IleWPaczce(const TWolny* paczka) noexcept {
-    const TWolny* drugi = paczka->Nastepny();
-    return drugi == nullptr ? 1U : static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(drugi->Paczka()));
+std::uint32_t IleWPaczce(std::size_t nr, const TWolny* paczka) noexcept {
+    TWolny* const drugi = paczka->Nastepny();
+    return drugi == nullptr ? 1U : static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(drugi->Paczka(nr)));
 }
 
 void OdlozPaczke(std::size_t nr, TWolny* paczka, std::uint32_t ile) noexcept {
     if (paczka == nullptr)
         return;
-    UstawIleWPaczce(paczka, ile);
-    paczka->UstawPaczke(paczki[nr]);
+    UstawIleWPaczce(nr, paczka, ile);
+    paczka->UstawPaczke(nr, paczki[nr]);
     paczki[nr] = paczka;
 }
 
@@ -141,8 +141,8 @@ TPulaWatku* NowaPulaWatku() noexcept {
 // Gives the thread a magazine or a slab with room; false when there is no memory.
 bool Uzupelnij(std::size_t nr, TRozmiar& r) noexcept {
     if (TWolny* paczka = paczki[nr]; paczka != nullptr) {
-        paczki[nr] = paczka->Paczka();
-        r.ile.store(IleWPaczce(paczka), std::memory_order_relaxed);
+        paczki[nr] = paczka->Paczka(nr);
+        r.ile.store(IleWPaczce(nr, paczka), std::memory_order_relaxed);
         r.wolne = paczka;
         return true;
     }
@@ -180,17 +180,17 @@ void PrzesiejPaczki(std::size_t nr) noexcept {
         if (pierwszy == nullptr)
             return;
         ostatni->UstawNastepny(nullptr);
-        UstawIleWPaczce(pierwszy, ile);
-        pierwszy->UstawPaczke(nullptr);
+        UstawIleWPaczce(nr, pierwszy, ile);
+        pierwszy->UstawPaczke(nr, nullptr);
         if (poprzednia == nullptr)
             paczki[nr] = pierwszy;
         else
-            poprzednia->UstawPaczke(pierwszy);
+            poprzednia->UstawPaczke(nr, pierwszy);
         poprzednia = std::exchange(pierwszy, nullptr);
         ile = 0;
     };
     while (paczka != nullptr) {
-        TWolny* const nastepnaPaczka = paczka->Paczka();
+        TWolny* const nastepnaPaczka = paczka->Paczka(nr);
         for (TWolny *blok = paczka, *nastepny = nullptr; blok != nullptr; blok = nastepny) {
             nastepny = blok->Nastepny();
             if (PlytaBloku(blok)->oddawana)
@@ -211,8 +211,8 @@ void PrzesiejPaczki(std::size_t nr) noexcept {
 void OddajWolnePlyty() noexcept {
     for (TPlyta* plyta = plyty; plyta != nullptr; plyta = plyta->nastepna)
         plyta->wolne = 0;
-    for (TWolny* paczka : paczki)
-        for (; paczka != nullptr; paczka = paczka->Paczka())
+    for (std::size_t nr = 0; nr < IleRozmiarow; ++nr)
+        for (TWolny* paczka = paczki[nr]; paczka != nullptr; paczka = paczka->Paczka(nr))
             for (TWolny* blok = paczka; blok != nullptr; blok = blok->Nastepny())
                 ++PlytaBloku(blok)->wolne;
     bool oddawane[IleRozmiarow] = {};
@@ -386,9 +386,9 @@ std::int64_t PulaZajete() noexcept {
     std::int64_t zajete = pozaPula.load(std::memory_order_relaxed);
     for (TPlyta* plyta = plyty; plyta != nullptr; plyta = plyta->nastepna)
         zajete += plyta->Wydane(plyta->gora);
-    for (const TWolny* paczka : paczki)
-        for (; paczka != nullptr; paczka = paczka->Paczka())
-            zajete -= IleWPaczce(paczka);
+    for (std::size_t nr = 0; nr < IleRozmiarow; ++nr)
+        for (TWolny* paczka = paczki[nr]; paczka != nullptr; paczka = paczka->Paczka(nr))
+            zajete -= IleWPaczce(nr, paczka);
     for (const TPulaWatku* watek = watki; watek != nullptr; watek = watek->nastepna) {
         for (const TRozmiar& r : watek->rozmiary) {
             if (r.plyta != nullptr)
@@ -399,6 +399,22 @@ std::int64_t PulaZajete() noexcept {
         }
     }
     return zajete;
+}
+
+ZTOK_BEZ_ASAN void DlaBlokowPuli(void (*dzialanie)(void* kontekst, const void* pierwszeSlowo) noexcept,
+                                 void* kontekst) noexcept {
+    using namespace pula;
+    const TBlokadaPuli blokada;
+    for (TPlyta* plyta = plyty; plyta != nullptr; plyta = plyta->nastepna) {
+        if (plyta->bajtyBloku == Ziarno)
+            continue;
+        const std::uint8_t* doGory = plyta->gora;
+        for (const TPulaWatku* watek = watki; watek != nullptr && plyta->krojona; watek = watek->nastepna)
+            if (const TRozmiar& r = watek->rozmiary[plyta->bajtyBloku / Ziarno - 1]; r.plyta == plyta)
+                doGory = r.gora.load(std::memory_order_relaxed);
+        for (const std::uint8_t* blok = plyta->Poczatek(); blok < doGory; blok += plyta->bajtyBloku)
+            dzialanie(kontekst, *reinterpret_cast<const void* const*>(blok));
+    }
 }
 
 void ZamknijPule() noexcept {

@@ -23,6 +23,10 @@ ZTOK_API void OddajPamiecPuli() noexcept;
 // Blocks in use, of every size: exact while no other thread allocates or frees.
 [[nodiscard]] ZTOK_API std::int64_t PulaZajete() noexcept;
 
+// Calls `dzialanie` with the first word of every block of more than 16 bytes that was ever given out, in use or not.
+// Other threads may go on allocating: what they do meanwhile may be seen or not.
+void DlaBlokowPuli(void (*dzialanie)(void* kontekst, const void* pierwszeSlowo) noexcept, void* kontekst) noexcept;
+
 // End of the library: frees the threads' lists and the thread slot, and all memory that holds no block in use. No other
 // thread may be in the library any more. The pool starts anew if it is used again.
 void ZamknijPule() noexcept;

@@ -31,19 +31,26 @@ inline constexpr std::size_t IleRozmiarow = NajwiekszyBlokPuli / Ziarno;
 // Blocks are cut from slabs of this size, aligned to it: a block's address tells its slab.
 inline constexpr std::size_t RozmiarPlyty = 0x10000;
 
-// A free block.
+// A free block. Its first word stays as whoever freed it left it: what an object leaves there tells that it is dead.
 class TWolny {
   public:
     [[nodiscard]] ZTOK_BEZ_ASAN TWolny* Nastepny() const noexcept { return nastepny_; }
     ZTOK_BEZ_ASAN void UstawNastepny(TWolny* nastepny) noexcept { nastepny_ = nastepny; }
     // In the first block of a magazine in the common store: the next magazine. In its second block: the number of
-    // blocks (a magazine of one block has no second).
-    [[nodiscard]] ZTOK_BEZ_ASAN TWolny* Paczka() const noexcept { return paczka_; }
-    ZTOK_BEZ_ASAN void UstawPaczke(TWolny* paczka) noexcept { paczka_ = paczka; }
+    // blocks (a magazine of one block has no second). The third word, which only the smallest blocks do not have.
+    [[nodiscard]] ZTOK_BEZ_ASAN TWolny* Paczka(std::size_t nrRozmiaru) noexcept { return *MiejscePaczki(nrRozmiaru); }
+    ZTOK_BEZ_ASAN void UstawPaczke(std::size_t nrRozmiaru, TWolny* paczka) noexcept {
+        *MiejscePaczki(nrRozmiaru) = paczka;
+    }
 
   private:
+    [[nodiscard]] TWolny** MiejscePaczki(std::size_t nrRozmiaru) noexcept {
+        const bool miesciSie = (nrRozmiaru + 1) * Ziarno >= sizeof(TWolny) + sizeof(TWolny*);
+        return miesciSie ? reinterpret_cast<TWolny**>(this + 1) : &pierwsze_;
+    }
+
+    TWolny* pierwsze_;
     TWolny* nastepny_;
-    TWolny* paczka_;
 };
 static_assert(sizeof(TWolny) <= Ziarno);
 

@@ -92,6 +92,8 @@ ZTOK_LOKALNE inline TModul& ModulBiezacy() noexcept {
 struct TStanKlasy {
     std::atomic<std::uint32_t> numer{0};                // class number, 0 until the library meets the class
     std::atomic<const TMigawkaOpisu*> migawka{nullptr}; // descriptor found last, with the kernel it belongs to
+    std::atomic<const void*> wzorzec{nullptr};          // first word of every object of exactly the class, once one was
+                                                        // made
 };
 
 // One interface that a class implements: its identifier and the cast from the object to the interface.
@@ -99,6 +101,9 @@ struct TWierszInterfejsu {
     const TGUID* iid;
     void* (*rzutuj)(TObiektOgolny* obiekt) noexcept;
 };
+
+// Meets a class before its first object is made. ZTException when another class of the name is in use.
+ZTOK_API void PoznajKlase(const TKlasa* klasa);
 
 // Constant data of one class. Parent, item class and field classes are functions: the address of an object that
 // another module exports is no constant on Windows. Two modules can hold the same class, so classes are the same
@@ -115,6 +120,7 @@ struct TKlasa {
     const TKlasa* (*typObiektow)(); // item class of a list of one item class; null elsewhere
     TModul& (*modul)() noexcept;    // the module that declares the class
     TStanKlasy* stan;
+    std::uint32_t rozmiar; // of an object, in bytes
 
     [[nodiscard]] const TKlasa* Przodek() const noexcept { return przodek == nullptr ? nullptr : przodek(); }
     [[nodiscard]] bool Ma(std::uint32_t cecha) const noexcept { return (cechy & cecha) != 0; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -13,6 +14,10 @@ namespace ztok {
 class TListaBazowa;
 class TListaObiektow;
 class TObiekt;
+class TPierwszyBlad;
+
+// Who frees an object: the list or field that holds it, or anybody else.
+enum class EZwalniajacy : std::uint8_t { Wlasciciel, Inny };
 
 // The class reference of a type, as a function whose address is a constant in every module.
 template <class T> const TKlasa* KlasaTypu() noexcept { return T::KlasaStatyczna(); }
@@ -50,6 +55,10 @@ class ZTOK_API TObiektOgolny {
     virtual void WykonajDestrukcje();
     // The owner dies before this object does: forgets it.
     virtual void Odlacz() noexcept;
+    // Whether the object may be freed, by its owner or by anybody else; an error says why not.
+    [[nodiscard]] virtual bool MoznaZwolnic(EZwalniajacy kto, TPierwszyBlad& blad) const noexcept;
+    // The end of life, once; false for an object that may not be freed, which goes on living.
+    [[nodiscard]] virtual bool Zakoncz(EZwalniajacy kto, TPierwszyBlad& blad) noexcept;
 
   private:
     friend struct TPrzydzial;
@@ -64,7 +73,12 @@ struct TPrzydzial {
         obiekt->T::~T();
         T::operator delete(obiekt, sizeof(T));
     }
-    static void Zakoncz(TObiektOgolny& obiekt) { obiekt.WykonajDestrukcje(); }
+    static bool MoznaZwolnic(const TObiektOgolny& obiekt, EZwalniajacy kto, TPierwszyBlad& blad) noexcept {
+        return obiekt.MoznaZwolnic(kto, blad);
+    }
+    static bool Zakoncz(TObiektOgolny& obiekt, EZwalniajacy kto, TPierwszyBlad& blad) noexcept {
+        return obiekt.Zakoncz(kto, blad);
+    }
     static void Odlacz(TObiektOgolny& obiekt) noexcept { obiekt.Odlacz(); }
     template <class T> static void PoUtworzeniu(T& obiekt, std::uint32_t cechy) { obiekt.PoUtworzeniu(cechy); }
 };
@@ -120,7 +134,14 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
 
 // Ends the life of an object made by Utworz: its steps run, its memory is freed, and only then the first error that a
 // step raised is raised. Null is nothing. Deep trees are freed without deep recursion.
+//
+// An error, and nothing happens, for an object of the model on the stack or in another object, for one that a list or
+// field holds (who wants it freed empties the place), and for one that is dying already. One that is freed for the
+// second time is told too, as long as its memory, of at most NajwiekszyBlokPuli bytes, has not become another object's.
 ZTOK_API void Zwolnij(TObiektOgolny* obiekt);
+// The same for the list or field that holds the object, which leaves its owner only when it is dead: whether it is. The
+// error, if any, is kept.
+bool ZwolnijTrzymany(TObiektOgolny* obiekt, TPierwszyBlad& blad) noexcept;
 // The same for unwinding and smart pointers: an error goes to the user notice instead of the caller.
 ZTOK_API void ZwolnijCicho(TObiektOgolny* obiekt) noexcept;
 

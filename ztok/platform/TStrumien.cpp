@@ -44,13 +44,20 @@ void TStrumien::ZglosZlyRozmiar(std::int64_t rozmiar) const {
     throw EBladZapisu(Formatuj(Komunikat(kmZlyRozmiar), {rozmiar, Klasa()}));
 }
 
+std::int64_t TStrumien::CzytajNajwyzej(void* bufor, std::int64_t ile) {
+    const std::int64_t czesc = Read(bufor, ile);
+    if (czesc > ile)
+        throw EBladOdczytu(Formatuj(Komunikat(kmBladOdczytu), {Klasa(), czesc, ile}));
+    return czesc < 0 ? 0 : czesc;
+}
+
 // Read may give fewer bytes than there are, one at a time even: it is asked until the buffer is full.
 void TStrumien::CzytajCalosc(void* bufor, std::size_t ile) {
     auto* cel = static_cast<std::uint8_t*>(bufor);
     std::size_t przeczytano = 0;
     while (przeczytano < ile) {
         const auto brakuje = static_cast<std::int64_t>(ile - przeczytano);
-        const std::int64_t czesc = brakuje > 0 ? Read(cel + przeczytano, brakuje) : 0;
+        const std::int64_t czesc = brakuje > 0 ? CzytajNajwyzej(cel + przeczytano, brakuje) : 0;
         if (czesc <= 0)
             throw EBladOdczytu(Formatuj(Komunikat(kmBladOdczytu), {Klasa(), przeczytano, ile}));
         przeczytano += static_cast<std::size_t>(czesc);
@@ -76,7 +83,7 @@ void TStrumien::PominPozaOknem(std::int64_t ile) {
     if (ile >= 0 && pozostalo < 0) {
         std::uint8_t bufor[1024];
         while (pominieto < ile) {
-            const std::int64_t czesc = Read(bufor, std::min<std::int64_t>(ile - pominieto, sizeof bufor));
+            const std::int64_t czesc = CzytajNajwyzej(bufor, std::min<std::int64_t>(ile - pominieto, sizeof bufor));
             if (czesc <= 0)
                 break;
             pominieto += czesc;

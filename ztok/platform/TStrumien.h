@@ -39,6 +39,8 @@ class ZTOK_API TStrumien : public TObiektOgolny {
     // Bytes left to read, or -1 when the stream cannot tell.
     [[nodiscard]] virtual std::int64_t Pozostalo();
 
+    // Read, of a stream of anybody's: EBladOdczytu for an answer above `ile`, 0 at the end.
+    std::int64_t CzytajNajwyzej(void* bufor, std::int64_t ile);
     // Reads exactly `ile` bytes; raises EBladOdczytu when the stream ends before.
     void ReadBuffer(void* bufor, std::size_t ile) {
         const auto zadane = static_cast<std::ptrdiff_t>(ile);

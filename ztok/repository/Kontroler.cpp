@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -39,7 +41,26 @@ struct TStanKontroli {
     TSekcjaKrytyczna sekcja;
     std::vector<TKontroler*> kontrolery;
     TRozgloszenie* rozgloszenia = nullptr;
-    std::atomic<std::uint32_t> zakonczoneWywolania{0}; // changes whenever a call is over
+    // How many calls are over, under a lock of their own: an atomic's wait has lost wake-ups on 32-bit Windows.
+    std::mutex muteks;
+    std::condition_variable koniecWywolania;
+    std::uint64_t zakonczone = 0;
+
+    [[nodiscard]] std::uint64_t Zakonczone() {
+        const std::lock_guard blokada(muteks);
+        return zakonczone;
+    }
+    void Zakonczono() {
+        {
+            const std::lock_guard blokada(muteks);
+            ++zakonczone;
+        }
+        koniecWywolania.notify_all();
+    }
+    void CzekajNaKolejne(std::uint64_t znane) {
+        std::unique_lock blokada(muteks);
+        koniecWywolania.wait(blokada, [&] { return zakonczone != znane; });
+    }
 };
 
 constinit std::atomic<TStanKontroli*> stanKontroli{nullptr};
@@ -57,7 +78,7 @@ void ZapomnijKontrolowany(TObiektOgolny& obiekt) noexcept {
         return;
     for (bool pierwszyRaz = true;; pierwszyRaz = false) {
         // Taken before the look, so that a call that ends right after it is not waited for.
-        const std::uint32_t zakonczone = stan->zakonczoneWywolania.load(std::memory_order_acquire);
+        const std::uint64_t zakonczone = stan->Zakonczone();
         bool trwa = false;
         {
             const TBlokada blokada(stan->sekcja);
@@ -73,7 +94,7 @@ void ZapomnijKontrolowany(TObiektOgolny& obiekt) noexcept {
         }
         if (!trwa)
             return;
-        stan->zakonczoneWywolania.wait(zakonczone, std::memory_order_acquire);
+        stan->CzekajNaKolejne(zakonczone);
     }
 }
 
@@ -192,8 +213,7 @@ void TKontroler::Operacja(std::u16string_view p_Identyfikator) {
             const TBlokada blokada(stan.sekcja);
             rozgloszenie.wolany = nullptr;
         }
-        stan.zakonczoneWywolania.fetch_add(1, std::memory_order_release);
-        stan.zakonczoneWywolania.notify_all();
+        stan.Zakonczono();
     }
     {
         const TBlokada blokada(stan.sekcja);

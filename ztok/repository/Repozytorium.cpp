@@ -70,38 +70,52 @@ class TPrzytrzymane {
 // --- TUchwyt
 
 TUchwyt::TUchwyt(TUchwyt&& inny) noexcept
-    : obiekt_(std::exchange(inny.obiekt_, nullptr)), wlasny_(std::exchange(inny.wlasny_, false)),
-      interfejs_(std::move(inny.interfejs_)) {}
+    : obiekt_(std::exchange(inny.obiekt_, nullptr)), odwolanie_(std::move(inny.odwolanie_)),
+      wlasny_(std::exchange(inny.wlasny_, false)), interfejs_(std::move(inny.interfejs_)) {}
 
 TUchwyt& TUchwyt::operator=(TUchwyt&& inny) noexcept {
     if (this != &inny) {
         Zeruj();
         obiekt_ = std::exchange(inny.obiekt_, nullptr);
+        odwolanie_ = std::move(inny.odwolanie_);
         wlasny_ = std::exchange(inny.wlasny_, false);
         interfejs_ = std::move(inny.interfejs_);
     }
     return *this;
 }
 
+TObiektOgolny* TUchwyt::Trzymany() const noexcept {
+    return odwolanie_ ? static_cast<TObiektOgolny*>(odwolanie_->Obiekt()) : obiekt_;
+}
+
 void TUchwyt::Zeruj() noexcept {
     interfejs_ = nullptr;
-    TObiektOgolny* obiekt = std::exchange(obiekt_, nullptr);
-    if (!std::exchange(wlasny_, false))
+    TObiektOgolny* obiekt = Trzymany();
+    obiekt_ = nullptr;
+    odwolanie_.Ustaw();
+    if (!std::exchange(wlasny_, false) || obiekt == nullptr)
         return;
     if (Liczony(*obiekt))
         Policz(*obiekt, false);
-    else
+    else if (!MaWlasciciela(*obiekt))
         ZwolnijCicho(obiekt);
 }
 
-void TUchwyt::UstawObiekt(TObiektOgolny* obiekt) noexcept {
-    if (obiekt != nullptr && obiekt == obiekt_)
+void TUchwyt::UstawObiekt(TObiektOgolny* obiekt) {
+    if (obiekt != nullptr && obiekt == Trzymany())
         return;
     Zeruj();
-    obiekt_ = obiekt;
     if (obiekt == nullptr)
         return;
     const bool liczony = Liczony(*obiekt);
+    if (!liczony && obiekt->Klasa()->Ma(ckObiektBazowy)) {
+        auto& modelu = static_cast<TObiektBazowy&>(*obiekt);
+        TWlasny<TObiektBazowy> straznik(MaWlasciciela(modelu) ? nullptr : &modelu);
+        odwolanie_ = Utworz<TPoleRefObiektu>();
+        odwolanie_->UstawObiekt(&modelu);
+        static_cast<void>(straznik.Oddaj());
+    }
+    obiekt_ = obiekt;
     if (liczony)
         Policz(*obiekt, true);
     wlasny_ = liczony || !MaWlasciciela(*obiekt);
@@ -113,20 +127,24 @@ void TUchwyt::UstawInterfejs(TIntf<IInterfejs> interfejs) noexcept {
 }
 
 TObiektOgolny* TUchwyt::Obiekt() const noexcept {
-    return obiekt_ != nullptr ? obiekt_ : ObiektZaInterfejsem(interfejs_.get());
+    TObiektOgolny* obiekt = Trzymany();
+    return obiekt != nullptr ? obiekt : ObiektZaInterfejsem(interfejs_.get());
 }
 
 TWlasny<TObiektOgolny> TUchwyt::OddajObiekt() noexcept {
-    if (!wlasny_ || Liczony(*obiekt_))
+    TObiektOgolny* obiekt = Trzymany();
+    if (!wlasny_ || obiekt == nullptr || Liczony(*obiekt) || MaWlasciciela(*obiekt))
         return nullptr;
     wlasny_ = false;
-    return TWlasny<TObiektOgolny>(std::exchange(obiekt_, nullptr));
+    obiekt_ = nullptr;
+    odwolanie_.Ustaw();
+    return TWlasny<TObiektOgolny>(obiekt);
 }
 
 void* TUchwyt::DajInterfejs(const TGUID& iid) const noexcept {
     void* wynik = nullptr;
-    if (obiekt_ != nullptr)
-        DajInterfejsObiektu(obiekt_, iid, &wynik);
+    if (TObiektOgolny* obiekt = Trzymany(); obiekt != nullptr)
+        DajInterfejsObiektu(obiekt, iid, &wynik);
     else if (interfejs_ && iid != IID_ObiektImplementujacy && interfejs_->QueryInterface(iid, &wynik) != kIntfOk)
         wynik = nullptr;
     return wynik;

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/platform/Guid.h"
@@ -20,9 +21,9 @@ namespace ztok {
 class TListaNapisow;
 
 // What the repository gives: an interface, or an object with the duty to free it. A counted object is held by one
-// reference. An object that has an owner when the handle gets it (a component, or a list or field of the model)
-// belongs to that owner; every other belongs to the handle until OddajObiekt takes it. The interfaces of an object that
-// is not counted live as long as the object.
+// reference. An object that has an owner (a component, or a list or field of the model) belongs to that owner, also
+// when it was given to it later; every other belongs to the handle until OddajObiekt takes it. An object of the model
+// that dies leaves the handle empty. The interfaces of an object that is not counted live as long as the object.
 class ZTOK_API TUchwyt {
   public:
     TUchwyt() noexcept = default;
@@ -32,11 +33,11 @@ class ZTOK_API TUchwyt {
     TUchwyt& operator=(const TUchwyt&) = delete;
     ~TUchwyt() { Zeruj(); }
 
-    [[nodiscard]] bool Pusty() const noexcept { return obiekt_ == nullptr && !interfejs_; }
+    [[nodiscard]] bool Pusty() const noexcept { return Trzymany() == nullptr && !interfejs_; }
     // Gives back what it holds.
     void Zeruj() noexcept;
     // For factories: takes an object over, or holds an interface.
-    void UstawObiekt(TObiektOgolny* obiekt) noexcept;
+    void UstawObiekt(TObiektOgolny* obiekt);
     void UstawInterfejs(TIntf<IInterfejs> interfejs) noexcept;
 
     // The object, or the one behind the interface; null when there is none, or when the interface does not tell.
@@ -50,8 +51,11 @@ class ZTOK_API TUchwyt {
 
   private:
     [[nodiscard]] void* DajInterfejs(const TGUID& iid) const noexcept;
+    // The object, unless it has died.
+    [[nodiscard]] TObiektOgolny* Trzymany() const noexcept;
 
     TObiektOgolny* obiekt_ = nullptr;
+    TWlasny<TPoleRefObiektu> odwolanie_; // to an object of the model that is not counted: hears of its death
     bool wlasny_ = false;
     TIntf<IInterfejs> interfejs_;
 };
@@ -150,7 +154,7 @@ class ZTOK_API TDaneObiektu : public TObiekt {
     ZTOK_KLASA_DEKL(TDaneObiektu)
     static std::span<const TWierszPola> PolaKlasy(std::type_identity<TDaneObiektu> klasa) noexcept;
 
-    explicit TDaneObiektu(TObiektBazowy* wlasciciel = nullptr) noexcept : TObiekt(wlasciciel) {}
+    explicit TDaneObiektu(TObiektBazowy* wlasciciel = nullptr) : TObiekt(wlasciciel) {}
     ~TDaneObiektu() override;
 
     [[nodiscard]] std::u16string GetGuidTekstowo() const { return GetPoleString(0); }
@@ -181,7 +185,7 @@ using TEnumLista = TEnumListaObiektow<TDaneObiektu>;
 class ZTOK_API TLista : public TListaTypu<TDaneObiektu> {
     ZTOK_KLASA_DEKL(TLista)
 
-    explicit TLista(TObiektBazowy* wlasciciel = nullptr) noexcept : TListaTypu(wlasciciel) {}
+    explicit TLista(TObiektBazowy* wlasciciel = nullptr) : TListaTypu(wlasciciel) {}
     ~TLista() override;
 
     [[nodiscard]] TDaneObiektu* Element(std::int32_t NrElem) const noexcept { return (*this)[NrElem]; }

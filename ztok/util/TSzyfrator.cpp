@@ -185,7 +185,7 @@ void WczytajCalosc(TStrumien& zrodlo, TZTMemoryStream& cel) {
     if (const std::int64_t pozostalo = zrodlo.Pozostalo(); pozostalo > 0)
         cel.Zarezerwuj(pozostalo + static_cast<std::int64_t>(kBlokSzyfru) + 1);
     std::uint8_t bufor[16384];
-    while (const std::int64_t ile = zrodlo.Read(bufor, sizeof bufor))
+    while (const std::int64_t ile = zrodlo.CzytajNajwyzej(bufor, sizeof bufor))
         cel.WriteBuffer(bufor, static_cast<std::size_t>(ile));
 }
 
