@@ -50,8 +50,7 @@ void TKolekcjaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& ko
     if (MaMojeElementy(lista)) {
         const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
         kopie->KopiujDane(zrodlo);
-        ZerujDane();
-        PrzeniesDane(static_cast<TListaBazowa&>(*kopie));
+        WykonajKopiowanie(*kopie, kopier);
         return;
     }
     if (FIleObiektow > lista.IleObiektow())

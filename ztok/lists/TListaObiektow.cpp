@@ -194,8 +194,7 @@ void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopie
         // What is copied is this list's own, and would die, or change, on the way.
         const TWlasny<TObiektBazowy> kopie = TworzInstancje(nullptr);
         kopie->KopiujDane(zrodlo);
-        ZerujDane();
-        PrzeniesDane(static_cast<TListaBazowa&>(*kopie));
+        WykonajKopiowanie(*kopie, kopier);
         return;
     }
     // Each new item is made just before its content, next to which it then stands in memory.
