@@ -77,6 +77,10 @@ class ZTOK_API TListaOpisowKlas : public TListaTypu<TOpisKlasy> {
     std::int32_t ostatni_ = -1; // index of the descriptor found last
 };
 
+// The field class that a row of a field table declares; null when the row declares no field of the model, as one whose
+// reader is foreign. A class may declare such a property anew as a field.
+[[nodiscard]] const TKlasa* KlasaPolaWiersza(const TWierszPola& w);
+
 // What the inner loops need of a descriptor: immutable, found without a lock. Valid for the kernel of that number only.
 struct TMigawkaOpisu {
     // Objects of at most so many fields have them as bits of a word too.

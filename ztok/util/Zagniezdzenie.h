@@ -17,6 +17,9 @@ class TLicznikZagniezdzenia {
 
     int granica;
 
+    // Whether no level is entered.
+    [[nodiscard]] bool NaSzczycie() const noexcept { return poziom_ == 0; }
+
   private:
     friend class TPoziom;
     int poziom_ = 0;
