@@ -225,7 +225,7 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
             const bool obiekt = parser.TokenSymbolIs("object");
             if (obiekt)
                 parser.NextToken();
-            nr = PoleZTekstu(odczytywacz, nr);
+            nr = czytane = PoleZTekstu(odczytywacz, nr);
             const TKlasa* typ = TypPolaNr(nr);
             if (typ == nullptr || typ->Ma(ckObiektBazowy) != obiekt)
                 parser.Error(kmSpodziewanyIdentyfikator);
@@ -235,7 +235,7 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
                 parser.NextToken();
             }
             odczytywacz.ZuzyjPamiec(48);
-            odczytywacz.OdczytPole = czytane = nr;
+            odczytywacz.OdczytPole = nr;
             odczytywacz.ZapamietajMiejsce();
             // Given twice: what was read before goes, since a reader may know a field that can die only once.
             if (Pole(nr) != nullptr && (obiekt || (Stany()[nr] >> 4U) == kpWskObiektu))
