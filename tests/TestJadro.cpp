@@ -40,6 +40,17 @@ class TWarunkowa : public TObiekt {
                 (2, Obca, Obcy<ztok::rodzaj::Integer>), (-1, Ujemna, Integer), (3, Mala, Shortint),
                 (4, Ostatnia, Int64))
 };
+// Properties that were foreign in the base become fields, under their numbers and names.
+class TObceWBazie : public TObiekt {
+    ZTOK_OBIEKT(TObceWBazie, TObiekt, (0, Zapis, Boolean), (1, Cel, Obcy<ztok::rodzaj::Wsk<TWarunkowa>>),
+                (2, Cena, Obcy<ztok::rodzaj::Integer>), (3, Cialo, Obiekt<TLuki>))
+};
+class TObceWlasne : public TObceWBazie {
+  public:
+    [[nodiscard]] bool CzyZapis() const { return GetPoleBoolean(0); }
+    ZTOK_OBIEKT(TObceWlasne, TObceWBazie, (1, Cel, Wsk<TLuki>),
+                (2, Cena, ZapisGdy<ztok::rodzaj::Integer, &TObceWlasne::CzyZapis>))
+};
 // Every kind with every reader, one row each: the rows' numbers are their indices.
 constexpr int kRodzajow = static_cast<int>(TRodzajWartosci::Inny) + 1;
 constexpr int kDostepow = static_cast<int>(TDostep::PoleWskObiektu) + 1;
@@ -62,6 +73,23 @@ class TKazdyWiersz : public TObiekt {
         return wiersze;
     }
 };
+
+TEST(Opisy, PoleZadeklarowanePonownie) {
+    TObceWlasne o;
+    o.GetCialo().SetIle(1);
+    o.SetCel(&o.GetCialo());
+    o.SetCena(5);
+    for (const bool zapis : {false, true}) {
+        o.SetZapis(zapis);
+        TZTMemoryStream strumien;
+        o.ZapiszWStrumieniu(strumien);
+        strumien.Seek(0, ESeek::Poczatek);
+        TObceWlasne kopia;
+        kopia.WczytajZeStrumienia(strumien);
+        EXPECT_EQ(kopia.GetCel(), &kopia.GetCialo());
+        EXPECT_EQ(kopia.GetCena(), zapis ? 5 : 0);
+    }
+}
 
 TEST(Opisy, KlasaPolaWynikaZRodzajuICzytnika) {
     using R = TRodzajWartosci;

@@ -377,7 +377,7 @@ TEST_F(Obiekt, OperacjeKtorychKlasaNieMa) {
         {u"WykonajPorownanie", [&] { static_cast<void>(goly.Porownaj(inny)); }},
         {u"WykonajKopiowanie", [&] { static_cast<void>(goly.KlonujObiekt(false)); }}};
     for (const auto& [nazwa, operacja] : operacje)
-        EXPECT_EQ(Blad<EBladAbstrakcyjny>(operacja), u"klasa TGoly nie ma operacji " + std::u16string(nazwa));
+        EXPECT_EQ(Blad<EBladAbstrakcyjny>(operacja), u"klasa TObiektBazowy nie ma operacji " + std::u16string(nazwa));
     // The others have a meaning for any object.
     EXPECT_EQ(goly.Porownaj(goly), 0);
     EXPECT_EQ(goly.OpisTekstowy(), u"?");

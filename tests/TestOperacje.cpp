@@ -355,6 +355,12 @@ const std::map<std::string, TOperacja>& Operacje() {
         ROB("zerujPola", p.b->ZerujDanePol(p.A(1))),
         ROB("zerujOprocz", p.b->ZerujDaneOprocz(p.A(1))),
         ROB("zerujDane", p.b->ZerujDane()),
+        ROB("ustawPole",
+            {
+                auto* nowe = static_cast<TObiekt*>(static_cast<TObiektBazowy*>(p.Klasy(2)[0]->utworz(nullptr)));
+                nowe->SetPoleInteger(0, 1);
+                p.O().UstawPole(p.I(1), nowe, true);
+            }),
         ROB("przytnij", p.b->PrzytnijPolaWgRozm(p.T(1))),
         ROB("trymuj", p.b->TrymujPolaTekstowe(p.T(1))),
         OP("unicode", p.b->SaDaneUnicode(p.I(1))),
@@ -532,6 +538,20 @@ TWlasny<TObiekt> Zbuduj(const TPoczatek& p) {
     return o;
 }
 
+// Why the tree cannot be written, by any form and before the first byte; empty when it can.
+std::u16string Odmowa(const TObiektBazowy& o) {
+    TZTMemoryStream strumien;
+    const std::u16string odmowa = testy::Blad<ZTException>([&] { o.ZapiszTekstowo(strumien); });
+    if (odmowa == u"(no error)")
+        return u"";
+    TZapisywaczDanych wlasny;
+    EXPECT_EQ(testy::Blad<ZTException>([&] { o.ZapiszWStrumieniu(strumien); }), odmowa);
+    EXPECT_EQ(testy::Blad<ZTException>([&] { o.ZapiszWStrumieniu(strumien, &wlasny); }), odmowa);
+    EXPECT_EQ(testy::Blad<ZTException>([&] { static_cast<void>(o.DajWyroznikObiektu(&o)); }), odmowa);
+    EXPECT_EQ(strumien.GetSize(), 0);
+    return odmowa;
+}
+
 // The text form, and what it does not show: capacities, objects in fields without values.
 std::vector<std::string> Linie(TObiektBazowy& o) {
     std::vector<std::string> linie;
@@ -594,6 +614,10 @@ std::string Wykonaj(const std::vector<std::string>& pola, const TPoczatek& pierw
     if (const char* blad = drzewa::Blad({o.get(), z.get()}); blad != nullptr)
         wynik += std::string(" BROKEN: ") + blad;
     for (const auto* x : {&o, &z}) {
+        if (const std::u16string odmowa = Odmowa(**x); !odmowa.empty()) {
+            wynik += (x == &o ? " o! " : " z! ") + Utf8ZUtf16(odmowa);
+            continue;
+        }
         if (const std::string zmiana = Roznica(przed[x == &z], Linie(**x)); !zmiana.empty())
             wynik += (x == &o ? " o:" : " z:") + zmiana;
         const TWlasny<TObiektBazowy> kopia = (*x)->TworzInstancje(nullptr);
@@ -655,10 +679,93 @@ TEST(Operacje, SortWgWartosciJakWgPol) {
             }
 }
 
-TEST(Operacje, JakWTabeli) {
+void RejestrujWszystkie() {
     probki::Rejestruj();
     RejestrujKlasy<TSlad, TSzeroka, TWlasna, TPien, TGalaz, TKonar, TListaPni, TListaGalezi, TZbior, TKolekcjaObiektow,
-                   TPoleInteger, TPoleByte, TPoleString, TListaWskObiektow, TListaBazowa, TObiekt>();
+                   TPoleInteger, TPoleByte, TPoleString, TPoleWskObiektu, TListaWskObiektow, TListaBazowa, TObiekt>();
+}
+
+// A selector that no class in question knows is an error of every operation that acts by it, and changes nothing.
+TEST(Operacje, SelektorKtoryNicNieZnaczy) {
+    RejestrujWszystkie();
+    const std::string adresy = "object Adresy object Numer=2 end object Numer=1 end object Numer=2 end end ";
+    const TPoczatek poczatek = {"TWszystko", "I=1 object Adres Numer=1 end " + adresy +
+                                                 "object Rozne object TAdres Numer=1 end object TWszystko end end"};
+    // "@" is what is asked, "#" the selector; one that needs a value has one.
+    const char* const operacje[] = {"maCechy@A # 1",
+                                    "porCechy@A # 1",
+                                    "porownajPola@A zA #",
+                                    "porownajOprocz@A zA #",
+                                    "zerujPola@A #",
+                                    "zerujOprocz@A #",
+                                    "kopiujPola@A zA # T",
+                                    "kopiujOprocz@A zA #",
+                                    "zerujPola@L #",
+                                    "zerujOprocz@L #",
+                                    "porownajPola@L z.L #",
+                                    "porownajOprocz@L z.L #",
+                                    "usunObiekty@L # 1",
+                                    "usunOprocz@L # 1",
+                                    "usunDuplikaty@L #",
+                                    "jestObiekt@L # 1",
+                                    "jestInny@L # 1",
+                                    "jestTakiJak@L zA #",
+                                    "wyszukaj@L # 1",
+                                    "wyszukajJak@L zA #",
+                                    "zakres@L # 1",
+                                    "posortuj@L #",
+                                    "maPorzadek@L #",
+                                    "dopiszZ@L # 1",
+                                    "dodajZ@L # 1",
+                                    "wpiszDoPol@L # 1",
+                                    "dopiszOCechach@L z.L # 1",
+                                    "dopiszOprocz@L z.L # 1",
+                                    "dopiszBraki@L z.L #",
+                                    "kopiujOCechach@L z.L # 1",
+                                    "przeniesOCechach@L z.L # 1",
+                                    "przeniesOprocz@L z.L # 1",
+                                    "przeniesBraki@L z.L #",
+                                    "kopiujListyPol@L z.L # T",
+                                    "kopiujListyOprocz@L z.L #",
+                                    "wartPola@L #",
+                                    "doStrings@L #",
+                                    "dopiszGdyBrak@L zA #",
+                                    "usunObiekty@K # 1",
+                                    "usunDuplikaty@K #",
+                                    "posortuj@K #",
+                                    "kopiujOCechach@Z z.L # 1"};
+    const auto zastap = [](std::string& tekst, const std::string& co, const std::string& czym) {
+        for (std::size_t i = tekst.find(co); i != std::string::npos; i = tekst.find(co, i + czym.size()))
+            tekst.replace(i, co.size(), czym);
+    };
+    for (const std::string operacja : operacje)
+        for (const std::string selektor : {"Numerr", "55", "Adres..Numer", "Numer,Numer", "Adresy[0]..Numer"}) {
+            const bool dlugosci = selektor == "Numer,Numer";
+            const bool sciezka = operacja.substr(0, 4) == "wart" || operacja.substr(0, 9) == "doStrings";
+            if ((dlugosci && operacja.back() != '1') || (sciezka && selektor == "55"))
+                continue;
+            std::string linia = operacja;
+            zastap(linia, "#", selektor);
+            zastap(linia, "@A", "@Adres");
+            zastap(linia, "zA", "z.Adres");
+            zastap(linia, "@L", "@Adresy");
+            zastap(linia, "z.L", "z.Adresy");
+            zastap(linia, "@K", "@Rozne");
+            zastap(linia, "@Z", "@Adresy"); // what is emptied first
+            const std::string wynik = Wykonaj(testy::Podziel(linia, ' '), poczatek, poczatek);
+            EXPECT_EQ(wynik[0], '!') << linia;
+            EXPECT_NE(wynik.find(dlugosci           ? "niedozwolona liczba elementów 1"
+                                 : selektor == "55" ? "Błędne podpole = \"55\""
+                                                    : "Błędna ścieżka : " + selektor),
+                      std::string::npos)
+                << linia << ": " << wynik;
+            EXPECT_EQ(wynik.find(" o:"), std::string::npos) << linia << ": " << wynik;
+            EXPECT_EQ(wynik.find(" z:"), std::string::npos) << linia << ": " << wynik;
+        }
+}
+
+TEST(Operacje, JakWTabeli) {
+    RejestrujWszystkie();
     std::ifstream plik(std::string(ZTOK_DANE_TESTOW) + "/operacje.tsv", std::ios::binary);
     const char* nowy = std::getenv("ZTOK_NOWY_WZORZEC"); // the table with what comes out now, to be looked through
     std::ofstream wyjscie(nowy == nullptr ? "" : nowy, std::ios::binary);

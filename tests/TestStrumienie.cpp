@@ -297,6 +297,7 @@ TEST(Strumienie, PlikTrybyIBledy) {
     const std::u16string sciezka = PlikProbny("tryby"), nowa = PlikProbny("nowa");
     UsunPlik(sciezka);
     EXPECT_THROW(TStrumienPlikowy(sciezka, ETrybPliku::Odczyt), EBladSystemu);
+    EXPECT_THROW(TStrumienPlikowy(sciezka + u'\0' + u".inny", ETrybPliku::Tworzenie), EBladSystemu); // not a prefix
     EXPECT_THROW(TStrumienPlikowy(sciezka, ETrybPliku::OdczytZapis), EBladSystemu);
     TStrumienPlikowy(sciezka, ETrybPliku::Nowy).WriteBuffer("abc", 3);
     EXPECT_THROW(TStrumienPlikowy(sciezka, ETrybPliku::Nowy), EBladSystemu);

@@ -13,6 +13,8 @@ using strumienie::TOporny;
 
 namespace {
 
+static_assert(std::is_base_of_v<ztok::ZTException, ztok::EZTParserError>);
+
 // Sets the size of the first buffer for a scope.
 class TRozmiarBufora {
   public:

@@ -65,7 +65,8 @@ std::u16string ZTOKDateTimeToStr(double wartosc) {
 double ZTOKStrToDate(std::u16string_view tekst) {
     const TUstawieniaFormatu& format = FormatJadra();
     double wartosc = 0;
-    if (SprobujTekstNaDate(tekst, wartosc, format))
+    if (SprobujTekstNaDateWgMaski(tekst, format.krotkiFormatDaty, wartosc, format) ||
+        SprobujTekstNaDate(tekst, wartosc, format))
         return wartosc;
     std::u16string kopia(ZTOKTrim(tekst));
     for (char16_t& znak : kopia)

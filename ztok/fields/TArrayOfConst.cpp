@@ -459,7 +459,7 @@ std::u16string TArrayOfConst::GetJakoString() const {
 
 void TArrayOfConst::SetJakoString(std::u16string_view tekst) {
     if (!tekst.empty())
-        BladAbstrakcyjny(u"SetJakoString");
+        BladAbstrakcyjny(KlasaStatyczna(), u"SetJakoString");
     ZerujDane();
 }
 

@@ -21,17 +21,37 @@ ZTOK_KLASA_DEF(TPoleDateTime, TPoleDateTimeBazowe)
 
 namespace {
 
+// Names of months and words of the day are wide text, which is written as UTF-8.
 double DataZTekstu(std::string_view bajty) {
     double wartosc = 0;
-    return CzytajDate(bajty, JadroKlas()->Format(), wartosc) ? wartosc : ZTOKStrToDate(PolskiWide(bajty));
+    return CzytajDate(bajty, JadroKlas()->Format(), wartosc)
+               ? wartosc
+               : ZTOKStrToDate(TOdczytywaczTekstu::DekodujTrescUTF8(bajty));
 }
 
 double CzasZTekstu(std::string_view bajty) {
     double wartosc = 0;
-    return CzytajCzas(bajty, JadroKlas()->Format(), wartosc) ? wartosc : ZTOKStrToTime(PolskiWide(bajty));
+    return CzytajCzas(bajty, JadroKlas()->Format(), wartosc)
+               ? wartosc
+               : ZTOKStrToTime(TOdczytywaczTekstu::DekodujTrescUTF8(bajty));
 }
 
 } // namespace
+
+double ChwilaZTekstu(unsigned kod, std::string_view bajty) {
+    const std::size_t spacja = bajty.find(' ');
+    const std::string_view data = bajty.substr(0, spacja);
+    const std::string_view czas = spacja == std::string_view::npos ? bajty : bajty.substr(spacja + 1);
+    switch (kod) {
+    case kpDate:
+        return DataZTekstu(data);
+    case kpTime:
+        return CzasZTekstu(czas);
+    default:
+        return spacja == std::string_view::npos ? DataZTekstu(data)
+                                                : ZlaczDateICzas(DataZTekstu(data), CzasZTekstu(czas));
+    }
+}
 
 double TPoleDate::CzescDaty(double wartosc) noexcept { return std::trunc(wartosc); }
 
@@ -55,7 +75,7 @@ TWariant TPoleDateTimeBazowe::GetJakoVariant() const { return TWariant(TDataCzas
 
 void TPoleDateTimeBazowe::SetJakoVariant(const TWariant& wartosc) {
     if (Klasa()->kodPola == kpInne)
-        BladAbstrakcyjny(u"SetJakoVariant");
+        BladAbstrakcyjny(KlasaStatyczna(), u"SetJakoVariant");
     wartosc_ = Czesc(wartosc.JakoData().dni);
 }
 
@@ -104,21 +124,7 @@ void TPoleDateTimeBazowe::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu*
 void TPoleDateTimeBazowe::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczytywacz) {
     ZglosOdczyt(*this, odczytywacz);
     const TOdczytTekstu odczyt(strumien, odczytywacz);
-    const std::string_view bajty = odczyt->WczytajTekstAnsi();
-    const std::size_t spacja = bajty.find(' ');
-    const std::string_view data = bajty.substr(0, spacja);
-    const std::string_view czas = spacja == std::string_view::npos ? bajty : bajty.substr(spacja + 1);
-    switch (Klasa()->kodPola) {
-    case kpDate:
-        wartosc_ = Czesc(DataZTekstu(data));
-        break;
-    case kpTime:
-        wartosc_ = Czesc(CzasZTekstu(czas));
-        break;
-    default:
-        wartosc_ =
-            spacja == std::string_view::npos ? DataZTekstu(data) : ZlaczDateICzas(DataZTekstu(data), CzasZTekstu(czas));
-    }
+    wartosc_ = Czesc(ChwilaZTekstu(Klasa()->kodPola, odczyt->WczytajTekstAnsi()));
 }
 
 std::u16string TPoleDate::GetJakoString() const { return DataNaTekst(wartosc_, UstawieniaProcesu()); }

@@ -9,6 +9,7 @@
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/fields/WariantTekstowy.h"
 #include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
 #include "ztok/persist/TZapisywaczTekstu.h"
@@ -409,7 +410,7 @@ template <class W> void TPoleListyWartosci<W>::WykonajOdczytTekstowy(TOdczytywac
         else if constexpr (std::is_same_v<W, double>)
             wartosci_.push_back(odczytywacz.WczytajRzeczywista());
         else
-            wartosci_.push_back(static_cast<W>(odczytywacz.WczytajCalkowita(TZTParser::Calkowita)));
+            wartosci_.push_back(WczytajLiczbe<W>(odczytywacz.Parser));
     });
 }
 

@@ -39,8 +39,8 @@ void TPole::BladKlasy(const TPole& inne, const TKlasa* klasa) {
     throw EBladRzutowania(Formatuj(Komunikat(kmBladRzutowania), {inne.NazwaKlasy(), klasa->nazwa}));
 }
 
-void TPole::BladAbstrakcyjny(std::u16string_view operacja) const {
-    throw EBladAbstrakcyjny(Formatuj(Komunikat(kmWywolanieAbstrakcyjne), {NazwaKlasy(), operacja}));
+void TPole::BladAbstrakcyjny(const TKlasa* klasa, std::u16string_view operacja) {
+    throw EBladAbstrakcyjny(Formatuj(Komunikat(kmWywolanieAbstrakcyjne), {klasa->nazwa, operacja}));
 }
 
 void TPole::ZglosOdczyt(TPole& pole, TOdczytywaczDanych* odczytywacz) {
@@ -51,10 +51,10 @@ void TPole::ZglosOdczyt(TPole& pole, TOdczytywaczDanych* odczytywacz) {
 std::int32_t TPole::_AddRef() noexcept { return -1; }
 std::int32_t TPole::_Release() noexcept { return -1; }
 void TPole::ZerujRefDo(TObiektBazowy* /*cel*/) {}
-TWariant TPole::GetJakoVariant() const { BladAbstrakcyjny(u"GetJakoVariant"); }
-void TPole::SetJakoVariant(const TWariant& /*wartosc*/) { BladAbstrakcyjny(u"SetJakoVariant"); }
-std::u16string TPole::GetJakoString() const { BladAbstrakcyjny(u"GetJakoString"); }
-void TPole::SetJakoString(std::u16string_view /*tekst*/) { BladAbstrakcyjny(u"SetJakoString"); }
+TWariant TPole::GetJakoVariant() const { BladAbstrakcyjny(KlasaStatyczna(), u"GetJakoVariant"); }
+void TPole::SetJakoVariant(const TWariant& /*wartosc*/) { BladAbstrakcyjny(KlasaStatyczna(), u"SetJakoVariant"); }
+std::u16string TPole::GetJakoString() const { BladAbstrakcyjny(KlasaStatyczna(), u"GetJakoString"); }
+void TPole::SetJakoString(std::u16string_view /*tekst*/) { BladAbstrakcyjny(KlasaStatyczna(), u"SetJakoString"); }
 std::string TPole::GetJakoZTAnsiString() const { return PolskiAnsi(GetJakoString()); }
 void TPole::SetJakoZTAnsiString(std::string_view bajty) { SetJakoString(PolskiWide(bajty)); }
 
@@ -62,7 +62,7 @@ std::int32_t TPole::QueryInterface(const TGUID& iid, void** wynik) noexcept {
     return OdpowiedzInterfejsem(this, iid, wynik);
 }
 
-void TPole::ZerujDane() { BladAbstrakcyjny(u"ZerujDane"); }
+void TPole::ZerujDane() { BladAbstrakcyjny(KlasaStatyczna(), u"ZerujDane"); }
 
 std::u16string TPole::WartWgMaski(std::u16string_view /*maska*/, const TUstawieniaFormatu* /*ustawienia*/) const {
     return GetJakoString();
@@ -159,7 +159,7 @@ bool TPole::EdytujDaneWgKlasy(TObiektBazowy* wlasciciel, bool flaga, const TKlas
 }
 
 void TPole::ZapiszWStrumieniu(TStrumien& /*strumien*/, TZapisywaczDanych* /*zapisywacz*/) const {
-    BladAbstrakcyjny(u"ZapiszWStrumieniu");
+    BladAbstrakcyjny(KlasaStatyczna(), u"ZapiszWStrumieniu");
 }
 
 void TPole::WczytajZeStrumienia(TStrumien& /*strumien*/, TOdczytywaczDanych* odczytywacz) {
@@ -168,7 +168,7 @@ void TPole::WczytajZeStrumienia(TStrumien& /*strumien*/, TOdczytywaczDanych* odc
 }
 
 void TPole::ZapiszTekstowo(TStrumien& /*strumien*/, TZapisywaczTekstu* /*zapisywacz*/) const {
-    BladAbstrakcyjny(u"ZapiszTekstowo");
+    BladAbstrakcyjny(KlasaStatyczna(), u"ZapiszTekstowo");
 }
 
 void TPole::WczytajTekstowo(TStrumien& /*strumien*/, TOdczytywaczTekstu* odczytywacz) {
@@ -177,11 +177,11 @@ void TPole::WczytajTekstowo(TStrumien& /*strumien*/, TOdczytywaczTekstu* odczyty
 }
 
 void TPole::ZapiszXMLowo(TStrumien& /*strumien*/, TZapisywaczXML* /*zapisywacz*/) const {
-    BladAbstrakcyjny(u"ZapiszXMLowo");
+    BladAbstrakcyjny(KlasaStatyczna(), u"ZapiszXMLowo");
 }
 
 void TPole::WczytajXMLowo(TStrumien& /*strumien*/, TOdczytywaczXML* /*odczytywacz*/) {
-    BladAbstrakcyjny(u"WczytajXMLowo");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WczytajXMLowo");
 }
 
 void TPole::SprawdzVarType(const TWariant& wartosc, std::span<const std::uint16_t> dozwolone) const {

@@ -112,7 +112,7 @@ class ZTOK_API TPole : public TTrwaly {
             BladKlasy(inne, klasa);
     }
     [[noreturn]] static void BladKlasy(const TPole& inne, const TKlasa* klasa);
-    [[noreturn]] void BladAbstrakcyjny(std::u16string_view operacja) const;
+    [[noreturn]] static void BladAbstrakcyjny(const TKlasa* klasa, std::u16string_view operacja);
     // The base step of reading and copying, inline for fields that a plain reader does not ask about.
     static void ZglosOdczyt(TPole& pole, TOdczytywaczDanych* odczytywacz);
 };

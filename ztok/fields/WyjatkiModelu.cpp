@@ -5,7 +5,7 @@
 namespace ztok {
 
 EZTParserError::EZTParserError(std::u16string_view komunikat, std::int64_t linia, std::int64_t kolumna)
-    : EWyjatek(komunikat), linia_(linia), kolumna_(kolumna) {}
+    : ZTException(komunikat), linia_(linia), kolumna_(kolumna) {}
 EZTParserError::EZTParserError(const EZTParserError&) noexcept = default;
 EZTParserError& EZTParserError::operator=(const EZTParserError&) noexcept = default;
 EZTParserError::~EZTParserError() = default;

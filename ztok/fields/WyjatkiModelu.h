@@ -12,7 +12,7 @@ namespace ztok {
 ZTOK_WYJATEK(TZTFileError, ZTException); // a file that cannot be saved or loaded
 
 // Malformed text. The message ends with the line and the column, which stand beside it as well.
-class ZTOK_API EZTParserError : public EWyjatek {
+class ZTOK_API EZTParserError : public ZTException {
   public:
     // The message is whole already.
     explicit EZTParserError(std::u16string_view komunikat, std::int64_t linia = 0, std::int64_t kolumna = 0);

@@ -5,6 +5,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "ztok/platform/Kodowania.h"
@@ -13,16 +14,25 @@
 
 namespace ztok {
 
+// The message that `kontekst` makes of the exception, or of its message.
+template <class K> std::u16string KomunikatZKontekstem(K&& kontekst, const EWyjatek& e) {
+    if constexpr (std::is_invocable_v<K, const EWyjatek&>)
+        return std::forward<K>(kontekst)(e);
+    else
+        return std::forward<K>(kontekst)(e.Komunikat());
+}
+
 // Runs `dzialanie`. An exception of the library gets the message that `kontekst` makes of its own, unless it has
-// context already, and is raised again; a foreign one is wrapped, nested, in a ZTException. Out of memory passes as it
-// is.
+// context already or that message is empty, and is raised again; a foreign one is wrapped, nested, in a ZTException.
+// Out of memory passes as it is.
 template <class F, class K> void ZKontekstem(F&& dzialanie, K&& kontekst) {
     try {
         std::forward<F>(dzialanie)();
     } catch (EWyjatek& e) {
         if (!e.MaKontekst()) {
             try {
-                e.DodajKontekst(kontekst(e.Komunikat()));
+                if (const std::u16string komunikat = KomunikatZKontekstem(kontekst, e); !komunikat.empty())
+                    e.DodajKontekst(komunikat);
             } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch): the error is told without its context
             }
         }
@@ -30,8 +40,9 @@ template <class F, class K> void ZKontekstem(F&& dzialanie, K&& kontekst) {
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& e) {
-        ZTException opakowany(u"");
-        opakowany.DodajKontekst(kontekst(Utf16ZUtf8(e.what())));
+        ZTException opakowany(Utf16ZUtf8(e.what()));
+        if (const std::u16string komunikat = KomunikatZKontekstem(kontekst, opakowany); !komunikat.empty())
+            opakowany.DodajKontekst(komunikat);
         std::throw_with_nested(opakowany);
     }
 }

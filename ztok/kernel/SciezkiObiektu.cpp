@@ -5,6 +5,7 @@
 #include "ztok/fields/TArrayOfConst.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/lists/TListaBazowa.h"
@@ -315,8 +316,12 @@ bool TObiektBazowy::PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLi
 }
 
 bool TObiektBazowy::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const {
-    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
+    SprawdzDlugosci(u"MC", pola, wartosci);
+    SprawdzSelektory(u"MC", *this, pola);
+    for (std::size_t i = 0; i < pola.size(); ++i) {
         if (pola[i].Tag() == TTag::Integer) {
+            if (TOcenione::Trwa() && !ZnaSelektor(*this, pola[i]))
+                return false; // what is not there has no features
             if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
                 return false;
         } else if (pola[i].JestNazwa()) {
@@ -342,7 +347,9 @@ bool TObiektBazowy::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter 
 
 std::int32_t TObiektBazowy::PorownajCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                           std::uint32_t localeID) const {
-    for (std::size_t i = 0; i < pola.size() && i < wartosci.size(); ++i) {
+    SprawdzDlugosci(u"PC", pola, wartosci);
+    SprawdzSelektory(u"PC", *this, pola);
+    for (std::size_t i = 0; i < pola.size(); ++i) {
         std::int32_t wynik = 0;
         if (pola[i].Tag() == TTag::Integer)
             wynik = PorPoleNrZCecha(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter, localeID);

@@ -189,6 +189,7 @@ const TMigawkaOpisu& TJadroKlas::UtworzMigawke(const TKlasa* klasa) {
         if (k->pola != nullptr)
             for (const TWierszPola& wiersz : k->pola())
                 if (wiersz.nr >= 0 && wiersz.nr < migawka->ilePol && lista->GetWlasciwosc(wiersz.nr) != nullptr &&
+                    KlasaPolaWiersza(wiersz) != nullptr &&
                     CompareTxtSgn(lista->GetWlasciwosc(wiersz.nr)->GetNazwa(), wiersz.nazwa) == 0) {
                     pola[static_cast<std::size_t>(wiersz.nr)].wiersz = &wiersz;
                     migawka->saPredykaty = migawka->saPredykaty || wiersz.zapisywane != nullptr;

@@ -207,12 +207,15 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     [[nodiscard]] bool MaCzesciWPolach() const noexcept;
     void OddajPole(int nrPola);
     void ZwolnijPole(int nrPola, TPierwszyBlad& blad);
-    void SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const;
-    friend void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
+    void SprawdzPolaPrzedZapisem(TZapisywaczDanych& zapisywacz) const;
+    friend void SprawdzPrzedZapisem(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
+    void SprawdzPoCzesci(std::uint64_t bity) const;
     void ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczDanych& zapisywacz) const;
     void WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TStrumien& strumien,
                        TOdczytywaczDanych& odczytywacz);
     void WczytajPoleNr(int nr, const TMigawkaOpisu& migawka, TStrumien& strumien, TOdczytywaczDanych& odczytywacz);
+    // The message of an error that came up while the field was read.
+    [[nodiscard]] std::u16string KontekstOdczytu(int nrPola, std::u16string_view komunikat) const;
     [[nodiscard]] const TMigawkaOpisu& Migawka() const;
     [[nodiscard]] static const TMigawkaOpisu& Migawka(const TKlasa* klasa);
     TPole& UtworzPole(int nrPola, const TKlasa* klasa);
@@ -236,7 +239,6 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     bool KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka);
     [[nodiscard]] int PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const;
     [[nodiscard]] const TObiektBazowy* ObiektDoZapisu(int nrPola, const TZapisywaczDanych& zapisywacz) const;
-    [[nodiscard]] const TPole& PoleZBitu(int nrPola) const;
     [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,
                                     TZapisywaczDanych& zapisywacz) const;
 
@@ -270,7 +272,8 @@ inline void TObiekt::OddajMiejsca(int ile) noexcept {
     Zatruj(MiejsceNr(zajete_), static_cast<std::size_t>(ile) * kMiejsce);
 }
 
-// Refuses a tree that nests deeper than the writer allows: ZTException.
-void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
+// Refuses (ZTException) a tree that could not be read again: one that nests deeper than the writer allows, or with a
+// part of another class than its field or list declares, whose class the forms do not tell.
+void SprawdzPrzedZapisem(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz);
 
 } // namespace ztok

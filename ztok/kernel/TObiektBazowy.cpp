@@ -8,6 +8,7 @@
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/Kontekst.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TLuzneDzieci.h"
 #include "ztok/kernel/TPrzejscie.h"
@@ -457,6 +458,11 @@ std::int32_t TObiektBazowy::PorownajZObiektem(const TObiektBazowy& inny, TRozmia
 
 std::int32_t TObiektBazowy::PorownajWgPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
                                           std::uint32_t localeID, TPorownywaczDanych* porownywacz) const {
+    if (Klasa()->Ma(ckLista))
+        SprawdzSelektoryElementow(u"PWP", static_cast<const TListaBazowa*>(this), pola, &inny);
+    else
+        SprawdzSelektory(u"PWP", *this, pola, &inny);
+    const TOcenione ocenione;
     if (porownywacz != nullptr)
         return WykonajPorownWgPol(inny, pola, *porownywacz);
     TPorownywaczDanych wlasny(this, &inny, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
@@ -466,6 +472,11 @@ std::int32_t TObiektBazowy::PorownajWgPol(const TObiektBazowy& inny, TArgumenty 
 
 std::int32_t TObiektBazowy::PorownajOproczPol(const TObiektBazowy& inny, TArgumenty pola, TRozmiarLiter rozmLiter,
                                               std::uint32_t localeID, TPorownywaczDanych* porownywacz) const {
+    if (Klasa()->Ma(ckLista))
+        SprawdzSelektoryElementow(u"POP", static_cast<const TListaBazowa*>(this), pola, &inny);
+    else
+        SprawdzSelektory(u"POP", *this, pola, &inny);
+    const TOcenione ocenione;
     if (porownywacz != nullptr)
         return WykonajPorownOproczPol(inny, pola, *porownywacz);
     TPorownywaczDanych wlasny(this, &inny, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
@@ -562,6 +573,7 @@ void TObiektBazowy::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const { za
 
 void TObiektBazowy::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {
     if (zapisywacz != nullptr) {
+        zapisywacz->ZapisywanoObiekt(*this);
         const TPoziom poziom(zapisywacz->Zagniezdzenie, *this);
         WykonajZapis(strumien, *zapisywacz);
         return;
@@ -569,7 +581,7 @@ void TObiektBazowy::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* za
     TZapisywaczDanych wlasny;
     const TBlokadaObiektu blokada(*this);
     const TUzycie uzycie(*this);
-    wlasny.PrzygotujKorzen(*this); // refuses a tree that nests too deep before the first byte
+    wlasny.PrzygotujKorzen(*this); // refuses what could not be read again, before the first byte
     const TPoziom poziom(wlasny.Zagniezdzenie, *this);
     TBuforZapisu bufor(strumien, 0x4000);
     WykonajZapis(bufor, wlasny);
@@ -619,6 +631,7 @@ std::uint32_t TObiektBazowy::DajWyroznikObiektu(const TObiektBazowy* wzor) const
         const TUzycie uzycie(*this);
         wzor->DajObiektyDoZapisu(zapisywacz);
         zapisywacz.SortujListe();
+        zapisywacz.ZapisywanoObiekt(*this);
         TBuforZapisu bufor(suma, 0x4000);
         const TPoziom poziom(zapisywacz.Zagniezdzenie, *this);
         WykonajZapis(bufor, zapisywacz);
@@ -631,40 +644,58 @@ std::uint32_t TObiektBazowy::DajWyroznikObiektu(const TObiektBazowy* wzor) const
 
 // --- operations that a class supplies
 
-bool TObiektBazowy::PoleNiepuste(int /*nrPola*/) const { BladAbstrakcyjny(u"PoleNiepuste"); }
+bool TObiektBazowy::PoleNiepuste(int /*nrPola*/) const { BladAbstrakcyjny(KlasaStatyczna(), u"PoleNiepuste"); }
 bool TObiektBazowy::PoleDoZapisu(int nrPola) const { return PoleNiepuste(nrPola); }
-void TObiektBazowy::UstawNiepuste(int /*nrPola*/, bool /*niepuste*/) { BladAbstrakcyjny(u"UstawNiepuste"); }
+void TObiektBazowy::UstawNiepuste(int /*nrPola*/, bool /*niepuste*/) {
+    BladAbstrakcyjny(KlasaStatyczna(), u"UstawNiepuste");
+}
 std::int32_t TObiektBazowy::WykonajPorownanie(const TPole& /*inne*/, TPorownywaczDanych& /*porownywacz*/) const {
-    BladAbstrakcyjny(u"WykonajPorownanie");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajPorownanie");
 }
 void TObiektBazowy::WykonajKopiowanie(const TPole& /*zrodlo*/, TKopierDanych& /*kopier*/) {
-    BladAbstrakcyjny(u"WykonajKopiowanie");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajKopiowanie");
 }
 void TObiektBazowy::WykonajZapis(TStrumien& /*strumien*/, TZapisywaczDanych& /*zapisywacz*/) const {
-    BladAbstrakcyjny(u"WykonajZapis");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajZapis");
 }
 void TObiektBazowy::WykonajOdczyt(TStrumien& /*strumien*/, TOdczytywaczDanych& /*odczytywacz*/) {
-    BladAbstrakcyjny(u"WykonajOdczyt");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajOdczyt");
 }
 void TObiektBazowy::WykonajZapisTekstowy(TZapisywaczTekstu& /*zapisywacz*/) const {
-    BladAbstrakcyjny(u"WykonajZapisTekstowy");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajZapisTekstowy");
 }
 void TObiektBazowy::WykonajOdczytTekstowy(TOdczytywaczTekstu& /*odczytywacz*/) {
-    BladAbstrakcyjny(u"WykonajOdczytTekstowy");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajOdczytTekstowy");
 }
-void TObiektBazowy::WykonajZapisXML(TZapisywaczXML& /*zapisywacz*/) const { BladAbstrakcyjny(u"WykonajZapisXML"); }
-void TObiektBazowy::WykonajOdczytXML(TOdczytywaczXML& /*odczytywacz*/) { BladAbstrakcyjny(u"WykonajOdczytXML"); }
+void TObiektBazowy::WykonajZapisXML(TZapisywaczXML& /*zapisywacz*/) const {
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajZapisXML");
+}
+void TObiektBazowy::WykonajOdczytXML(TOdczytywaczXML& /*odczytywacz*/) {
+    BladAbstrakcyjny(KlasaStatyczna(), u"WykonajOdczytXML");
+}
 void TObiektBazowy::WczytajZPlikuXMLWewn(TOdczytywaczXML& /*odczytywacz*/) {
-    BladAbstrakcyjny(u"WczytajZPlikuXMLWewn");
+    BladAbstrakcyjny(KlasaStatyczna(), u"WczytajZPlikuXMLWewn");
 }
-void TObiektBazowy::WczytajZPlikuXML(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPlikuXML"); }
-void TObiektBazowy::WczytajStalaRES(std::u16string_view /*nazwa*/) { BladAbstrakcyjny(u"WczytajStalaRES"); }
+void TObiektBazowy::WczytajZPlikuXML(std::u16string_view /*plik*/) {
+    BladAbstrakcyjny(KlasaStatyczna(), u"WczytajZPlikuXML");
+}
+void TObiektBazowy::WczytajStalaRES(std::u16string_view /*nazwa*/) {
+    BladAbstrakcyjny(KlasaStatyczna(), u"WczytajStalaRES");
+}
 
-std::string TObiektBazowy::ZapiszWStringuXML() const { BladAbstrakcyjny(u"ZapiszWStringuXML"); }
-void TObiektBazowy::WczytajZeStringuXML(std::string_view /*tekst*/) { BladAbstrakcyjny(u"WczytajZeStringuXML"); }
-void TObiektBazowy::ZapiszWPlikuXML(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPlikuXML"); }
-void TObiektBazowy::ZapiszWPliku(std::u16string_view /*plik*/) const { BladAbstrakcyjny(u"ZapiszWPliku"); }
-void TObiektBazowy::WczytajZPliku(std::u16string_view /*plik*/) { BladAbstrakcyjny(u"WczytajZPliku"); }
+std::string TObiektBazowy::ZapiszWStringuXML() const { BladAbstrakcyjny(KlasaStatyczna(), u"ZapiszWStringuXML"); }
+void TObiektBazowy::WczytajZeStringuXML(std::string_view /*tekst*/) {
+    BladAbstrakcyjny(KlasaStatyczna(), u"WczytajZeStringuXML");
+}
+void TObiektBazowy::ZapiszWPlikuXML(std::u16string_view /*plik*/) const {
+    BladAbstrakcyjny(KlasaStatyczna(), u"ZapiszWPlikuXML");
+}
+void TObiektBazowy::ZapiszWPliku(std::u16string_view /*plik*/) const {
+    BladAbstrakcyjny(KlasaStatyczna(), u"ZapiszWPliku");
+}
+void TObiektBazowy::WczytajZPliku(std::u16string_view /*plik*/) {
+    BladAbstrakcyjny(KlasaStatyczna(), u"WczytajZPliku");
+}
 
 // --- one name
 

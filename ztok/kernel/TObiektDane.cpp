@@ -13,6 +13,8 @@
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/Kontekst.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/kernel/TOpisKlasy.h"
@@ -33,8 +35,7 @@ namespace ztok {
 // --- initialisation from parallel arrays
 
 void TObiekt::WpiszDane(TArgumenty pola, TArgumenty wartosci) {
-    if (pola.size() != wartosci.size())
-        ZTErrorFmt(Komunikat(kmZlaLiczbaElementow), {u"WD", static_cast<std::int64_t>(wartosci.size())});
+    SprawdzDlugosci(u"WD", pola, wartosci);
     const TBlokadaObiektu blokada(*this);
     const TUzycie uzycie(*this);
     for (std::size_t i = 0; i < pola.size(); ++i)
@@ -42,6 +43,7 @@ void TObiekt::WpiszDane(TArgumenty pola, TArgumenty wartosci) {
 }
 
 void TObiekt::Inicjuj(TArgumenty pola, TArgumenty wartosci) {
+    SprawdzDlugosci(u"WD", pola, wartosci); // before the old values go
     const TBlokadaObiektu blokada(*this);
     const TUzycie uzycie(*this);
     ZwolnijPola(true);
@@ -136,7 +138,10 @@ void TObiekt::PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola
     if (nrZrodla != CalyObiekt) {
         if (!zrodlo.Klasa()->Ma(ckObiekt))
             BladKlasy(zrodlo, TObiekt::KlasaStatyczna());
-        skad = static_cast<const TObiekt&>(zrodlo).Pole(nrZrodla);
+        const auto& zPolami = static_cast<const TObiekt&>(zrodlo);
+        skad = zPolami.Pole(nrZrodla);
+        if (skad == nullptr && zPolami.TypPolaNr(nrZrodla) == nullptr)
+            ZTErrorFmt(Komunikat(kmBrakPola), {zrodlo.NazwaKlasy(), nrZrodla});
     }
     if (nrPola == CalyObiekt) {
         if (skad == nullptr)
@@ -147,6 +152,8 @@ void TObiekt::PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola
     }
     const TBlokadaObiektu blokada(*this);
     if (skad == nullptr) {
+        if (Pole(nrPola) == nullptr && TypPolaNr(nrPola) == nullptr)
+            ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
         UstawNiepuste(nrPola, false);
     } else {
         TPole* dokad = DajPole(nrPola);
@@ -430,43 +437,6 @@ bool TObiekt::PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy, TZa
     return pole != nullptr;
 }
 
-void TObiekt::SprawdzZagniezdzeniePol(TZapisywaczDanych& zapisywacz) const {
-    for (int nr = 0; nr < ilePol_; ++nr)
-        if (const TObiektBazowy* obiekt = ObiektDoZapisu(nr, zapisywacz); obiekt != nullptr)
-            SprawdzZagniezdzenie(*obiekt, zapisywacz);
-}
-
-void SprawdzZagniezdzenie(const TObiektBazowy& obiekt, TZapisywaczDanych& zapisywacz) {
-    const TPoziom poziom(zapisywacz.Zagniezdzenie, obiekt);
-    const std::uint32_t cechy = obiekt.Klasa()->cechy;
-    if ((cechy & ckObiekt) != 0) {
-        static_cast<const TObiekt&>(obiekt).SprawdzZagniezdzeniePol(zapisywacz);
-    } else if ((cechy & ckTablica) != 0) {
-        const auto& tablica = static_cast<const TArrayOfConst&>(obiekt);
-        for (std::int32_t i = 0; i < tablica.Ile(); ++i)
-            if (const TObiektBazowy* element = tablica.Obiekt(i); element != nullptr)
-                SprawdzZagniezdzenie(*element, zapisywacz);
-    } else if ((cechy & ckListaZObiektami) != 0) {
-        const auto& lista = static_cast<const TListaBazowa&>(obiekt);
-        const TKlasa* klasa = (cechy & ckListaObiektow) != 0 && lista.Jednorodna()
-                                  ? static_cast<const TListaObiektow&>(lista).TypObiektowListy()
-                                  : nullptr;
-        // Elements of one class that nests nothing are one level, and need not be looked at.
-        const bool plaskie = klasa != nullptr && klasa->Ma(ckObiekt) && !klasa->Ma(ckWlasneTypyPol) &&
-                             !TObiekt::Migawka(klasa).saObiekty;
-        for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
-            const TObiektBazowy* element = lista.Obiekty(i);
-            if (element == nullptr)
-                continue;
-            if (plaskie) {
-                const TPoziom poziomElementu(zapisywacz.Zagniezdzenie, *element);
-                break;
-            }
-            SprawdzZagniezdzenie(*element, zapisywacz);
-        }
-    }
-}
-
 namespace {
 
 // Bitmap of field numbers: small ones on the stack.
@@ -513,6 +483,11 @@ void ZapiszPole(const TPole& pole, unsigned kod, TStrumien& strumien, TZapisywac
     }
 }
 
+// Apart from the writing, whose frames these texts would make large.
+[[noreturn, gnu::noinline]] void BladZmianyPrzyZapisie(const TObiekt& obiekt) {
+    ZTErrorFmt(kmZmianaPrzyZapisie, {obiekt.NazwaKlasy(), obiekt.DajSciezkeDoSiebie()});
+}
+
 // What a field counts for the reader's limit of memory.
 constexpr std::int64_t kPamiecPola = 48;
 
@@ -555,17 +530,10 @@ void TObiekt::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) c
     for (std::uint32_t j = 0; j < bajtow; ++j)
         for (unsigned bity = mapa.Bajty()[j]; bity != 0; bity &= bity - 1) {
             const int nr = static_cast<int>(8 * j) + std::countr_zero(bity);
-            const TPole& pole = PoleZBitu(nr);
-            ZapiszPole(pole, (Stany()[nr] & spDokladna) != 0 ? Stany()[nr] >> 4U : 0U, strumien, zapisywacz);
+            if (Pole(nr) == nullptr) [[unlikely]]
+                BladZmianyPrzyZapisie(*this);
+            ZapiszPole(*FPola[nr], (Stany()[nr] & spDokladna) != 0 ? Stany()[nr] >> 4U : 0U, strumien, zapisywacz);
         }
-}
-
-// The field whose bit has been written: it must still be there.
-const TPole& TObiekt::PoleZBitu(int nrPola) const {
-    const TPole* pole = Pole(nrPola);
-    if (pole == nullptr) [[unlikely]]
-        ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nrPola});
-    return *pole;
 }
 
 // The fields of the bits. Their bytes are bounded first: then plain ones go into the stream's window without more ado.
@@ -578,7 +546,9 @@ void TObiekt::ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczD
     std::size_t granica = 1 + sizeof bity;
     for (std::uint64_t b = bity; b != 0; b &= b - 1) {
         const int nr = std::countr_zero(b);
-        const TPole& pole = PoleZBitu(nr);
+        if (Pole(nr) == nullptr) [[unlikely]] // whoever was asked about the fields has taken it away
+            BladZmianyPrzyZapisie(*this);
+        const TPole& pole = *FPola[nr];
         const std::size_t znakow = kodPola(nr) == kpString ? static_cast<const TPoleString&>(pole).Wartosc().size() : 2;
         granica += znakow < TZapisywaczDanych::kKrotszyTekst ? 3 * znakow + 4 : 0;
     }
@@ -600,7 +570,7 @@ void TObiekt::ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczD
     };
     for (; bity != 0; bity &= bity - 1) {
         const int nr = std::countr_zero(bity);
-        const TPole& pole = PoleZBitu(nr); // an object written before may have taken it away
+        const TPole& pole = *FPola[nr];
         const unsigned kod = kodPola(nr);
         if (cel != nullptr) {
             switch (kod) {
@@ -629,12 +599,21 @@ void TObiekt::ZapiszWprost(std::uint64_t bity, TStrumien& strumien, TZapisywaczD
             strumien.Zapisano(static_cast<std::size_t>(p - cel));
         }
         ZapiszPole(pole, kod, strumien, zapisywacz);
+        if (kod == kpInne)
+            SprawdzPoCzesci(bity & (bity - 1));
         // What an object does while it is written may change the bound.
         if (cel != nullptr)
             p = cel = kod == kpInne || kod == kpWskObiektu ? nullptr : strumien.MiejsceZapisu(granica);
     }
     if (cel != nullptr)
         strumien.Zapisano(static_cast<std::size_t>(p - cel));
+}
+
+// A part that was written may have changed its parent: the record has announced the fields of the bits.
+void TObiekt::SprawdzPoCzesci(std::uint64_t bity) const {
+    for (; bity != 0; bity &= bity - 1)
+        if (Pole(std::countr_zero(bity)) == nullptr)
+            BladZmianyPrzyZapisie(*this);
 }
 
 void TObiekt::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odczytywacz) {
@@ -677,10 +656,14 @@ void TObiekt::WczytajPoleNr(int nr, const TMigawkaOpisu& migawka, TStrumien& str
     // A number that the class does not declare takes no bytes: the format relies on one layout at both ends.
     if (typ == nullptr || nr > 32767)
         return;
-    TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
-    odczytywacz.ZuzyjPamiec(kPamiecPola);
-    pole.WczytajZeStrumienia(strumien, &odczytywacz);
-    if (Pole(nr) != &pole)
+    ZKontekstem(
+        [&] {
+            TPole& pole = Pole(nr) != nullptr ? *Pole(nr) : UtworzPole(nr, typ);
+            odczytywacz.ZuzyjPamiec(kPamiecPola);
+            pole.WczytajZeStrumienia(strumien, &odczytywacz);
+        },
+        [&](std::u16string_view komunikat) { return KontekstOdczytu(nr, komunikat); });
+    if (Pole(nr) == nullptr)
         return; // its own code has taken it away
     if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
         migawka.pola[nr].wiersz->klasa != nullptr)
@@ -782,78 +765,88 @@ void TObiekt::WczytajWprost(std::uint64_t bity, const TMigawkaOpisu& migawka, TS
     if (BajtyBloku(ile, miejsca + naTeksty) > NajwiekszyBlokPuli)
         naTeksty = 0;
     Zarezerwuj(ile, miejsca + naTeksty);
-    for (; bity != 0; bity &= bity - 1) {
-        const int nr = std::countr_zero(bity);
-        const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
-        // An object read before may have written to its parent, or cleared it.
-        if (nr < ilePol_ && FPola[nr] != nullptr) [[unlikely]] {
-            kursor.Oddaj();
-            WczytajPoleNr(nr, migawka, strumien, odczytywacz);
-            kursor.Wez();
-            continue;
-        }
-        const bool jestMiejsce = zajete_ < miejsca_ && nr < pojPol_;
-        const auto wstaw = [&](TPole* pole, unsigned stan) {
-            FPola[nr] = pole;
-            Stany()[nr] = static_cast<std::uint8_t>(stan);
-            ilePol_ = std::max(ilePol_, nr + 1);
-        };
-        const auto liczba = [&]<class P, class W>(std::type_identity<P>, W wartosc) {
-            kursor.Czytaj(&wartosc, sizeof wartosc);
-            P* pole = ::new (ZajmijMiejsca(1)) P;
-            pole->UstawWartosc(wartosc);
-            wstaw(pole, unsigned{pozycja.stan} | spWartosc);
-        };
-        switch (jestMiejsce ? pozycja.kodProsty : std::uint8_t{kpInne}) {
-        case kpString: {
-            auto* pole = ::new (ZajmijMiejsca(1)) TPoleString;
-            wstaw(pole, pozycja.stan);
-            const std::uint8_t* p = kursor.Poz();
-            // Most texts have a count of one byte and lie in the stream's window.
-            if (p != kursor.Koniec() && *p < 0x80 && *p < kursor.Koniec() - p && !odczytywacz.FOdczytANSI) [[likely]] {
-                odczytywacz.SprawdzTekst(*p);
-                const char* bajty = reinterpret_cast<const char*>(p) + 1;
-                const int naTekst = MiejscaTekstu(*p);
-                if (naTekst <= naTeksty && zajete_ + naTekst <= miejsca_) {
-                    naTeksty -= naTekst;
-                    const std::size_t zajal = pole->tekst_.UstawUtf8WMiejscu(bajty, *p, ZajmijMiejsca(naTekst));
-                    OddajMiejsca(naTekst - static_cast<int>(zajal / kMiejsce));
-                } else {
-                    pole->tekst_.UstawUtf8(bajty, *p);
-                }
-                kursor.Pomin(std::size_t{*p} + 1);
-            } else {
+    const auto pola = [&] {
+        for (; bity != 0; bity &= bity - 1) {
+            const int nr = std::countr_zero(bity);
+            const TMigawkaOpisu::TPozycja& pozycja = migawka.pola[nr];
+            // An object read before may have written to its parent, or cleared it.
+            if (nr < ilePol_ && FPola[nr] != nullptr) [[unlikely]] {
                 kursor.Oddaj();
-                TOdczytywaczDanych::WczytajWideString(strumien, pole->tekst_, &odczytywacz);
+                WczytajPoleNr(nr, migawka, strumien, odczytywacz);
+                kursor.Wez();
+                continue;
+            }
+            const bool jestMiejsce = zajete_ < miejsca_ && nr < pojPol_;
+            const auto wstaw = [&](TPole* pole, unsigned stan) {
+                FPola[nr] = pole;
+                Stany()[nr] = static_cast<std::uint8_t>(stan);
+                ilePol_ = std::max(ilePol_, nr + 1);
+            };
+            const auto liczba = [&]<class P, class W>(std::type_identity<P>, W wartosc) {
+                kursor.Czytaj(&wartosc, sizeof wartosc);
+                P* pole = ::new (ZajmijMiejsca(1)) P;
+                pole->UstawWartosc(wartosc);
+                wstaw(pole, unsigned{pozycja.stan} | spWartosc);
+            };
+            switch (jestMiejsce ? pozycja.kodProsty : std::uint8_t{kpInne}) {
+            case kpString: {
+                auto* pole = ::new (ZajmijMiejsca(1)) TPoleString;
+                wstaw(pole, pozycja.stan);
+                const std::uint8_t* p = kursor.Poz();
+                // Most texts have a count of one byte and lie in the stream's window.
+                if (p != kursor.Koniec() && *p < 0x80 && *p < kursor.Koniec() - p && !odczytywacz.FOdczytANSI)
+                    [[likely]] {
+                    odczytywacz.SprawdzTekst(*p);
+                    const char* bajty = reinterpret_cast<const char*>(p) + 1;
+                    const int naTekst = MiejscaTekstu(*p);
+                    if (naTekst <= naTeksty && zajete_ + naTekst <= miejsca_) {
+                        naTeksty -= naTekst;
+                        const std::size_t zajal = pole->tekst_.UstawUtf8WMiejscu(bajty, *p, ZajmijMiejsca(naTekst));
+                        OddajMiejsca(naTekst - static_cast<int>(zajal / kMiejsce));
+                    } else {
+                        pole->tekst_.UstawUtf8(bajty, *p);
+                    }
+                    kursor.Pomin(std::size_t{*p} + 1);
+                } else {
+                    kursor.Oddaj();
+                    TOdczytywaczDanych::WczytajWideString(strumien, pole->tekst_, &odczytywacz);
+                    kursor.Wez();
+                }
+                Stany()[nr] |= spWartosc;
+                break;
+            }
+            case kpInteger:
+                liczba(std::type_identity<TPoleInteger>{}, std::int32_t{});
+                break;
+            case kpDouble:
+                liczba(std::type_identity<TPoleDouble>{}, double{});
+                break;
+            case kpBoolean:
+                liczba(std::type_identity<TPoleBoolean>{}, std::uint8_t{});
+                break;
+            case kpByte:
+                liczba(std::type_identity<TPoleByte>{}, std::uint8_t{});
+                break;
+            case kpDate:
+                liczba(std::type_identity<TPoleDate>{}, double{});
+                break;
+            default:
+                kursor.Oddaj();
+                UtworzPole(nr, pozycja.klasa).WczytajZeStrumienia(strumien, &odczytywacz);
+                if (pozycja.stan >> 4U == kpWskObiektu && pozycja.wiersz != nullptr && pozycja.wiersz->klasa != nullptr)
+                    odczytywacz.OgraniczOstatni(pozycja.wiersz->klasa());
+                UstawNiepuste(nr, true);
                 kursor.Wez();
             }
-            Stany()[nr] |= spWartosc;
-            break;
         }
-        case kpInteger:
-            liczba(std::type_identity<TPoleInteger>{}, std::int32_t{});
-            break;
-        case kpDouble:
-            liczba(std::type_identity<TPoleDouble>{}, double{});
-            break;
-        case kpBoolean:
-            liczba(std::type_identity<TPoleBoolean>{}, std::uint8_t{});
-            break;
-        case kpByte:
-            liczba(std::type_identity<TPoleByte>{}, std::uint8_t{});
-            break;
-        case kpDate:
-            liczba(std::type_identity<TPoleDate>{}, double{});
-            break;
-        default:
-            kursor.Oddaj();
-            UtworzPole(nr, pozycja.klasa).WczytajZeStrumienia(strumien, &odczytywacz);
-            if (pozycja.stan >> 4U == kpWskObiektu && pozycja.wiersz != nullptr && pozycja.wiersz->klasa != nullptr)
-                odczytywacz.OgraniczOstatni(pozycja.wiersz->klasa());
-            UstawNiepuste(nr, true);
-            kursor.Wez();
-        }
-    }
+    };
+    ZKontekstem(pola,
+                [&](std::u16string_view komunikat) { return KontekstOdczytu(std::countr_zero(bity), komunikat); });
+}
+
+std::u16string TObiekt::KontekstOdczytu(int nrPola, std::u16string_view komunikat) const {
+    return FormatujBezWyjatku(Komunikat(kmBladOdczytuPola),
+                              {NazwaKlasy(), NazwaPolaNr(nrPola), DajSciezkeDoSiebie(), komunikat});
 }
 
 bool TObiekt::MoznaCzytacDaneTypu(std::u16string_view nazwaTypu) const {

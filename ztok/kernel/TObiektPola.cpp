@@ -4,6 +4,7 @@
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -14,6 +15,9 @@
 namespace ztok {
 
 namespace {
+
+// What a selector names that another class knows.
+constexpr int kInnejKlasy = -2;
 
 // The number that a selector names in the object, and what follows the name in its path. -1 with an empty rest is the
 // whole object.
@@ -31,6 +35,8 @@ int NrWgSelektora(const TObiekt& obiekt, const TArgument& selektor, std::u16stri
     std::u16string_view dalej;
     WydzielNazwePola(nazwa, dalej);
     const int nr = obiekt.NrPolaONazwie(nazwa);
+    if (nr < 0 && TOcenione::Trwa())
+        return kInnejKlasy;
     if (nr < 0)
         ZTErrorFmt(Komunikat(kmBlednaSciezka), {operacja, sciezka});
     reszta = dalej;
@@ -51,6 +57,8 @@ std::vector<TWybranePole> WybranePola(const TObiekt& obiekt, TArgumenty pola, st
     std::u16string reszta;
     for (const TArgument& selektor : pola) {
         const int nr = NrWgSelektora(obiekt, selektor, operacja, reszta);
+        if (nr == kInnejKlasy)
+            continue;
         calyObiekt = calyObiekt || nr == CalyObiekt;
         auto gdzie = std::find_if(wybrane.begin(), wybrane.end(), [nr](const TWybranePole& w) { return w.nr == nr; });
         if (gdzie == wybrane.end())
@@ -129,8 +137,11 @@ bool CalyWsrod(TArgumenty pola, std::u16string_view operacja) {
 // --- of any object of the model
 
 void TObiektBazowy::ZerujDanePol(TArgumenty pola) {
+    SprawdzSelektory(u"ZDP", *this, pola);
     const TBlokadaObiektu blokada(*this);
     for (const TArgument& selektor : pola) {
+        if (TOcenione::Trwa() && !ZnaSelektor(*this, selektor))
+            continue;
         if (selektor.Tag() == TTag::Integer)
             UstawNiepuste(static_cast<std::int16_t>(selektor.Calkowita()), false);
         else if (selektor.JestNazwa())
@@ -141,6 +152,7 @@ void TObiektBazowy::ZerujDanePol(TArgumenty pola) {
 }
 
 void TObiektBazowy::ZerujDaneOprocz(TArgumenty pola) {
+    SprawdzSelektory(u"ZDO", *this, pola);
     if (!CalyWsrod(pola, u"ZDO"))
         ZerujDane();
 }
@@ -187,6 +199,7 @@ std::int32_t TObiektBazowy::WykonajPorownOproczPol(const TObiektBazowy& inny, TA
 // --- of an object with fields
 
 void TObiekt::ZerujDaneOprocz(TArgumenty pola) {
+    SprawdzSelektory(u"ZDO", *this, pola);
     const TBlokadaObiektu blokada(*this);
     bool calyObiekt = false;
     const std::vector<TWybranePole> zachowane = WybranePola(*this, pola, u"ZDO", calyObiekt);
@@ -307,6 +320,7 @@ void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, bool razem, TKopierDanych* 
     if (&cel == &zrodlo)
         return;
     if (kopier != nullptr) {
+        kopier->KopiowanoDane(zrodlo, cel); // what points at the source, within the copy, is to point here
         kopiuj(cel, zrodlo, *kopier);
         return;
     }
@@ -319,6 +333,7 @@ void KopiujPola(TObiekt& cel, const TObiekt& zrodlo, bool razem, TKopierDanych* 
     const TBlokadaObiektu blokada(cel);
     const TBlokadaObiektu blokadaZrodla(zrodlo);
     TKopierDanych wlasny; // goes before the locks do: after an error it still registers references
+    wlasny.KopiowanoDane(zrodlo, cel);
     kopiuj(cel, zrodlo, wlasny);
     wlasny.PrzepnijReferencje();
 }
@@ -341,6 +356,7 @@ template <class F> bool TObiekt::KopiujCzesc(int nr, const TObiekt& zrodlo, cons
 }
 
 void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale, TKopierDanych* kopier) {
+    SprawdzSelektory(u"KDP", *this, pola, &zrodlo);
     const auto kopiuj = [pola, zerujPozostale](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
         if (zerujPozostale)
             cel.ZerujDaneOprocz(pola);
@@ -360,6 +376,7 @@ void TObiekt::KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPo
 }
 
 void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDanych* kopier) {
+    SprawdzSelektory(u"KDO", *this, pola, &zrodlo);
     const auto kopiuj = [pola](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
         bool calyObiekt = false;
         const std::vector<TWybranePole> pominiete = WybranePola(cel, pola, u"KDO", calyObiekt);

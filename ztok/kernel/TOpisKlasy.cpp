@@ -27,7 +27,8 @@ constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa, TRodzaj
     return {nr, nazwa, rodzaj, dostep, dostep, {}, klasa, nullptr};
 }
 
-// The field class that a row declares; null when the row declares no field of the model.
+} // namespace
+
 const TKlasa* KlasaPolaWiersza(const TWierszPola& w) {
     const auto gdy = [&w](TDostep czytnik, const TKlasa* klasa) -> const TKlasa* {
         return w.czytnik == czytnik ? klasa : nullptr;
@@ -86,6 +87,8 @@ const TKlasa* KlasaPolaWiersza(const TWierszPola& w) {
     }
     return nullptr;
 }
+
+namespace {
 
 // Calls `dzialanie` for every row of the class, those of its ancestors first.
 template <class F> void DlaWierszy(const TKlasa* klasa, const F& dzialanie) {

@@ -96,6 +96,10 @@ class ZTOK_API TListaOpisowKlas : public TListaTypu<TOpisKlasy> {
 // Refuses (ZTException) to empty or replace the kernel in use or a descriptor that it holds; one that dies is emptied.
 void SprawdzUzycie(const TObiektBazowy& opis);
 
+// The field class that a row of a field table declares; null when the row declares no field of the model, as one whose
+// reader is foreign. A class may declare such a property anew as a field.
+[[nodiscard]] const TKlasa* KlasaPolaWiersza(const TWierszPola& w);
+
 // What the inner loops need of a descriptor: immutable, found without a lock. Valid for the kernel of that number only.
 struct TMigawkaOpisu {
     // Objects of at most so many fields have them as bits of a word too.

@@ -6,6 +6,7 @@
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleBoolean.h"
+#include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
@@ -23,6 +24,7 @@ void TObiektBazowy::ZapiszTekstowo(TStrumien& strumien, TZapisywaczTekstu* zapis
         ZapiszTekstowo(strumien, std::u16string_view());
         return;
     }
+    zapisywacz->ZapisywanoObiekt(*this);
     const TPoziom poziom(zapisywacz->Zagniezdzenie, *this);
     WykonajZapisTekstowy(*zapisywacz);
 }
@@ -189,62 +191,74 @@ void TObiekt::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
     const bool szybko =
         !Klasa()->Ma(ckWlasneNazwyPol | ckWlasneTypyPol | ckWlasneUstawNiepuste) && !odczytywacz.ChceKazdePole();
     odczytywacz.ZuzyjPamiec(migawka.ilePol * static_cast<std::int64_t>(sizeof(TPole*) + 1));
-    bool spodziewane = false; // the token is the name of the field behind number nr, with "=" behind it
-    for (int nr = -1;;) {
-        int nastepne = nr + 1;
-        if (szybko && !spodziewane && parser.Token() == TZTParser::Symbol && parser.PrzedRowna()) {
-            nastepne = PoleONazwie8(migawka, parser.TrescTokenu(), nr);
-            spodziewane = nastepne >= 0;
-        }
-        if (spodziewane) {
-            spodziewane = false;
-            const TKlasa* typ = migawka.pola[nastepne].klasa;
-            if (!typ->Ma(ckObiektBazowy | ckPoleWsk)) {
-                TPole* jest = Pole(nastepne);
-                TPole& pole = jest != nullptr ? *jest : UtworzPole(nastepne, typ);
-                const std::uint8_t stan = Stany()[nastepne];
-                if ((stan & spDokladna) != 0 && WczytajWartosc(pole, stan >> 4U, odczytywacz)) {
-                    odczytywacz.ZuzyjPamiec(48);
-                    Stany()[nastepne] |= spWartosc;
-                    nr = nastepne;
-                    spodziewane =
-                        parser.NextToken(nr + 1 < migawka.ilePol ? migawka.pola[nr + 1].nazwa8 : std::string_view());
-                    continue;
+    int czytane = -1; // the field that is read
+    const auto pola = [&] {
+        bool spodziewane = false; // the token is the name of the field behind number nr, with "=" behind it
+        for (int nr = -1;;) {
+            int nastepne = nr + 1;
+            czytane = -1;
+            odczytywacz.ZapamietajMiejsce();
+            if (szybko && !spodziewane && parser.Token() == TZTParser::Symbol && parser.PrzedRowna()) {
+                nastepne = PoleONazwie8(migawka, parser.TrescTokenu(), nr);
+                spodziewane = nastepne >= 0;
+            }
+            if (spodziewane) {
+                spodziewane = false;
+                const TKlasa* typ = migawka.pola[nastepne].klasa;
+                czytane = nastepne;
+                if (!typ->Ma(ckObiektBazowy | ckPoleWsk)) {
+                    TPole* jest = Pole(nastepne);
+                    TPole& pole = jest != nullptr ? *jest : UtworzPole(nastepne, typ);
+                    const std::uint8_t stan = Stany()[nastepne];
+                    if ((stan & spDokladna) != 0 && WczytajWartosc(pole, stan >> 4U, odczytywacz)) {
+                        odczytywacz.ZuzyjPamiec(48);
+                        Stany()[nastepne] |= spWartosc;
+                        nr = nastepne;
+                        czytane = -1;
+                        spodziewane = parser.NextToken(nr + 1 < migawka.ilePol ? migawka.pola[nr + 1].nazwa8
+                                                                               : std::string_view());
+                        continue;
+                    }
                 }
             }
-        }
-        if (parser.TokenSymbolIs("end"))
-            break;
-        const bool obiekt = parser.TokenSymbolIs("object");
-        if (obiekt)
+            if (parser.TokenSymbolIs("end"))
+                break;
+            const bool obiekt = parser.TokenSymbolIs("object");
+            if (obiekt)
+                parser.NextToken();
+            nr = czytane = PoleZTekstu(odczytywacz, nr);
+            const TKlasa* typ = TypPolaNr(nr);
+            if (typ == nullptr || typ->Ma(ckObiektBazowy) != obiekt)
+                parser.Error(kmSpodziewanyIdentyfikator);
             parser.NextToken();
-        nr = PoleZTekstu(odczytywacz, nr);
-        const TKlasa* typ = TypPolaNr(nr);
-        if (typ == nullptr || typ->Ma(ckObiektBazowy) != obiekt)
-            parser.Error(kmSpodziewanyIdentyfikator);
-        parser.NextToken();
-        if (!obiekt) {
-            parser.CheckToken('=');
-            parser.NextToken();
+            if (!obiekt) {
+                parser.CheckToken('=');
+                parser.NextToken();
+            }
+            odczytywacz.ZuzyjPamiec(48);
+            odczytywacz.OdczytPole = nr;
+            odczytywacz.ZapamietajMiejsce();
+            // Given twice: what was read before goes, since a reader may know a field that can die only once.
+            if (Pole(nr) != nullptr && (obiekt || (Stany()[nr] >> 4U) == kpWskObiektu))
+                UstawPole(nr, nullptr, true);
+            TPole& pole = *DajPole(nr);
+            pole.WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
+            if (Pole(nr) != &pole) // its own code has taken it away
+                ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nr});
+            if (obiekt) {
+                parser.CheckTokenSymbol("end");
+                parser.NextToken();
+            } else if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol &&
+                       migawka.pola[nr].wiersz != nullptr && migawka.pola[nr].wiersz->klasa != nullptr) {
+                odczytywacz.OgraniczOstatni(migawka.pola[nr].wiersz->klasa());
+            }
+            UstawNiepuste(nr, true);
         }
-        odczytywacz.ZuzyjPamiec(48);
-        odczytywacz.OdczytPole = nr;
-        // Given twice: what was read before goes, since a reader may know a field that can die only once.
-        if (Pole(nr) != nullptr && (obiekt || (Stany()[nr] >> 4U) == kpWskObiektu))
-            UstawPole(nr, nullptr, true);
-        TPole& pole = *DajPole(nr);
-        pole.WczytajTekstowo(odczytywacz.Strumien, &odczytywacz);
-        if (Pole(nr) != &pole) // its own code has taken it away
-            ZTErrorFmt(Komunikat(kmBrakPola), {NazwaKlasy(), nr});
-        if (obiekt) {
-            parser.CheckTokenSymbol("end");
-            parser.NextToken();
-        } else if ((Stany()[nr] >> 4U) == kpWskObiektu && nr < migawka.ilePol && migawka.pola[nr].wiersz != nullptr &&
-                   migawka.pola[nr].wiersz->klasa != nullptr) {
-            odczytywacz.OgraniczOstatni(migawka.pola[nr].wiersz->klasa());
-        }
-        UstawNiepuste(nr, true);
-    }
+    };
+    ZKontekstem(pola, [&](const EWyjatek& e) {
+        // Between two fields it is the field of the parent that is read.
+        return czytane < 0 ? std::u16string() : KontekstOdczytu(czytane, odczytywacz.KomunikatZMiejscem(e));
+    });
 }
 
 } // namespace ztok

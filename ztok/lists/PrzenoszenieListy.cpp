@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TListaObiektow.h"
@@ -29,24 +30,34 @@ template <class F> bool TListaBazowa::DopiszWybrane(const TListaBazowa* dane, co
 
 bool TListaBazowa::DopiszObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
                                          TRozmiarLiter rozmLiter) {
-    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+    SprawdzDlugosci(u"DOOC", pola, wartosci);
+    SprawdzSelektoryElementow(u"DOOC", dane, pola);
+    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
 }
 
 bool TListaBazowa::DopiszObiektyOprocz(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
                                        TRozmiarLiter rozmLiter) {
-    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+    SprawdzDlugosci(u"DOO", pola, wartosci);
+    SprawdzSelektoryElementow(u"DOO", dane, pola);
+    return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
 }
 
 bool TListaBazowa::MaTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter) const {
-    return pola.empty() ? JestTakiObiekt(obiekt) : JestObiektTakiJak(obiekt, pola, rozmLiter);
+    if (pola.empty())
+        return JestTakiObiekt(obiekt);
+    const TOcenione ocenione;
+    return JestObiektTakiJak(obiekt, pola, rozmLiter);
 }
 
 bool TListaBazowa::DopiszObiektyGdyBrak(const TListaBazowa* dane, TArgumenty pola, TRozmiarLiter rozmLiter) {
+    SprawdzSelektoryElementow(u"DOGB", dane, pola, this);
     return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return !MaTakiJak(o, pola, rozmLiter); });
 }
 
 bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty pola, TArgumenty wartosci,
                                          TRozmiarLiter rozmLiter) {
+    SprawdzDlugosci(u"KOOC", pola, wartosci);
+    SprawdzSelektoryElementow(u"KOOC", dane, pola);
     if (dane == this) {
         UsunObiektyOprocz(pola, wartosci, rozmLiter);
         return !ListaPusta();
@@ -130,6 +141,12 @@ template <class F> std::int32_t TListaBazowa::PrzeniesSloty(TListaBazowa& dane, 
 
 bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                    ERodzajWyboru wybor) {
+    if (wybor == rwyBrakujace) {
+        SprawdzSelektoryElementow(u"POGB", &dane, pola, this);
+    } else if (wybor != rwyWszystkie) {
+        SprawdzDlugosci(u"POWC", pola, wartosci);
+        SprawdzSelektoryElementow(u"POWC", &dane, pola);
+    }
     if (&dane == this)
         return false;
     const std::int32_t od = FIleObiektow;
@@ -140,10 +157,12 @@ bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumen
         ile = PrzeniesSloty(dane, [](const TObiektBazowy& /*o*/) { return true; });
         break;
     case rwyMajace:
-        ile = PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+        ile =
+            PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
         break;
     case rwyNieMajace:
-        ile = PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+        ile =
+            PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
         break;
     case rwyBrakujace:
         // An element moved earlier counts as present, so these go one by one; when one raises, those before it are here
@@ -211,7 +230,17 @@ void TListaWskObiektow::PoPrzeniesObiekty(TListaBazowa& lista, std::int32_t od) 
 
 // --- values of the elements
 
+namespace {
+
+void SprawdzSciezkeElementow(std::u16string_view operacja, const TListaBazowa& lista, std::u16string_view sciezka) {
+    const TArgument selektor(sciezka);
+    SprawdzSelektoryElementow(operacja, &lista, {&selektor, 1});
+}
+
+} // namespace
+
 void TListaBazowa::DajListeWartPola(std::u16string_view sciezka, TListaNapisow& wartosci) const {
+    SprawdzSciezkeElementow(u"DajListeWartPola", *this, sciezka);
     wartosci.Zeruj();
     for (TObiektBazowy* element : *this)
         if (const TPole* pole = element == nullptr ? nullptr : element->PoleONazwie(sciezka); pole != nullptr)
@@ -220,6 +249,7 @@ void TListaBazowa::DajListeWartPola(std::u16string_view sciezka, TListaNapisow& 
 }
 
 void TListaBazowa::WpiszDoStrings(std::u16string_view sciezka, TListaNapisow& napisy) const {
+    SprawdzSciezkeElementow(u"WpiszDoStrings", *this, sciezka);
     napisy.Zeruj();
     for (TObiektBazowy* element : *this) {
         if (element == nullptr)

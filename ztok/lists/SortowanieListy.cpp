@@ -7,6 +7,7 @@
 #include "ztok/fields/TPolaDaty.h"
 #include "ztok/fields/TPolaLiczbowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -302,6 +303,7 @@ bool TListaBazowa::PosortujWgFun(TFunPorownania fun) {
 
 bool TListaBazowa::PosortowanieListy(TArgumenty pola, std::span<const TRodzajSortowania> kierunki,
                                      TRozmiarLiter rozmLiter, std::uint32_t localeID, bool sortuj) {
+    SprawdzSelektoryElementow(u"PWP", this, pola);
     const std::vector<TKluczSortowania> klucze = KluczeSortowania(pola, kierunki);
     TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
     const bool malejaco = !kierunki.empty() && kierunki.front() == rsMalejaco;

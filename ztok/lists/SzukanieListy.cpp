@@ -1,4 +1,5 @@
 // Searches of a list: linear, by identity, by bisection.
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -26,8 +27,10 @@ bool TListaBazowa::Szukaj(std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac, st
 
 bool TListaBazowa::JestObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie, TRozmiarLiter rozmLiter,
                               TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd) const {
+    SprawdzDlugosci(u"JO", pola, wartosci);
+    SprawdzSelektoryElementow(u"JO", this, pola);
     return Szukaj(gdzie, jakSzukac, zacznijOd,
-                  [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+                  [&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
 }
 
 bool TListaBazowa::JestObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
@@ -38,8 +41,10 @@ bool TListaBazowa::JestObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLite
 
 bool TListaBazowa::JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t& gdzie, TRozmiarLiter rozmLiter,
                                   TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd) const {
+    SprawdzDlugosci(u"JIO", pola, wartosci);
+    SprawdzSelektoryElementow(u"JIO", this, pola);
     return Szukaj(gdzie, jakSzukac, zacznijOd,
-                  [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+                  [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
 }
 
 bool TListaBazowa::JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
@@ -51,8 +56,10 @@ bool TListaBazowa::JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiar
 bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, std::int32_t& gdzie,
                                      TRozmiarLiter rozmLiter, TRodzajWyszukiwania jakSzukac,
                                      std::int32_t zacznijOd) const {
-    return Szukaj(gdzie, jakSzukac, zacznijOd,
-                  [&](const TObiektBazowy& o) { return o.PorownajWgPol(obiekt, pola, rozmLiter, LocaleWin1250) == 0; });
+    SprawdzSelektoryElementow(u"JOTJ", this, pola, &obiekt);
+    return Szukaj(gdzie, jakSzukac, zacznijOd, [&](const TObiektBazowy& o) {
+        return PorownajWgOcenionych(o, obiekt, pola, rozmLiter, LocaleWin1250) == 0;
+    });
 }
 
 bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter,
@@ -124,6 +131,9 @@ bool TListaBazowa::SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowa
 bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWartosci, std::int32_t& p_Gdzie,
                                  TRozmiarLiter p_RozmLiter, TRodzajSortowania p_Sortowanie,
                                  std::uint32_t p_LocaleID) const {
+    SprawdzDlugosci(u"WWP", p_JakiePola, p_JakieWartosci);
+    SprawdzSelektoryElementow(u"WWP", this, p_JakiePola);
+    const TOcenione ocenione;
     const bool mozliwe = SzukajBisekcja(p_Gdzie, p_Sortowanie, [&](const TObiektBazowy& o) {
         return o.PorownajCechy(p_JakiePola, p_JakieWartosci, p_RozmLiter, p_LocaleID);
     });
@@ -139,6 +149,8 @@ bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWarto
 bool TListaBazowa::WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
                                  TRozmiarLiter p_RozmLiter, TRodzajSortowania p_Sortowanie,
                                  std::uint32_t p_LocaleID) const {
+    SprawdzSelektoryElementow(u"WWP", this, p_JakiePola, &p_Obiekt);
+    const TOcenione ocenione;
     const auto porownaj = [&](const TObiektBazowy& o) {
         return p_Obiekt.PorownajWgPol(o, p_JakiePola, p_RozmLiter, p_LocaleID);
     };
@@ -156,7 +168,7 @@ bool TListaBazowa::WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int
     const bool jest = WyszukajWgPol(pola, wartosci, od, rozmLiter, sortowanie, localeID);
     doKtorego = od;
     while (jest && doKtorego + 1 < FIleObiektow && FObiekty[doKtorego + 1] != nullptr &&
-           FObiekty[doKtorego + 1]->MaCechy(pola, wartosci, rozmLiter))
+           MaOcenioneCechy(*FObiekty[doKtorego + 1], pola, wartosci, rozmLiter))
         ++doKtorego;
     return jest;
 }

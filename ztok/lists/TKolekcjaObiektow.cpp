@@ -89,13 +89,16 @@ void TKolekcjaObiektow::WstawNaMiejsce(TWlasny<TObiektBazowy> nowy, std::int32_t
 
 void TKolekcjaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
     TZapisywaczDanych::ZapiszLicznik31(strumien, IleNiepustych());
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        if (FObiekty[i] == nullptr)
+    const std::int32_t ile = FIleObiektow;
+    for (std::int32_t i = 0; i < ile; ++i) {
+        const TObiektBazowy* element = FObiekty[i];
+        if (element == nullptr)
             continue;
-        const std::string nazwa = PolskiAnsi(FObiekty[i]->NazwaKlasy());
+        const std::string nazwa = PolskiAnsi(element->NazwaKlasy());
         TZapisywaczDanych::ZapiszLicznik15(strumien, static_cast<std::uint32_t>(nazwa.size()));
         strumien.WriteBuffer(nazwa.data(), nazwa.size());
-        FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+        element->ZapiszWStrumieniu(strumien, &zapisywacz);
+        SprawdzPoZapisie(ile, i, element);
     }
 }
 
@@ -126,11 +129,14 @@ void TKolekcjaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
 
 void TKolekcjaObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     zapisywacz.ZwiekszAkapit();
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        if (FObiekty[i] == nullptr)
+    const std::int32_t ile = FIleObiektow;
+    for (std::int32_t i = 0; i < ile; ++i) {
+        const TObiektBazowy* element = FObiekty[i];
+        if (element == nullptr)
             continue;
-        zapisywacz.ZacznijObiekt(FObiekty[i]->NazwaKlasy());
-        FObiekty[i]->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);
+        zapisywacz.ZacznijObiekt(element->NazwaKlasy());
+        element->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);
+        SprawdzPoZapisie(ile, i, element);
         zapisywacz.ZakonczObiekt();
     }
     zapisywacz.ZmniejszAkapit();

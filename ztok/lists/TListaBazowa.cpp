@@ -6,6 +6,7 @@
 #include <new>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TPorownywaczDanych.h"
@@ -146,7 +147,7 @@ TObiektBazowy* TListaBazowa::PrzeniesZListy(TListaBazowa& lista, std::int32_t nr
 }
 
 void TListaBazowa::PoPrzeniesieniu(TListaBazowa& /*lista*/, std::int32_t /*od*/, std::int32_t /*ile*/) {
-    BladAbstrakcyjny(u"PoPrzeniesieniu");
+    BladAbstrakcyjny(KlasaStatyczna(), u"PoPrzeniesieniu");
 }
 void TListaBazowa::SprawdzElement(const TObiektBazowy& /*element*/) {}
 
@@ -203,19 +204,20 @@ void TListaBazowa::UsunObiektyNil(bool zachowajPojemnosc) {
 }
 
 bool TListaBazowa::UsunObiekty(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/) {
-    BladAbstrakcyjny(u"UsunObiekty");
+    BladAbstrakcyjny(KlasaStatyczna(), u"UsunObiekty");
 }
 bool TListaBazowa::UsunObiektyOprocz(TArgumenty /*pola*/, TArgumenty /*wartosci*/, TRozmiarLiter /*rozmLiter*/) {
-    BladAbstrakcyjny(u"UsunObiektyOprocz");
+    BladAbstrakcyjny(KlasaStatyczna(), u"UsunObiektyOprocz");
 }
 bool TListaBazowa::UsunTeObiekty(const TListaWskObiektow& /*obiekty*/, bool /*zachowajPojemnosc*/) {
-    BladAbstrakcyjny(u"UsunTeObiekty");
+    BladAbstrakcyjny(KlasaStatyczna(), u"UsunTeObiekty");
 }
 bool TListaBazowa::UsunDuplikaty(TArgumenty /*pola*/, TRozmiarLiter /*rozmLiter*/) {
-    BladAbstrakcyjny(u"UsunDuplikaty");
+    BladAbstrakcyjny(KlasaStatyczna(), u"UsunDuplikaty");
 }
 
 bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij) {
+    SprawdzSelektoryElementow(u"UD", this, pola);
     TPierwszyBlad blad;
     bool usunieto = false;
     // An element that cannot be compared ends the search; those dropped so far leave no holes.
@@ -226,8 +228,9 @@ bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter
                 const TObiektBazowy* inny = Obiekty(j);
                 if (inny == nullptr)
                     continue;
-                const std::int32_t wynik =
-                    pola.empty() ? element->Porownaj(*inny) : element->PorownajWgPol(*inny, pola, rozmLiter);
+                const std::int32_t wynik = pola.empty()
+                                               ? element->Porownaj(*inny)
+                                               : PorownajWgOcenionych(*element, *inny, pola, rozmLiter, LocaleWin1250);
                 if (wynik != 0)
                     continue;
                 if (Obiekty(i) != element)
@@ -302,12 +305,16 @@ void TListaBazowa::UstawNiepuste(int nrPola, bool niepuste) {
 }
 
 void TListaBazowa::ZerujDanePol(TArgumenty pola) {
+    SprawdzSelektoryElementow(u"ZDP", this, pola);
+    const TOcenione ocenione;
     for (TObiektBazowy* element : ListaOdKonca())
         if (element != nullptr)
             element->ZerujDanePol(pola);
 }
 
 void TListaBazowa::ZerujDaneOprocz(TArgumenty pola) {
+    SprawdzSelektoryElementow(u"ZDO", this, pola);
+    const TOcenione ocenione;
     for (TObiektBazowy* element : ListaOdKonca())
         if (element != nullptr)
             element->ZerujDaneOprocz(pola);
@@ -335,6 +342,8 @@ bool TListaBazowa::SaDaneUnicode(int nrPola) const {
 std::u16string TListaBazowa::OpisTekstowy() const { return Formatuj(Komunikat(kmIleElementow), {FIleObiektow}); }
 
 void TListaBazowa::WpiszDaneDoPol(TArgumenty p_KtorePola, TArgumenty p_JakieWartosci) {
+    SprawdzDlugosci(u"WD", p_KtorePola, p_JakieWartosci);
+    SprawdzSelektoryElementow(u"WD", this, p_KtorePola);
     for (TObiektBazowy* element : *this) {
         if (element == nullptr)
             continue;
@@ -401,9 +410,6 @@ TObiektBazowy* TListaBazowa::DajElemListy(std::u16string_view opis, bool tworz) 
     return DajElemListyWCech(opis, tworz);
 }
 
-namespace {
-
-// Takes the conditions name=value of the text apart; false when it is no list of conditions.
 bool RozbierzWarunki(std::u16string_view opis, std::vector<TArgument>& nazwy, std::vector<TArgument>& wartosci) {
     while (true) {
         const std::size_t rowna = opis.find(u'=');
@@ -433,13 +439,12 @@ bool RozbierzWarunki(std::u16string_view opis, std::vector<TArgument>& nazwy, st
     }
 }
 
-} // namespace
-
 TObiektBazowy* TListaBazowa::DajElemListyWCech(std::u16string_view opis, bool tworz) {
     std::vector<TArgument> nazwy;
     std::vector<TArgument> wartosci;
     if (!RozbierzWarunki(opis, nazwy, wartosci))
         return nullptr;
+    const TOcenione pytanie; // conditions that no element can meet lead nowhere
     if (std::int32_t gdzie = -1; JestObiekt(nazwy, wartosci, gdzie, rlRozmLiterWazny, rwOdKonca, MaxInt))
         return FObiekty[gdzie];
     if (!tworz || !Klasa()->Ma(ckListaObiektow))

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TKopierDanych.h"
@@ -22,7 +23,7 @@ TListaObiektow::~TListaObiektow() { DokonczZycie(); }
 const TKlasa* TListaObiektow::TypObiektowListy() const {
     const TKlasa* klasa = Klasa();
     if (klasa->typObiektow == nullptr)
-        BladAbstrakcyjny(u"TypObiektow");
+        BladAbstrakcyjny(KlasaStatyczna(), u"TypObiektow");
     return klasa->typObiektow();
 }
 
@@ -127,6 +128,7 @@ template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow
         return;
     }
     cel.WyrownajDoListy(zrodlo, false);
+    const TOcenione ocenione;
     TKopierDanych kopier;
     for (std::int32_t i = 0; i < cel.IleObiektow(); ++i) {
         TObiektBazowy* dokad = cel.Obiekty(i);
@@ -140,6 +142,7 @@ template <class F> void KopiujElementy(TListaObiektow& cel, const TListaObiektow
 } // namespace
 
 void TListaObiektow::KopiujDanePol(const TListaObiektow& zrodlo, TArgumenty pola, bool zerujPozostale) {
+    SprawdzSelektoryElementow(u"KDP", this, pola, &zrodlo);
     KopiujElementy(*this, zrodlo, JednoWDrugim(*this, zrodlo),
                    [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
                        dokad.KopiujDanePol(skad, pola, zerujPozostale, &kopier);
@@ -147,6 +150,7 @@ void TListaObiektow::KopiujDanePol(const TListaObiektow& zrodlo, TArgumenty pola
 }
 
 void TListaObiektow::KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty pola) {
+    SprawdzSelektoryElementow(u"KDO", this, pola, &zrodlo);
     KopiujElementy(*this, zrodlo, JednoWDrugim(*this, zrodlo),
                    [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
                        dokad.KopiujDaneOprocz(skad, pola, &kopier);
@@ -226,10 +230,12 @@ void TListaObiektow::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
 }
 
 void TListaObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
-    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(FIleObiektow));
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        if (FObiekty[i] != nullptr) {
-            FObiekty[i]->ZapiszWStrumieniu(strumien, &zapisywacz);
+    const std::int32_t ile = FIleObiektow;
+    TZapisywaczDanych::ZapiszLicznik31(strumien, static_cast<std::uint32_t>(ile));
+    for (std::int32_t i = 0; i < ile; ++i) {
+        if (const TObiektBazowy* element = FObiekty[i]; element != nullptr) {
+            element->ZapiszWStrumieniu(strumien, &zapisywacz);
+            SprawdzPoZapisie(ile, i, element);
         } else { // a fresh item keeps the place, so that positions come back
             const TWlasny<TObiektBazowy> pusty(static_cast<TObiektBazowy*>(KlasaElementu().utworz(nullptr)));
             pusty->ZapiszWStrumieniu(strumien, &zapisywacz);
@@ -252,10 +258,13 @@ void TListaObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& odcz
 
 void TListaObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     zapisywacz.ZwiekszAkapit();
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
+    const std::int32_t ile = FIleObiektow;
+    for (std::int32_t i = 0; i < ile; ++i) {
         zapisywacz.ZapiszLinie("object");
-        if (FObiekty[i] != nullptr) // an empty frame keeps an empty place
-            FObiekty[i]->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);
+        if (const TObiektBazowy* element = FObiekty[i]; element != nullptr) { // an empty frame keeps an empty place
+            element->ZapiszTekstowo(*zapisywacz.Strumien, &zapisywacz);
+            SprawdzPoZapisie(ile, i, element);
+        }
         zapisywacz.ZakonczObiekt();
     }
     zapisywacz.ZmniejszAkapit();

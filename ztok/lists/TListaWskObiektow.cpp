@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "ztok/fields/Konwersje.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TPorownywaczDanych.h"
 #include "ztok/persist/TOdczytywaczTekstu.h"
@@ -47,16 +48,22 @@ bool NilujSloty(PListaObiektowBazowych obiekty, std::int32_t ile, std::vector<TO
 } // namespace
 
 bool TListaWskObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
-                                     [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+    SprawdzDlugosci(u"UO", pola, wartosci);
+    SprawdzSelektoryElementow(u"UO", this, pola);
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
+        return MaOcenioneCechy(o, pola, wartosci, rozmLiter);
+    });
     if (usunieto)
         UsunObiektyNil(false);
     return usunieto;
 }
 
 bool TListaWskObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
-                                     [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+    SprawdzDlugosci(u"UOO", pola, wartosci);
+    SprawdzSelektoryElementow(u"UOO", this, pola);
+    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
+        return !MaOcenioneCechy(o, pola, wartosci, rozmLiter);
+    });
     if (usunieto)
         UsunObiektyNil(false);
     return usunieto;
@@ -255,9 +262,11 @@ TObiektBazowy* TListaRefObiektow::UsunObiekt(std::int32_t nrObiektu, bool zwolni
 }
 
 bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    SprawdzDlugosci(u"UO", pola, wartosci);
+    SprawdzSelektoryElementow(u"UO", this, pola);
     std::vector<TObiektBazowy*> usuniete;
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
-               [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
+               [&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
     if (usuniete.empty())
         return false;
     UsunObiektyNil(false);
@@ -266,9 +275,11 @@ bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmi
 }
 
 bool TListaRefObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
+    SprawdzDlugosci(u"UOO", pola, wartosci);
+    SprawdzSelektoryElementow(u"UOO", this, pola);
     std::vector<TObiektBazowy*> usuniete;
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
-               [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
+               [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
     if (usuniete.empty())
         return false;
     UsunObiektyNil(false);

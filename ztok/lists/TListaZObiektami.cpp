@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ztok/kernel/JadroBiezace.h"
+#include "ztok/kernel/Selektory.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/persist/TZapisywaczDanych.h"
 #include "ztok/platform/Komunikaty.h"
@@ -139,11 +140,17 @@ template <class F> bool TListaZObiektami::ZwolnijWgWarunku(F warunek, bool zacho
 }
 
 bool TListaZObiektami::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    return ZwolnijWgWarunku([&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); }, false);
+    SprawdzDlugosci(u"UO", pola, wartosci);
+    SprawdzSelektoryElementow(u"UO", this, pola);
+    return ZwolnijWgWarunku([&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); },
+                            false);
 }
 
 bool TListaZObiektami::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
-    return ZwolnijWgWarunku([&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); }, false);
+    SprawdzDlugosci(u"UOO", pola, wartosci);
+    SprawdzSelektoryElementow(u"UOO", this, pola);
+    return ZwolnijWgWarunku([&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); },
+                            false);
 }
 
 bool TListaZObiektami::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) {
@@ -194,6 +201,10 @@ std::int32_t TListaZObiektami::PorownajLiczby(const TListaBazowa& inna) const no
 
 std::uint32_t TListaZObiektami::IleNiepustych() const noexcept {
     return static_cast<std::uint32_t>(FIleObiektow - std::count(FObiekty, FObiekty + FIleObiektow, nullptr));
+}
+
+void TListaZObiektami::BladZmianyPrzyZapisie() const {
+    ZTErrorFmt(kmZmianaPrzyZapisie, {NazwaKlasy(), DajSciezkeDoSiebie()});
 }
 
 const TListaBazowa& TListaZObiektami::JakoLista(const TPole& inne) const {

@@ -57,6 +57,13 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     [[nodiscard]] std::int32_t PorownajLiczby(const TListaBazowa& inna) const noexcept;
     // How many elements are not null: those that a stream gets. A null one has no class and no record.
     [[nodiscard]] std::uint32_t IleNiepustych() const noexcept;
+    // Whether the list still is what its count and its elements so far have told a writer, now that element i is
+    // written: an element may edit its list. ZTException when it is not.
+    void SprawdzPoZapisie(std::int32_t ile, std::int32_t i, const TObiektBazowy* element) const {
+        if (FIleObiektow != ile || FObiekty[i] != element) [[unlikely]]
+            BladZmianyPrzyZapisie();
+    }
+    [[noreturn]] void BladZmianyPrzyZapisie() const;
     [[nodiscard]] const TListaBazowa& JakoLista(const TPole& inne) const;
     // Makes room for one more element of those that a stream announces, at most that many. The room doubles with what
     // was read: nested lists that each announce all the bytes left get no memory for it.

@@ -1,12 +1,15 @@
 #include "ztok/persist/TOdczytywaczTekstu.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/fields/TPoleWskObiektu.h"
 #include "ztok/fields/WyjatkiModelu.h"
+#include "ztok/kernel/Kontekst.h"
 #include "ztok/kernel/TObiekt.h"
+#include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/util/Ztfunutf8.h"
@@ -25,27 +28,60 @@ std::int64_t PozycjaJesliZnana(TStrumien& strumien) { return strumien.Pozostalo(
 } // namespace
 
 TOdczytywaczTekstu::TOdczytywaczTekstu(TStrumien& strumien, const TLimityOdczytu& limity)
-    : TOdczytywaczDanych(false, limity), Strumien(strumien), poczatek_(PozycjaJesliZnana(strumien)),
-      Parser(strumien, limity.bajtyTekstu) {}
+    : TOdczytywaczDanych(false, limity), Strumien(strumien), poczatek_(PozycjaJesliZnana(strumien)), bezBom_(strumien),
+      Parser(bezBom_, limity.bajtyTekstu) {}
 
 TOdczytywaczTekstu::~TOdczytywaczTekstu() = default;
+
+std::int64_t TOdczytywaczTekstu::TBezZnakuBom::Read(void* bufor, std::int64_t ile) {
+    constexpr char kBom[3] = {'\xEF', '\xBB', '\xBF'};
+    if (ma_ < 0) {
+        ma_ = 0;
+        bool bom = true;
+        while (bom && ma_ < 3 && strumien_.CzytajNajwyzej(poczatek_ + ma_, 1) == 1) {
+            bom = poczatek_[ma_] == kBom[ma_];
+            ++ma_;
+        }
+        if (bom && ma_ == 3)
+            podane_ = pominiete_ = 3;
+    }
+    if (podane_ == ma_)
+        return strumien_.CzytajNajwyzej(bufor, ile);
+    const std::int64_t czesc = std::min(ile, ma_ - podane_);
+    std::memcpy(bufor, poczatek_ + podane_, static_cast<std::size_t>(czesc));
+    podane_ += czesc;
+    return czesc;
+}
+
+std::int64_t TOdczytywaczTekstu::TBezZnakuBom::Write(const void* /*bufor*/, std::int64_t /*ile*/) { return 0; }
+
+std::u16string TOdczytywaczTekstu::KomunikatZMiejscem(const EWyjatek& e) const {
+    if (dynamic_cast<const EZTParserError*>(&e) != nullptr)
+        return std::u16string(e.Komunikat());
+    return FormatujBezWyjatku(Komunikat(kmPozycjaBledu), {e.Komunikat(), linia_, kolumna_});
+}
 
 void TOdczytywaczTekstu::WczytajDokument(TObiektBazowy& korzen, std::u16string_view naglowek) {
     const TBlokadaObiektu blokada(korzen);
     const TUzycie uzycie(korzen);
-    WczytajNaglowek(korzen, naglowek);
-    korzen.ZerujDane();
-    try {
-        korzen.WczytajTekstowo(Strumien, this);
-        Parser.CheckTokenSymbol("end");
-        KorygujReferencje();
-    } catch (...) {
-        ZerujReferencje();
-        throw;
-    }
+    ZKontekstem(
+        [&] {
+            WczytajNaglowek(korzen, naglowek);
+            korzen.ZerujDane();
+            try {
+                korzen.WczytajTekstowo(Strumien, this);
+                Parser.CheckTokenSymbol("end");
+                KorygujReferencje();
+            } catch (...) {
+                ZerujReferencje();
+                throw;
+            }
+        },
+        [this](const EWyjatek& e) { return KomunikatZMiejscem(e); });
     // The parser reads ahead; what follows the document belongs to the caller. Its text is not looked at.
     if (poczatek_ >= 0)
-        Strumien.Seek(poczatek_ + Parser.SourcePos() + static_cast<std::int64_t>(Parser.TrescTokenu().size()),
+        Strumien.Seek(poczatek_ + bezBom_.Pominiete() + Parser.SourcePos() +
+                          static_cast<std::int64_t>(Parser.TrescTokenu().size()),
                       ESeek::Poczatek);
 }
 
@@ -53,6 +89,7 @@ void TOdczytywaczTekstu::WczytajNaglowek(const TObiektBazowy& korzen, std::u16st
     if (naglowek.empty()) {
         Parser.CheckTokenSymbol("object");
         Parser.NextToken();
+        ZapamietajMiejsce();
         const std::u16string klasa = NazwaKlasyTokenu();
         if (!korzen.MoznaCzytacDaneTypu(klasa))
             throw EZTObcyTypError(klasa, korzen.NazwaKlasy());
@@ -126,13 +163,6 @@ std::u16string TOdczytywaczTekstu::WczytajDowolnyTekst() {
     default:
         return ZeStronyKodowej(WczytajGolyToken(), DefStronaKodowa);
     }
-}
-
-std::int64_t TOdczytywaczTekstu::WczytajCalkowita(TZTParser::ERodzaj rodzaj) {
-    Parser.CheckToken(rodzaj);
-    const std::int64_t liczba = Parser.TokenInt();
-    Parser.NextToken();
-    return liczba;
 }
 
 double TOdczytywaczTekstu::WczytajRzeczywista() {

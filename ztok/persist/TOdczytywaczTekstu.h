@@ -10,16 +10,19 @@
 #include "ztok/persist/TOdczytywaczDanych.h"
 #include "ztok/persist/TZTParser.h"
 #include "ztok/platform/Kodowania.h"
+#include "ztok/platform/TStrumien.h"
 
 namespace ztok {
 
+class EWyjatek;
 class TObiekt;
 
 // Numbers objects, resolves pointers and keeps limits as the binary reader does. One reader serves one read, on one
 // thread.
 class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
   public:
-    // Reads the first token. The stream is not owned and must outlive the reader. EZTParserError.
+    // Reads the first token; a byte order mark of UTF-8 before it is passed over. The stream is not owned and must
+    // outlive the reader. EZTParserError.
     explicit TOdczytywaczTekstu(TStrumien& strumien, const TLimityOdczytu& limity = {});
     ~TOdczytywaczTekstu() override;
 
@@ -56,8 +59,6 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     // Any token as wide text: double quotes hold UTF-8, single ones the library's code page, other tokens stand for
     // themselves.
     [[nodiscard]] std::u16string WczytajDowolnyTekst();
-    // An integer token, of the kind Calkowita or Calkowita64.
-    std::int64_t WczytajCalkowita(TZTParser::ERodzaj rodzaj);
     // A real number, also one with a decimal comma. EBladKonwersji when it is none.
     double WczytajRzeczywista();
     // An object number, which waits for the end of the read.
@@ -69,6 +70,7 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     template <class F> void WczytajWNawiasach(const F& element) {
         Parser.CheckToken('(');
         for (bool dalej = Parser.NextToken() != ')'; dalej;) {
+            ZapamietajMiejsce();
             element();
             dalej = Parser.Token() == ';';
             if (dalej)
@@ -79,10 +81,38 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
         Parser.NextToken();
     }
 
+    // Keeps the place of the current token as that of the value which is read: for the errors that do not tell theirs.
+    void ZapamietajMiejsce() noexcept {
+        linia_ = Parser.LiniaTokenu();
+        kolumna_ = Parser.KolumnaTokenu();
+    }
+    // The message with the line and the column: the tokenizer's errors have them already.
+    [[nodiscard]] std::u16string KomunikatZMiejscem(const EWyjatek& e) const;
+
     TStrumien& Strumien;
 
   private:
+    // What the parser reads: the stream without the byte order mark that it may begin with.
+    class TBezZnakuBom final : public TStrumien {
+      public:
+        explicit TBezZnakuBom(TStrumien& strumien) noexcept : strumien_(strumien) {}
+        std::int64_t Read(void* bufor, std::int64_t ile) override;
+        std::int64_t Write(const void* bufor, std::int64_t ile) override;
+        // Bytes of the mark, once the first ones were read.
+        [[nodiscard]] std::int64_t Pominiete() const noexcept { return pominiete_; }
+
+      private:
+        TStrumien& strumien_;
+        char poczatek_[3] = {}; // what was read to look for the mark
+        std::int64_t ma_ = -1;  // how many of them there are; -1: nothing was read yet
+        std::int64_t podane_ = 0;
+        std::int64_t pominiete_ = 0;
+    };
+
     std::int64_t poczatek_; // position of the document in the stream, before the parser reads ahead; -1: not known
+    std::int64_t linia_ = 1;
+    std::int64_t kolumna_ = 1;
+    TBezZnakuBom bezBom_;
 
   public:
     TZTParser Parser;

@@ -47,11 +47,17 @@ TZapisywaczDanych::TZapisywaczDanych() = default;
 TZapisywaczDanych::~TZapisywaczDanych() = default;
 
 void TZapisywaczDanych::PrzygotujKorzen(const TObiektBazowy& korzen) {
-    SprawdzZagniezdzenie(korzen, *this);
+    SprawdzPrzedZapisem(korzen, *this);
+    sprawdzony_ = &korzen;
     if (CzyZapisacPole)
         korzen.DajObiektyDoZapisu(*this);
     else
         nieZebrany_ = &korzen;
+}
+
+void TZapisywaczDanych::SprawdzSzczyt(const TObiektBazowy& obiekt) {
+    if (sprawdzony_ != &obiekt)
+        SprawdzPrzedZapisem(obiekt, *this);
 }
 
 void TZapisywaczDanych::DodajObiekt(const TObiektBazowy& obiekt) {

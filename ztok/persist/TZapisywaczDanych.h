@@ -33,9 +33,14 @@ class ZTOK_API TZapisywaczDanych {
     TZapisywaczDanych& operator=(const TZapisywaczDanych&) = delete;
     virtual ~TZapisywaczDanych();
 
-    // Prepares the write of a tree: checks how deep it nests. The objects are collected at the first lookup; with a
-    // per-field filter, which could change the tree, at once.
+    // Prepares the write of a tree: checks that it can be read again (ZTException). The objects are collected at the
+    // first lookup; with a per-field filter, which could change the tree, at once.
     void PrzygotujKorzen(const TObiektBazowy& korzen);
+    // Told by every object that is written: the topmost is checked in the same way, unless it was.
+    void ZapisywanoObiekt(const TObiektBazowy& obiekt) {
+        if (Zagniezdzenie.NaSzczycie())
+            SprawdzSzczyt(obiekt);
+    }
     // Appends an object to those that take part; its number in the stream is its position plus one.
     void DodajObiekt(const TObiektBazowy& obiekt);
     // Takes a number for an object that nothing points at.
@@ -67,6 +72,7 @@ class ZTOK_API TZapisywaczDanych {
 
   private:
     void ZbierzObiekty();
+    void SprawdzSzczyt(const TObiektBazowy& obiekt);
 
     struct TPozycja {
         const TObiektBazowy* obiekt;
@@ -77,6 +83,7 @@ class ZTOK_API TZapisywaczDanych {
     std::int32_t OstGdzie = -1;
     bool posortowane_ = false;
     const TObiektBazowy* nieZebrany_ = nullptr; // root of a tree whose objects are still to be collected
+    const TObiektBazowy* sprawdzony_ = nullptr; // root of a tree that can be read again
 };
 
 } // namespace ztok

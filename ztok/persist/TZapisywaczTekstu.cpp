@@ -16,7 +16,9 @@
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/kernel/TOpisKlasy.h"
 #include "ztok/persist/BlokBajtow.h"
+#include "ztok/persist/TZTParser.h"
 #include "ztok/persist/WartosciTekstowe.h"
+#include "ztok/platform/DatyTekst.h"
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
@@ -60,7 +62,7 @@ bool PoczatekBezCudzyslowu(std::string_view bajty, char cudzyslow) noexcept {
 
 } // namespace
 
-TZapisywaczTekstu::TZapisywaczTekstu(TStrumien& strumien) : Strumien(&strumien) {
+TZapisywaczTekstu::TZapisywaczTekstu(TStrumien& strumien) : Strumien(&strumien), cel_(strumien) {
     if (strumien.JestKlasy(TStrumienPlikowy::KlasaStatyczna())) {
         BuforZapisu = Utworz<TBuforZapisu>(strumien);
         Strumien = BuforZapisu.get();
@@ -69,10 +71,21 @@ TZapisywaczTekstu::TZapisywaczTekstu(TStrumien& strumien) : Strumien(&strumien) 
 
 TZapisywaczTekstu::~TZapisywaczTekstu() = default;
 
+// A stream that does not tell its position counts as empty.
+bool TZapisywaczTekstu::NaPoczatku() const {
+    try {
+        return cel_.GetPosition() == 0;
+    } catch (const EWyjatek&) {
+        return true;
+    }
+}
+
 void TZapisywaczTekstu::ZapiszDokument(const TObiektBazowy& korzen, std::u16string_view naglowek) {
     const TBlokadaObiektu blokada(korzen);
     const TUzycie uzycie(korzen);
     PrzygotujKorzen(korzen);
+    if (!NaPoczatku()) // what stands before must not run together with the header
+        ZapiszTxt(PominKonceLinii ? " " : "\r\n");
     if (naglowek.empty()) {
         ZapiszTxt("object ");
         ZapiszNazweKlasy(korzen.NazwaKlasy());
@@ -183,7 +196,7 @@ void TZapisywaczTekstu::ZacznijObiekt(std::u16string_view nazwaKlasy) {
 void TZapisywaczTekstu::ZapiszRef(const TPoleWskObiektu& pole) {
     std::int32_t gdzie = -1;
     if (!JestObiekt(pole.Obiekt(), gdzie))
-        ZTErrorFmt(Komunikat(kmNieDaSieZapisacTekstowo), {pole.Klasa()});
+        NieDaSieZapisac(pole.NazwaKlasy());
     ZapiszLiczbe(std::int64_t{gdzie} + 1);
 }
 
@@ -199,27 +212,32 @@ void TZapisywaczTekstu::ZapiszLiczbe(double liczba) {
         ZapiszTxt({znaki, static_cast<std::size_t>(koniec - znaki)});
         return;
     }
-    const std::string tekst = PolskiAnsi(FloatNaTekstDokladny(liczba, format));
-    if (std::isfinite(liczba) && (format.separatorDziesietny == u'.' || format.separatorDziesietny == u','))
-        ZapiszTxt(tekst);
-    else
-        ZapiszTekst(tekst, Cudzyslow8Bit);
+    const std::u16string tekst = FloatNaTekstDokladny(liczba, format);
+    const std::string bajty = PolskiAnsi(tekst);
+    if (std::isfinite(liczba) && (format.separatorDziesietny == u'.' || format.separatorDziesietny == u',')) {
+        ZapiszTxt(bajty);
+        return;
+    }
+    // A separator may be a digit, a letter or no character of the page: such a text gives another number, or none.
+    bool wraca = false;
+    try {
+        const double inna = TZTParser::StringToFloat(bajty);
+        wraca = inna == liczba || (std::isnan(inna) && std::isnan(liczba));
+    } catch (const EBladKonwersji&) { // NOLINT(bugprone-empty-catch): the text is no number
+    }
+    if (!wraca)
+        NieDaSieZapisac(tekst);
+    ZapiszTekst(bajty, Cudzyslow8Bit);
 }
 
 void TZapisywaczTekstu::ZapiszDate(double wartosc) {
     char znaki[kMiejsceWartosci];
-    if (const char* koniec = PiszDate(wartosc, JadroKlas()->Format(), znaki); koniec != nullptr)
-        ZapiszTekst({znaki, static_cast<std::size_t>(koniec - znaki)}, CudzyslowSzeroki);
-    else
-        ZapiszTekst(ZTOKDateToStr(wartosc));
+    ZapiszChwile(kpDate, wartosc, znaki, PiszDate(wartosc, JadroKlas()->Format(), znaki));
 }
 
 void TZapisywaczTekstu::ZapiszCzas(double wartosc) {
     char znaki[kMiejsceWartosci];
-    if (const char* koniec = PiszCzas(wartosc, JadroKlas()->Format(), znaki); koniec != nullptr)
-        ZapiszTekst({znaki, static_cast<std::size_t>(koniec - znaki)}, CudzyslowSzeroki);
-    else
-        ZapiszTekst(ZTOKTimeToStr(wartosc));
+    ZapiszChwile(kpTime, wartosc, znaki, PiszCzas(wartosc, JadroKlas()->Format(), znaki));
 }
 
 void TZapisywaczTekstu::ZapiszDateICzas(double wartosc) {
@@ -228,10 +246,40 @@ void TZapisywaczTekstu::ZapiszDateICzas(double wartosc) {
     char* data = PiszDate(wartosc, format, znaki);
     if (data != nullptr)
         *data++ = ' ';
-    if (const char* koniec = data == nullptr ? nullptr : PiszCzas(wartosc, format, data); koniec != nullptr)
-        ZapiszTekst({znaki, static_cast<std::size_t>(koniec - znaki)}, CudzyslowSzeroki);
-    else
-        ZapiszTekst(ZTOKDateTimeToStr(wartosc));
+    ZapiszChwile(kpDateTime, wartosc, znaki, data == nullptr ? nullptr : PiszCzas(wartosc, format, data));
+}
+
+// Writes what stands between `od` and `koniec`; null: the text of the kernel's format, which must give the value back.
+void TZapisywaczTekstu::ZapiszChwile(unsigned kod, double wartosc, const char* od, const char* koniec) {
+    if (koniec != nullptr) {
+        ZapiszTekst({od, static_cast<std::size_t>(koniec - od)}, CudzyslowSzeroki);
+        return;
+    }
+    const std::u16string tekst = kod == kpDate   ? ZTOKDateToStr(wartosc)
+                                 : kod == kpTime ? ZTOKTimeToStr(wartosc)
+                                                 : ZTOKDateTimeToStr(wartosc);
+    const auto taSama = [&](double inna) {
+        TData daty[2];
+        TCzas czasy[2];
+        return SprobujRozlozycDateICzas(wartosc, daty[0], czasy[0]) &&
+               SprobujRozlozycDateICzas(inna, daty[1], czasy[1]) && (kod == kpTime || daty[0] == daty[1]) &&
+               (kod == kpDate || (czasy[0].godzina == czasy[1].godzina && czasy[0].minuta == czasy[1].minuta &&
+                                  czasy[0].sekunda == czasy[1].sekunda));
+    };
+    bool wraca = false;
+    try {
+        wraca = taSama(ChwilaZTekstu(kod, Utf8ZUtf16(tekst)));
+    } catch (const EBladKonwersji&) { // NOLINT(bugprone-empty-catch): the text is no date
+    }
+    if (!wraca)
+        NieDaSieZapisac(tekst);
+    ZapiszTekst(tekst);
+}
+
+// The value's text stands for the field when there is none: a value that is written alone.
+void TZapisywaczTekstu::NieDaSieZapisac(std::u16string_view tekst) const {
+    const std::u16string pole = ZapisObiekt == nullptr ? std::u16string() : ZapisObiekt->NazwaPolaNr(ZapisPole);
+    ZTErrorFmt(kmNieDaSieZapisacTekstowo, {pole.empty() ? tekst : std::u16string_view(pole)});
 }
 
 namespace {

@@ -35,9 +35,10 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     explicit TZapisywaczTekstu(TStrumien& strumien);
     ~TZapisywaczTekstu() override;
 
-    // Writes one whole document: the header line (empty: "object" and the class name), the fields, and "end". The root
-    // is locked meanwhile. Nothing is written when the tree nests too deep. ZTException for a field name that this
-    // format cannot hold, EBladZapisu when the stream takes too few bytes.
+    // Writes one whole document, on a new line when the stream's position is not 0: the header line (empty: "object"
+    // and the class name), the fields, and "end". The root is locked meanwhile. Nothing is written when the tree nests
+    // too deep. ZTException for a field name that this format cannot hold, EBladZapisu when the stream takes too few
+    // bytes.
     void ZapiszDokument(const TObiektBazowy& korzen, std::u16string_view naglowek = {});
 
     // NOLINTBEGIN(readability-make-member-function-const): a writer that writes is no constant
@@ -63,10 +64,12 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     // Decimal text.
     void ZapiszLiczbe(std::int64_t liczba);
     // A real number in the form that reads back to the same bits, with the kernel's format settings. What the
-    // tokenizer could not read as a number stands in quotes: NaN, infinities, unusual decimal separators.
+    // tokenizer could not read as a number stands in quotes: NaN, infinities, unusual decimal separators. ZTException
+    // for a separator with which the text does not read back.
     void ZapiszLiczbe(double liczba);
 
-    // A date, a time, or both with a blank between them, with the kernel's format settings.
+    // A date, a time, or both with a blank between them, with the kernel's format settings. ZTException when readers
+    // would take the text for another value (to the second): not every format can be read.
     void ZapiszDate(double wartosc);
     void ZapiszCzas(double wartosc);
     void ZapiszDateICzas(double wartosc);
@@ -103,9 +106,13 @@ class ZTOK_API TZapisywaczTekstu : public TZapisywaczDanych {
     void ZatwierdzDo(const char* koniec) noexcept {
         Strumien->Zapisano(static_cast<std::size_t>(koniec - reinterpret_cast<char*>(Strumien->MiejsceZapisu(1))));
     }
+    [[nodiscard]] bool NaPoczatku() const;
+    void ZapiszChwile(unsigned kod, double wartosc, const char* od, const char* koniec);
+    [[noreturn]] void NieDaSieZapisac(std::u16string_view tekst) const;
     void ZapiszNazweKlasy(std::u16string_view nazwa);
     [[nodiscard]] std::string_view NazwaPola(const TObiekt& obiekt, int nrPola);
 
+    TStrumien& cel_;                   // behind the buffer
     TWlasny<TBuforZapisu> BuforZapisu; // in front of a file
     std::string AkapitStr;             // indentation, as long as it was ever needed
     std::string nazwa_;                // field name that a class gives itself

@@ -47,7 +47,9 @@ template <int Miejsc> char* PiszDziesietna(double modul, char16_t przecinek, cha
     return cel;
 }
 
-bool ZwyklaData(const TUstawieniaFormatu& format) noexcept { return format.krotkiFormatDaty == u"yyyy-MM-dd"; }
+bool ZwyklaData(const TUstawieniaFormatu& format) noexcept {
+    return format.separatorDaty == u'-' && format.krotkiFormatDaty == u"yyyy-MM-dd";
+}
 bool ZwyklyCzas(const TUstawieniaFormatu& format) noexcept {
     return format.dlugiFormatCzasu == u"hh:mm:ss" && format.separatorCzasu == u':';
 }
@@ -138,7 +140,7 @@ bool CzytajRzeczywista(std::string_view tekst, double& liczba) noexcept {
 
 bool CzytajDate(std::string_view tekst, const TUstawieniaFormatu& format, double& wartosc) noexcept {
     constexpr std::string_view wzor = "0000-00-00";
-    if (tekst.size() != wzor.size() || format.separatorDaty != u'-' || !ZwyklaData(format))
+    if (tekst.size() != wzor.size() || !ZwyklaData(format))
         return false;
     for (std::size_t i = 0; i < wzor.size(); ++i)
         if (wzor[i] == '0' ? !JestCyfra(tekst[i]) : tekst[i] != wzor[i])

@@ -66,4 +66,8 @@ inline bool RowneKrotkie(const char* a, const char* b, std::size_t ile) noexcept
 [[nodiscard]] bool CzytajDate(std::string_view tekst, const TUstawieniaFormatu& format, double& wartosc) noexcept;
 [[nodiscard]] bool CzytajCzas(std::string_view tekst, const TUstawieniaFormatu& format, double& wartosc) noexcept;
 
+// The value that a field of that EKodPola, of dates, times or both, takes from its text in UTF-8, whatever its form.
+// EBladKonwersji when it is none.
+[[nodiscard]] double ChwilaZTekstu(unsigned kod, std::string_view bajty);
+
 } // namespace ztok

@@ -75,13 +75,12 @@ class TSkaner {
         return ile > 0;
     }
 
-    // At least one digit.
-    [[nodiscard]] bool WezLiczbe(TLiczba& liczba) noexcept {
-        constexpr int Granica = 1'000'000;
+    // At least one digit, and at most so many.
+    [[nodiscard]] bool WezLiczbe(TLiczba& liczba, int najwyzej = Granica) noexcept {
         liczba = {};
-        while (!reszta_.empty() && reszta_.front() >= u'0' && reszta_.front() <= u'9') {
+        while (!reszta_.empty() && reszta_.front() >= u'0' && reszta_.front() <= u'9' && liczba.cyfr < najwyzej) {
             liczba.wartosc = std::min(liczba.wartosc * 10 + (reszta_.front() - u'0'), Granica);
-            liczba.cyfr = std::min(liczba.cyfr + 1, Granica);
+            liczba.cyfr += liczba.cyfr < Granica ? 1 : 0;
             reszta_.remove_prefix(1);
         }
         return liczba.cyfr > 0;
@@ -114,6 +113,7 @@ class TSkaner {
     }
 
   private:
+    static constexpr int Granica = 1'000'000;
     std::u16string_view reszta_;
 };
 
@@ -202,6 +202,42 @@ using TKolejnosc = std::array<char, 3>;
     return SprobujZlozycCzas(czas, wartosc);
 }
 
+// The longest of the names that the text goes on with; its index, -1 when there is none.
+template <std::size_t Ile> [[nodiscard]] int WezNazwe(TSkaner& skaner, const std::array<std::u16string, Ile>& nazwy) {
+    int ktora = -1;
+    TSkaner najdalej = skaner;
+    for (std::size_t i = 0; i < Ile; ++i)
+        if (TSkaner proba = skaner; proba.WezSlowo(nazwy[i]) &&
+                                    (ktora < 0 || nazwy[i].size() > nazwy[static_cast<std::size_t>(ktora)].size())) {
+            ktora = static_cast<int>(i);
+            najdalej = proba;
+        }
+    skaner = najdalej;
+    return ktora;
+}
+
+// Takes a part of a date that a run of so many letters of a mask stands for; false leaves the scanner anywhere.
+[[nodiscard]] bool WezCzesc(TSkaner& skaner, char16_t litera, std::size_t ile, TData& data,
+                            const TUstawieniaFormatu& u) {
+    if (litera == u'D' && (ile == 3 || ile == 4))
+        return WezNazwe(skaner, ile == 3 ? u.krotkieNazwyDni : u.dlugieNazwyDni) >= 0;
+    if (litera == u'M' && ile > 2) {
+        data.miesiac = 1 + WezNazwe(skaner, ile == 3 ? u.krotkieNazwyMiesiecy : u.dlugieNazwyMiesiecy);
+        return data.miesiac > 0;
+    }
+    if (ile > 4 && litera == u'D')
+        return false;
+    const int cyfr = litera == u'Y' ? (ile <= 2 ? 2 : 4) : 2;
+    TLiczba liczba;
+    if (!skaner.WezLiczbe(liczba, cyfr) || (liczba.cyfr < cyfr && (ile != 1 || litera == u'Y')))
+        return false;
+    (litera == u'Y'   ? data.rok
+     : litera == u'M' ? data.miesiac
+                      : data.dzien) =
+        cyfr == 2 && litera == u'Y' ? RokWOknie(liczba.wartosc, u.oknoWieku) : liczba.wartosc;
+    return true;
+}
+
 // Blanks and the end.
 [[nodiscard]] bool Skonczony(TSkaner& skaner) noexcept {
     skaner.PominOdstepy();
@@ -256,6 +292,44 @@ bool SprobujTekstNaDate(std::u16string_view tekst, double& wartosc, const TUstaw
         return false;
     wartosc = wynik;
     return true;
+}
+
+bool SprobujTekstNaDateWgMaski(std::u16string_view tekst, std::u16string_view maska, double& wartosc,
+                               const TUstawieniaFormatu& ustawienia) {
+    TSkaner skaner(tekst);
+    TData data;
+    for (std::size_t i = 0; i < maska.size();) {
+        const char16_t znak = DuzaAscii(maska[i]);
+        if (znak == u'"' || znak == u'\'') {
+            const std::size_t koniec = std::min(maska.find(znak, i + 1), maska.size());
+            for (++i; i < koniec; ++i)
+                if (!skaner.WezZnak(maska[i]))
+                    return false;
+            ++i;
+            continue;
+        }
+        if (znak != u'D' && znak != u'M' && znak != u'Y') {
+            // Letters of times, of other formats and of parts of the day give no date.
+            if (std::u16string_view(u"ACHNSTZ").find(znak) != std::u16string_view::npos ||
+                !skaner.WezZnak(znak == u'/'   ? ustawienia.separatorDaty
+                                : znak == u':' ? ustawienia.separatorCzasu
+                                               : maska[i]))
+                return false;
+            ++i;
+            continue;
+        }
+        std::size_t koniec = i + 1;
+        while (koniec < maska.size() && DuzaAscii(maska[koniec]) == znak)
+            ++koniec;
+        const char16_t nastepny = koniec < maska.size() ? DuzaAscii(maska[koniec]) : u' ';
+        // A number of one or two digits does not show where another one begins.
+        if (koniec - i == 1 && znak != u'Y' && (nastepny == u'D' || nastepny == u'M' || nastepny == u'Y'))
+            return false;
+        if (!WezCzesc(skaner, znak, koniec - i, data, ustawienia))
+            return false;
+        i = koniec;
+    }
+    return skaner.Koniec() && SprobujZlozycDate(data, wartosc);
 }
 
 bool SprobujTekstNaCzas(std::u16string_view tekst, double& wartosc, const TUstawieniaFormatu& ustawienia) {

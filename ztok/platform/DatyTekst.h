@@ -70,6 +70,10 @@ struct TCzas {
 // a year of one or two digits falls into the century window.
 [[nodiscard]] ZTOK_API bool SprobujTekstNaDate(std::u16string_view tekst, double& wartosc,
                                                const TUstawieniaFormatu& ustawienia);
+// A date exactly as FormatujDateCzas writes it through the mask: of day, month (also their names) and year, which must
+// all be there. False for a mask of anything else, and for one whose numbers run together.
+[[nodiscard]] ZTOK_API bool SprobujTekstNaDateWgMaski(std::u16string_view tekst, std::u16string_view maska,
+                                                      double& wartosc, const TUstawieniaFormatu& ustawienia);
 // `h`, `h:m`, `h:m:s` or `h:m:s,z` with the settings' separators; z counts milliseconds, so `,5` is 5 of them. After it
 // AM or PM (or the settings' words), letter case free, with hours from 1 to 12.
 [[nodiscard]] ZTOK_API bool SprobujTekstNaCzas(std::u16string_view tekst, double& wartosc,

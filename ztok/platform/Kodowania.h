@@ -57,8 +57,10 @@ inline constexpr std::uint16_t StronaIso8859_1 = 28591;
 inline constexpr std::uint16_t StronaIso8859_2 = 28592;
 inline constexpr std::uint16_t StronaUtf8 = 65001;
 
-// Windows-1250 byte of a character, or the character's own code when the page lacks it: the key of the page's order.
-// The five bytes without a character (81 83 88 90 98) stand for the control characters of the same code.
+// The key of the page's order: the Windows-1250 byte of a character, or the character's own code when the page lacks
+// it, and 256 more where that code is below 256 and would be the byte of another character. So what the page lacks
+// sorts behind all of it. The five bytes without a character (81 83 88 90 98) stand for the control characters of the
+// same code.
 [[nodiscard]] ZTOK_API int KodWin1250(char16_t znak) noexcept;
 // Character of a Windows-1250 byte; every byte has one.
 [[nodiscard]] ZTOK_API char16_t ZnakZWin1250(char bajt) noexcept;

@@ -20,8 +20,7 @@ inline constexpr std::uint32_t LokalizacjaPolska = 0x0415;
 [[nodiscard]] ZTOK_API int PorownajOrdynalnieBezWielkosci(std::u16string_view a, std::u16string_view b) noexcept;
 [[nodiscard]] ZTOK_API int PorownajOrdynalnieBezWielkosci(std::string_view a, std::string_view b) noexcept;
 
-// Order by Windows-1250 byte. A character that the page lacks keeps its own code; for the few such characters below
-// U+0100 that is also the byte of another character, and the two compare equal.
+// Order by Windows-1250 byte; a character that the page lacks sorts behind those of the page (KodWin1250).
 [[nodiscard]] ZTOK_API int PorownajWin1250(std::u16string_view a, std::u16string_view b) noexcept;
 // The same with a to z taken as A to Z; Polish letters keep their case, on purpose.
 [[nodiscard]] ZTOK_API int PorownajWin1250BezWielkosci(std::u16string_view a, std::u16string_view b) noexcept;

@@ -109,7 +109,9 @@ void ZBajtow(const TTabelaStrony& tabela, const char* od, std::size_t ile, char1
 }
 
 int KodWin1250(char16_t znak) noexcept {
-    return TabelaWin1250.Ma(znak) ? static_cast<int>(TabelaWin1250.Bajt(znak)) : static_cast<int>(znak);
+    if (TabelaWin1250.Ma(znak))
+        return static_cast<int>(TabelaWin1250.Bajt(znak));
+    return znak < 256 ? znak + 256 : znak;
 }
 
 char16_t ZnakZWin1250(char bajt) noexcept { return TabelaWin1250.Znak(bajt); }

@@ -14,11 +14,11 @@ ZTOK_KLASA_DEF(TStrumien, TObiektOgolny)
 TStrumien::~TStrumien() = default;
 
 std::int64_t TStrumien::Seek(std::int64_t, ESeek) {
-    throw EBladAbstrakcyjny(Formatuj(Komunikat(kmWywolanieAbstrakcyjne), {Klasa(), u"Seek"}));
+    throw EBladAbstrakcyjny(Formatuj(Komunikat(kmWywolanieAbstrakcyjne), {KlasaStatyczna(), u"Seek"}));
 }
 
 void TStrumien::SetSize(std::int64_t) {
-    throw EBladAbstrakcyjny(Formatuj(Komunikat(kmWywolanieAbstrakcyjne), {Klasa(), u"SetSize"}));
+    throw EBladAbstrakcyjny(Formatuj(Komunikat(kmWywolanieAbstrakcyjne), {KlasaStatyczna(), u"SetSize"}));
 }
 
 std::int64_t TStrumien::GetSize() {

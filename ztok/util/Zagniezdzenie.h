@@ -31,6 +31,9 @@ class ZTOK_API TLicznikZagniezdzenia {
 
     int granica = kZaglebienieDomyslne;
 
+    // Whether no level is entered.
+    [[nodiscard]] bool NaSzczycie() const noexcept { return poziom_ == 0; }
+
   private:
     friend class TNoweDno;
     friend class TPoziom;

@@ -51,8 +51,19 @@ void ZglosBladSystemu(std::u16string_view czego, std::uint32_t kod) {
     throw EBladSystemu(Formatuj(Komunikat(kmBladSystemu), {czego, TekstBleduSystemu(kod), kod}));
 }
 
+namespace {
+
+// The path as the system takes it. A NUL would end it, and another file would be meant.
+std::string SciezkaUtf8(std::u16string_view sciezka) {
+    if (const std::size_t zero = sciezka.find(u'\0'); zero != std::u16string_view::npos)
+        ZglosBladSystemu(sciezka.substr(0, zero), EINVAL);
+    return Utf8ZUtf16(sciezka);
+}
+
+} // namespace
+
 TUchwytPliku OtworzPlik(std::u16string_view sciezka, ETrybPliku tryb) {
-    const std::string sciezkaUtf8 = Utf8ZUtf16(sciezka);
+    const std::string sciezkaUtf8 = SciezkaUtf8(sciezka);
     int flagi = O_CLOEXEC;
     switch (tryb) {
     case ETrybPliku::Odczyt:
@@ -119,8 +130,8 @@ void UtrwalPlik(TUchwytPliku plik, std::u16string_view sciezka) {
 }
 
 void PrzeniesPlik(std::u16string_view z, std::u16string_view na) {
-    const std::string celUtf8 = Utf8ZUtf16(na);
-    if (std::rename(Utf8ZUtf16(z).c_str(), celUtf8.c_str()) == -1)
+    const std::string celUtf8 = SciezkaUtf8(na);
+    if (std::rename(SciezkaUtf8(z).c_str(), celUtf8.c_str()) == -1)
         ZglosOstatniBlad(na);
     // The new name is durable when its directory is; a system that cannot do that has done what it can.
     const std::size_t ukosnik = celUtf8.rfind('/');
@@ -133,7 +144,7 @@ void PrzeniesPlik(std::u16string_view z, std::u16string_view na) {
 }
 
 bool UsunPlik(std::u16string_view sciezka) {
-    if (unlink(Utf8ZUtf16(sciezka).c_str()) == 0)
+    if (unlink(SciezkaUtf8(sciezka).c_str()) == 0)
         return true;
     if (errno != ENOENT)
         ZglosOstatniBlad(sciezka);

@@ -20,7 +20,10 @@ constexpr std::int64_t NajwiekszaPorcja = std::int64_t{1} << 30;
 
 HANDLE Uchwyt(TUchwytPliku plik) noexcept { return reinterpret_cast<HANDLE>(plik); }
 
-const wchar_t* Sciezka(const std::u16string& sciezka) noexcept {
+// A NUL would end the path, and another file would be meant.
+const wchar_t* Sciezka(const std::u16string& sciezka) {
+    if (const std::size_t zero = sciezka.find(u'\0'); zero != std::u16string::npos)
+        ZglosBladSystemu(std::u16string_view(sciezka).substr(0, zero), ERROR_INVALID_NAME);
     return reinterpret_cast<const wchar_t*>(sciezka.c_str());
 }
 
