@@ -30,9 +30,10 @@ function(ztok_programy folder gdzie)
     set(ztok_nazwy ${nazwy} PARENT_SCOPE)
 endfunction()
 
-# Copies the compiler's runtime DLLs. All modules of a process share one libgcc, or no exception crosses from one to
-# another.
-function(ztok_biblioteki_uruchomieniowe gdzie)
+# Copies the compiler's runtime DLLs, and puts their paths into the variable. All modules of a process share one libgcc,
+# or no exception crosses from one to another.
+function(ztok_biblioteki_uruchomieniowe gdzie wynik)
+    set(${wynik})
     foreach(nazwa libgcc_s_dw2-1.dll libstdc++-6.dll libwinpthread-1.dll)
         execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${nazwa} OUTPUT_VARIABLE plik
                         OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -40,5 +41,7 @@ function(ztok_biblioteki_uruchomieniowe gdzie)
             message(FATAL_ERROR "The compiler does not know where its ${nazwa} is")
         endif()
         file(COPY ${plik} DESTINATION ${gdzie})
+        list(APPEND ${wynik} ${plik})
     endforeach()
+    set(${wynik} ${${wynik}} PARENT_SCOPE)
 endfunction()

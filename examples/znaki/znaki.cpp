@@ -182,8 +182,9 @@ bool PrzezTekst(const TListaBlokow& bloki, std::uint32_t wyroznik, const std::u1
         doKonca = strumien.Pozostalo() == 0;
     });
     const double megabajtow = static_cast<double>(bajtow) / 1e6;
-    std::printf("as text:    %lld bytes, written at %.0f MB/s and read at %.0f MB/s\n", static_cast<long long>(bajtow),
-                megabajtow / zapis, megabajtow / odczyt);
+    std::printf("as text:    %s, %lld bytes, written at %.0f MB/s and read at %.0f MB/s\n",
+                ztok::Utf8ZUtf16(plik).c_str(), static_cast<long long>(bajtow), megabajtow / zapis,
+                megabajtow / odczyt);
     return doKonca && wczytane.DajWyroznikObiektu() == wyroznik && RowneOdniesienia(bloki, wczytane);
 }
 
@@ -201,6 +202,7 @@ void WypiszPamiec(std::int64_t drzewa, std::int64_t obiektow) {
 }
 
 bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const std::u16string& plik) {
+    std::printf("reads:      %s and %s\nit took:\n", plikZnakow.c_str(), plikBlokow.c_str());
     const std::int64_t zajetePrzed = ztok::PulaZajete();
     TListaBlokow bloki;
     TListaBlokow wczytane;
@@ -231,8 +233,8 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
     const std::int64_t odniesien = IleOdniesien(wgNazw);
     std::printf("records:    %zu in %d blocks, read back %lld with %lld references to each other\n", rekordow,
                 bloki.IleObiektow(), static_cast<long long>(znakow), static_cast<long long>(odniesien));
-    std::printf("file:       %lld bytes, %.1f a record\n", static_cast<long long>(bajtow),
-                static_cast<double>(bajtow) / static_cast<double>(rekordow));
+    std::printf("saved:      %s, %lld bytes, %.1f a record\n", ztok::Utf8ZUtf16(plik).c_str(),
+                static_cast<long long>(bajtow), static_cast<double>(bajtow) / static_cast<double>(rekordow));
     // The list, its blocks with a list each, the characters, and a list for each that is made of others.
     std::int64_t zlozonych = 0;
     for (const ztok::TObiektBazowy* obiekt : wgNazw)
@@ -242,8 +244,7 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
     WypiszKategorie(wczytane);
     if (znak != nullptr)
         WypiszZnak(*znak);
-    const bool widac =
-        znak != nullptr && Krok("see one changed letter", [&] { return WidzacRoznice(bloki, wczytane, *znak); });
+    const bool widac = znak != nullptr && WidzacRoznice(bloki, wczytane, *znak);
 
     // By path, from the root through a list, a list and a reference.
     const std::u16string sciezka = u"[Nazwa='Latin Extended-B'].Znaki[Kod=454].Duza.Nazwa";
@@ -267,8 +268,9 @@ bool Pokaz(const std::string& plikZnakow, const std::string& plikBlokow, const s
         std::printf("%-44s %s\n", co, jest ? "yes" : "NO");
         dobrze = dobrze && jest;
     }
-    std::printf("fingerprint: %08X and %08X\n", static_cast<unsigned>(wyroznik),
-                static_cast<unsigned>(wyroznikWczytanych));
+    std::printf(
+        "fingerprints, of all that a tree holds: %08X as built, %08X as read back; equal trees have equal ones\n",
+        static_cast<unsigned>(wyroznik), static_cast<unsigned>(wyroznikWczytanych));
     return dobrze;
 }
 
@@ -281,11 +283,12 @@ int main(int argc, char** argv) {
     }
     try {
         const std::filesystem::path plik =
-            argc == 4 ? std::filesystem::path(argv[3]) : std::filesystem::temp_directory_path() / "ztok-znaki.dat";
+            argc == 4 ? std::filesystem::absolute(argv[3]) : std::filesystem::temp_directory_path() / "ztok-znaki.dat";
         const bool dobrze = Pokaz(argv[1], argv[2], plik.u16string());
         if (argc != 4) {
             std::filesystem::remove(plik);
             std::filesystem::remove(std::filesystem::path(plik) += ".txt");
+            std::printf("Both files were temporary; name one to keep them: znaki UnicodeData.txt Blocks.txt FILE\n");
         }
         return dobrze ? 0 : 1;
     } catch (const std::exception& blad) {

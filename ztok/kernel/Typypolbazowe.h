@@ -36,4 +36,5 @@
 #include "ztok/platform/TStrumienPlikowy.h"
 #include "ztok/platform/TWariant.h"
 #include "ztok/util/Prostehaszowanie.h"
+#include "ztok/util/Ztfunutf8.h"
 #include "ztok/util/Zttypybazowe.h"

@@ -1,0 +1,4 @@
+// The controller itself: TKontroler.
+#pragma once
+
+#include "ztok/repository/Kontroler.h"
