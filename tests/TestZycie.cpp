@@ -10,6 +10,7 @@
 #include "tests/Testy.h"
 #include "ztok/kernel/DeklaracjaObiektu.h"
 #include "ztok/kernel/TObiektTS.h"
+#include "ztok/fields/TZTParam.h"
 #include "ztok/kernel/TJadroKlas.h"
 #include "ztok/lists/TKolekcjaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
@@ -286,4 +287,213 @@ TEST_F(Zycie, HakiRobiaCokolwiek) {
                 ASSERT_FALSE(HasFailure());
             }
     }
+}
+
+namespace {
+
+// Counts its lock and its end; on request the end raises first, or frees the object.
+class TBlokowany : public TObiektTS {
+    ZTOK_OBIEKT(TBlokowany, TObiektTS, (0, Nazwa, String))
+
+    static inline int sekcje = 0;
+    static inline int konce = 0;
+    static inline char koniec = 0;
+    static inline bool zwolnijPrzyZmianie = false;
+
+    void TworzSekcjeKrytyczna() override { ++sekcje; }
+    void UsunSekcjeKrytyczna() override { --sekcje; }
+    void SetBylyZmiany(int) override {
+        if (std::exchange(zwolnijPrzyZmianie, false))
+            Zwolnij(this);
+    }
+
+  protected:
+    void WykonajDestrukcje() override {
+        ++konce;
+        if (koniec == 'b')
+            ZTError(u"koniec");
+        if (koniec == 'z')
+            Zwolnij(this);
+        TObiektTS::WykonajDestrukcje();
+    }
+};
+
+struct TNiewlasciwe {
+    const char* nazwa;
+    const char16_t* blad;
+    void (*co)();
+};
+
+const TNiewlasciwe kNiewlasciwe[] = {
+    {"ze stosu do listy", u"TListaHakow: obiekt klasy THak leży na stosie lub w innym obiekcie i nie może mieć właściciela",
+     [] {
+         THak o;
+         Utworz<TListaHakow>()->DodajObiekt(&o, 0);
+     }},
+    {"ze stosu do pola", u"THak: obiekt klasy THak leży na stosie lub w innym obiekcie i nie może mieć właściciela",
+     [] {
+         THak o;
+         Utworz<THak>()->UstawPole(THak::nrDziecko, &o, true);
+     }},
+    {"parametr do kolekcji", u"TKolekcjaObiektow: obiekt klasy TZTParam żyje według liczby odwołań i nie może mieć właściciela",
+     [] { Utworz<TKolekcjaObiektow>()->DodajObiekt(ZTParam({1}).get(), 0); }},
+    {"zwolnienie ze stosu", u"obiekt klasy THak leży na stosie lub w innym obiekcie i nie można go zwolnić",
+     [] {
+         THak o;
+         Zwolnij(&o);
+     }},
+    {"zwolnienie elementu", u"obiekt klasy THak ma właściciela i nie można go zwolnić : Lista[0]",
+     [] {
+         const auto o = Utworz<THak>();
+         Zwolnij(o->GetLista().DodajObiekt(nullptr, 0));
+     }},
+    {"zwolnienie pola", u"obiekt klasy THak ma właściciela i nie można go zwolnić : Dziecko",
+     [] { Zwolnij(&Utworz<THak>()->GetDziecko()); }},
+    {"jedno pole dwa razy", u"THak: obiekt klasy TPoleInteger jest już polem o numerze 1",
+     [] {
+         const auto o = Utworz<THak>();
+         o->SetLiczba(1);
+         o->UstawPole(2, o->Pole(1), true);
+     }},
+    {"cykl", u"THak: obiekt klasy THak nie może zawierać samego siebie",
+     [] {
+         auto korzenCyklu = Utworz<THak>();
+         THak* o = korzenCyklu.get();
+         for (int i = 0; i < 600; ++i)
+             o = &o->GetDziecko();
+         o->UstawPole(THak::nrDziecko, korzenCyklu.get(), true);
+     }},
+    {"za duzy numer", u"THak: brak pola o numerze 32768", [] { Utworz<THak>()->ZrobMiejsceDlaPola(32768); }},
+    {"koniec z bledem", u"koniec",
+     [] {
+         TBlokowany::koniec = 'b';
+         Zwolnij(Utworz<TBlokowany>().Oddaj());
+     }},
+    {"koniec w koncu", u"obiekt klasy TBlokowany właśnie ginie : ",
+     [] {
+         TBlokowany::koniec = 'z';
+         Zwolnij(Utworz<TBlokowany>().Oddaj());
+     }},
+    {"zmiana zwalnia", u"(no error)",
+     [] {
+         TBlokowany::zwolnijPrzyZmianie = true;
+         Utworz<TBlokowany>().Oddaj()->SetNazwa(u"x");
+     }},
+    {"obok listy", u"(no error)",
+     [] {
+         const TPowiadomienia powiadomienia;
+         auto o = Utworz<THak>();
+         const auto lista = Utworz<TListaHakow>();
+         lista->DodajObiekt(o.get(), 0);
+         o.Ustaw(); // the list's, as the notice tells
+         EXPECT_EQ(TPowiadomienia::Tresci().size(), 1U);
+         EXPECT_EQ(lista->IleObiektow(), 1);
+     }},
+    {"uchwyt po przekazaniu", u"(no error)",
+     [] {
+         TUchwyt pierwszy;
+         TUchwyt drugi;
+         auto lista = Utworz<TListaHakow>();
+         for (TUchwyt* uchwyt : {&pierwszy, &drugi}) {
+             uchwyt->UstawObiekt(Utworz<THak>().Oddaj());
+             lista->DodajObiekt(static_cast<THak*>(uchwyt->Obiekt()), MaxInt);
+         }
+         pierwszy.Zeruj();
+         EXPECT_EQ(lista->IleObiektow(), 2);
+         EXPECT_FALSE(drugi.OddajObiekt());
+         lista.Ustaw();
+         EXPECT_TRUE(drugi.Pusty() && drugi.Obiekt() == nullptr);
+     }},
+};
+
+} // namespace
+
+// What must not be owned or freed is refused, or comes out right; nothing is lost and nothing freed twice.
+TEST_F(Zycie, NiewlasciweUzycie) {
+    RejestrujKlasy<TBlokowany>();
+    wyzwalacz = {};
+    for (const TNiewlasciwe& n : kNiewlasciwe) {
+        SCOPED_TRACE(n.nazwa);
+        TBlokowany::konce = 0;
+        EXPECT_EQ(testy::Blad(n.co), n.blad);
+        EXPECT_EQ(wyzwalacz.zyja.size(), 0U);
+        EXPECT_LE(TBlokowany::konce, 1);
+        EXPECT_EQ(TBlokowany::sekcje, 0);
+        TBlokowany::koniec = 0;
+    }
+}
+
+TEST_F(Zycie, ZwolnionyDrugiRaz) {
+    if (kPamiecZatruta)
+        GTEST_SKIP() << "the sanitizer tells it first";
+    THak* o = Utworz<THak>().Oddaj();
+    Zwolnij(o);
+    EXPECT_EQ(testy::Blad([&] { Zwolnij(o); }), u"obiekt jest już zwolniony");
+    const TPowiadomienia powiadomienia;
+    { // an owner that outlives the list
+        auto lista = Utworz<TListaHakow>();
+        const TWlasny<TObiektBazowy> obok(lista->DodajObiekt(nullptr, 0));
+        lista.Ustaw();
+    }
+    EXPECT_EQ(TPowiadomienia::Tresci(), (std::vector<std::u16string>{u"obiekt jest już zwolniony"}));
+}
+
+// A parent that dies first leaves its children without one, whoever holds them now.
+TEST_F(Zycie, DzieckoPrzezywaRodzica) {
+    for (const bool naStosie : {false, true}) {
+        auto rodzic = Utworz<THak>();
+        std::optional<THak> rodzicNaStosie;
+        THak& r = naStosie ? rodzicNaStosie.emplace() : *rodzic;
+        const auto dziecko = Utworz<THak>(&r);
+        const auto klon = r.GetDziecko().KlonujObiekt(true);
+        const THak dzieckoNaStosie(&r);
+        auto lista = Utworz<TListaHakow>();
+        THak* oddane = static_cast<THak*>(lista->DodajObiekt(Utworz<THak>(&r).Oddaj(), 0));
+        auto wczesniej = Utworz<THak>(&r);
+        wczesniej.Ustaw();
+        EXPECT_TRUE(dziecko->Rodzic() == &r && klon->Rodzic() == &r && oddane->Rodzic() == lista.get());
+        rodzic.Ustaw();
+        rodzicNaStosie.reset();
+        EXPECT_TRUE(dziecko->Rodzic() == nullptr && klon->Rodzic() == nullptr && dzieckoNaStosie.Rodzic() == nullptr);
+        EXPECT_TRUE(oddane->Rodzic() == lista.get());
+        EXPECT_EQ(dziecko->DajKorzen(), dziecko.get());
+    }
+    TWlasny<THak> lancuch = Utworz<THak>(); // links that hold nothing cost no walk up to the root
+    THak* o = lancuch.get();
+    for (int i = 0; i < 200000; ++i) {
+        auto ogniwo = Utworz<THak>();
+        THak* nastepne = ogniwo.get();
+        o->UstawPole(THak::nrDziecko, ogniwo.Oddaj(), true);
+        o = nastepne;
+    }
+}
+
+// The lock of an object on the stack is made when it is locked first, and only then it is taken apart.
+TEST_F(Zycie, BlokadaNaStosie) {
+    for (const bool blokowany : {false, true}) {
+        TBlokowany::konce = 0;
+        {
+            TBlokowany o;
+            EXPECT_EQ(TBlokowany::sekcje, 0);
+            if (blokowany)
+                o.SetNazwa(u"x"), o.SetNazwa(u"y");
+            EXPECT_EQ(TBlokowany::sekcje, blokowany ? 1 : 0);
+        }
+        EXPECT_EQ(TBlokowany::sekcje, 0);
+        EXPECT_EQ(TBlokowany::konce, 1);
+    }
+}
+
+namespace inna {
+class THak : public TObiekt {
+    ZTOK_OBIEKT(THak, TObiekt, (0, Nazwa, String))
+};
+} // namespace inna
+
+// Descriptors and casts go by the name: the second class of it is refused before its first object.
+TEST_F(Zycie, DwieKlasyJednejNazwy) {
+    const std::u16string_view blad = u"THak: inna klasa o tej nazwie jest już w użyciu: przodek TObiekt, rozmiar ";
+    EXPECT_EQ(testy::Blad([] { static_cast<void>(Utworz<inna::THak>()); }).substr(0, blad.size()), blad);
+    EXPECT_THROW(RejestrujKlasy<inna::THak>(), ZTException);
+    EXPECT_THROW(static_cast<void>(JadroKlas()->OpisKlasy(inna::THak::KlasaStatyczna())), ZTException);
 }
