@@ -34,8 +34,8 @@ class TWarunkowa : public TObiekt {
     [[nodiscard]] bool CzyZapis() const { return GetPoleBoolean(0); }
     ZTOK_OBIEKT(TWarunkowa, TObiekt, (0, Zapis, Boolean),
                 (1, Cena, ZapisGdy<ztok::rodzaj::Integer, &TWarunkowa::CzyZapis>),
-                (2, Obca, Obcy<ztok::rodzaj::Integer>), (-1, Ujemna, Integer), (3, Mala, Shortint),
-                (4, Ostatnia, Int64))
+                (2, Obca, Obcy<ztok::rodzaj::Integer>), (-1, Ujemna, Integer), (-1, Minus, Integer),
+                (3, Mala, Shortint), (4, Ostatnia, Int64))
 };
 // Every kind with every reader, one row each: the rows' numbers are their indices.
 constexpr int kRodzajow = static_cast<int>(TRodzajWartosci::Inny) + 1;
