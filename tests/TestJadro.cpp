@@ -37,8 +37,8 @@ class TWarunkowa : public TObiekt {
     [[nodiscard]] bool CzyZapis() const { return GetPoleBoolean(0); }
     ZTOK_OBIEKT(TWarunkowa, TObiekt, (0, Zapis, Boolean),
                 (1, Cena, ZapisGdy<ztok::rodzaj::Integer, &TWarunkowa::CzyZapis>),
-                (2, Obca, Obcy<ztok::rodzaj::Integer>), (-1, Ujemna, Integer), (3, Mala, Shortint),
-                (4, Ostatnia, Int64))
+                (2, Obca, Obcy<ztok::rodzaj::Integer>), (-1, Ujemna, Integer), (-1, Minus, Integer),
+                (3, Mala, Shortint), (4, Ostatnia, Int64))
 };
 // Properties that were foreign in the base become fields, under their numbers and names.
 class TObceWBazie : public TObiekt {

@@ -17,7 +17,6 @@ using probki::TListaAdresow;
 using probki::TWszystko;
 using testy::Blad;
 using testy::Zglasza;
-using TArg = std::vector<TArgument>;
 using TElementy = std::vector<TObiektBazowy*>;
 using V = std::vector<int>;
 constexpr TRozmiarLiter kWazny = rlRozmLiterWazny;
@@ -101,8 +100,71 @@ TEST_F(Listy, OperacjeKtorychKlasaNieMa) {
         EXPECT_TRUE(Blad<EBladAbstrakcyjny>(operacja).ends_with(u" nie ma operacji " + std::u16string(nazwa)));
     TKolekcjaObiektow kolekcja;
     kolekcja.Dodaj(Utworz<TListaAdresow>());
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { kolekcja.WpiszDaneDoPol(TArg{1}, TArg{u"w"}); }));
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { kolekcja.WpiszDaneDoPol({1}, {u"w"}); }));
     EXPECT_FALSE(baza.DopiszDane(nullptr) || baza.DopiszObiektyOCechach(nullptr, {}, {}, kWazny));
+}
+
+// Fields, values and directions are written in braces wherever a list of them is asked for; a field by a number of any
+// type. A single 0 in braces is a field, and no null object.
+TEST_F(Listy, ListyWKlamrach) {
+    constexpr unsigned numer = TAdres::nrNumer;
+    constexpr std::size_t miasto = TAdres::nrMiasto;
+    const TAdres wzor({TAdres::nrUlica, u"Numer", miasto}, {u"b", 2, u"x"});
+    EXPECT_EQ(wzor.OpisTekstowy(), Utworz<TAdres>({0, 1, 2}, {u"b", 2, u"x"})->OpisTekstowy());
+    EXPECT_EQ(Utworz<TAdres>({numer}, {3}, &lista_)->Rodzic(), &lista_);
+    EXPECT_TRUE(Zglasza<ZTException>([] { TAdres({0, u"Brak"}, {u"b", 1}); }));
+    EXPECT_TRUE(Zglasza<ZTException>([] { static_cast<void>(Utworz<TAdres>({0, u"Brak"}, {u"b", 1})); }));
+
+    TListaAdresow inna;
+    std::int32_t od = -7;
+    std::int32_t dokad = -7;
+    TListaAdresow& l = lista_;
+    const auto po = [&](const auto& operacja) {
+        Wypelnij({3, 1, 2, 1});
+        inna.ZerujDane();
+        inna.Dopisz().SetNumer(5);
+        inna.Dopisz().SetNumer(2);
+        operacja();
+        return Numery(l);
+    };
+    EXPECT_EQ(po([&] { l.PosortujWgPol({miasto, numer}, {rsRosnaco, rsMalejaco}); }), (V{3, 2, 1, 1}));
+    EXPECT_EQ(po([&] { l.PosortujWgPol({numer}, kWazny, rsMalejaco); }), (V{3, 2, 1, 1}));
+    EXPECT_EQ(po([&] { l.DopiszObiektGdyBrak({0}, {u"z"}, kWazny); }), (V{3, 1, 2, 1, 0}));
+    EXPECT_EQ(po([&] { l.DopiszObiektGdyBrak({numer}, {1}, kWazny, rwOdKonca, od); }), (V{3, 1, 2, 1}));
+    EXPECT_EQ(po([&] { od = l.ZnajdzObiekt(l.DopiszObiektGdyBrak(inna[1], {numer}, kWazny)); }), (V{3, 1, 2, 1}));
+    EXPECT_EQ(od, 2);
+    EXPECT_EQ(po([&] { l.UsunObiekty({numer}, {1}, kWazny); }), (V{3, 2}));
+    EXPECT_EQ(po([&] { l.UsunObiektyOprocz({numer}, {1}, kWazny); }), (V{1, 1}));
+    EXPECT_EQ(po([&] { l.UsunDuplikaty({numer}, kWazny); }), (V{3, 1, 2}));
+    EXPECT_EQ(po([&] { l.DopiszObiektyOCechach(&inna, {numer}, {5}, kWazny); }), (V{3, 1, 2, 1, 5}));
+    EXPECT_EQ(po([&] { l.DopiszObiektyOprocz(&inna, {numer}, {5}, kWazny); }), (V{3, 1, 2, 1, 2}));
+    EXPECT_EQ(po([&] { l.DopiszObiektyGdyBrak(&inna, {numer}, kWazny); }), (V{3, 1, 2, 1, 5}));
+    EXPECT_EQ(po([&] { l.PrzeniesObiektyOCechach(inna, {numer}, {5}, kWazny); }), (V{3, 1, 2, 1, 5}));
+    EXPECT_EQ(po([&] { l.PrzeniesObiektyOprocz(inna, {numer}, {5}, kWazny); }), (V{3, 1, 2, 1, 2}));
+    EXPECT_EQ(po([&] { l.PrzeniesObiektyGdyBrak(inna, {numer}, kWazny); }), (V{3, 1, 2, 1, 5}));
+    EXPECT_EQ(po([&] { l.KopiujDanePol(inna, {numer}, true); }), (V{5, 2}));
+    EXPECT_EQ(po([&] { l.KopiujDaneOprocz(inna, {0}); }), (V{5, 2}));
+    EXPECT_EQ(po([&] { l.KopiujDaneKlas(inna, {TPoleInteger::KlasaStatyczna()}); }), (V{5, 2}));
+    EXPECT_EQ(po([&] { l.WpiszDaneDoPol({numer}, {4}); }), (V{4, 4, 4, 4}));
+    EXPECT_EQ(po([&] { l[0]->Inicjuj({0}, {u"b"}); }), (V{0, 1, 2, 1}));
+    EXPECT_EQ(po([&] { l[0]->ZerujDanePol({numer}); }), (V{0, 1, 2, 1}));
+    EXPECT_EQ(po([&] { l[0]->ZerujDaneOprocz({0}); }), (V{0, 1, 2, 1}));
+    EXPECT_EQ(po([&] { l[0]->KopiujDanePol(wzor, {u"Numer"}); }), (V{2, 1, 2, 1}));
+    EXPECT_EQ(po([&] { l[0]->KopiujDaneOprocz(wzor, {0}); }), (V{2, 1, 2, 1}));
+    EXPECT_EQ(po([&] { l[0]->KopiujDaneKlas(wzor, {TPoleInteger::KlasaStatyczna()}); }), (V{2, 1, 2, 1}));
+    EXPECT_EQ(po([&] { l.PosortujWgPol({0, numer}); }), (V{1, 1, 2, 3}));
+    EXPECT_TRUE(l.ListaMaPosortowanie({0, numer}, {rsMalejaco, rsRosnaco}));
+    EXPECT_TRUE(l.WyszukajWgPol({0}, {u""}, od) && od == 0);
+    EXPECT_TRUE(l.WyszukajWgPol({numer}, {2}, od, rsRosnaco) && od == 2 && !l.WyszukajWgPol({numer}, {4}));
+    EXPECT_TRUE(l.WyszukajWgPol(wzor, {numer}, od) && od == 2 && !l.WyszukajWgPol(wzor, {0}));
+    EXPECT_TRUE(l.WyszukajZakres({numer}, {1}, od, dokad) && od == 0 && dokad == 1);
+    EXPECT_TRUE(l.JestObiekt({numer}, {3}, od) && od == 3 && !l.JestObiekt({numer}, {4}));
+    EXPECT_TRUE(l.JestInnyObiekt({numer}, {3}, od) && od == 2 && l.JestInnyObiekt({0}, {u"b"}));
+    EXPECT_TRUE(l.JestObiektTakiJak(wzor, {numer}, od) && od == 2 && !l.JestObiektTakiJak(wzor, {0}));
+    EXPECT_TRUE(l.DodajObiektGdyBrak({numer}, {2}) == l[2] && l[2]->MaCechy({0, numer}, {u"", 2}, kWazny));
+    EXPECT_EQ(l[2]->PorownajCechy({numer}, {3}, kWazny, LocaleWin1250), 1);
+    EXPECT_EQ(l[2]->PorownajWgPol(wzor, {0}, kWazny), -1);
+    EXPECT_EQ(l[2]->PorownajOproczPol(wzor, {0, miasto}, kWazny), 0);
 }
 
 // Empty places, which pointer lists and collections may have: before everything in order, passed over by searches.
@@ -113,35 +175,35 @@ TEST_F(Listy, PusteMiejsca) {
     wsk.DodajObiekt(nullptr, 0);
     wsk.DodajObiekt(lista_[1], MaxInt);
     wsk.DodajObiekt(nullptr, MaxInt);
-    EXPECT_FALSE(wsk.ListaMaPosortowanie(TArg{1}, {}));
-    EXPECT_TRUE(wsk.PosortujWgPol(TArg{1}));
+    EXPECT_FALSE(wsk.ListaMaPosortowanie({1}, {}));
+    EXPECT_TRUE(wsk.PosortujWgPol({1}));
     EXPECT_EQ(Elementy(wsk), (TElementy{nullptr, nullptr, lista_[1], lista_[0]}));
-    EXPECT_TRUE(wsk.ListaMaPosortowanie(TArg{1}, {}));
+    EXPECT_TRUE(wsk.ListaMaPosortowanie({1}, {}));
     std::int32_t gdzie = -7;
     for (const int numer : {0, 1, 2, 3, 4}) {
         TAdres wzor;
         wzor.SetNumer(numer);
-        EXPECT_EQ(wsk.WyszukajWgPol(TArg{1}, TArg{numer}, gdzie), numer == 1 || numer == 3);
+        EXPECT_EQ(wsk.WyszukajWgPol({1}, {numer}, gdzie), numer == 1 || numer == 3);
         EXPECT_EQ(gdzie, numer < 2 ? 2 : numer < 4 ? 3 : 4) << numer;
-        EXPECT_EQ(wsk.WyszukajWgPol(wzor, TArg{1}, gdzie), numer == 1 || numer == 3);
-        EXPECT_EQ(wsk.JestObiekt(TArg{1}, TArg{numer}, gdzie, kWazny, rwOdPoczatku), numer == 1 || numer == 3);
+        EXPECT_EQ(wsk.WyszukajWgPol(wzor, {1}, gdzie), numer == 1 || numer == 3);
+        EXPECT_EQ(wsk.JestObiekt({1}, {numer}, gdzie, kWazny, rwOdPoczatku), numer == 1 || numer == 3);
         EXPECT_EQ(gdzie, numer == 1 ? 2 : numer == 3 ? 3 : 4);
     }
     EXPECT_FALSE(wsk.PoleNiepuste(0) || wsk.PoleDoZapisu(1) || wsk.SaDaneUnicode(0));
     EXPECT_TRUE(wsk.PoleNiepuste(2) && wsk.PoleDoZapisu(3));
-    wsk.WpiszDaneDoPol(TArg{0}, TArg{u"u"});
-    wsk.ZerujDanePol(TArg{0});
+    wsk.WpiszDaneDoPol({0}, {u"u"});
+    wsk.ZerujDanePol({0});
     TListaWskObiektow inna;
     inna.WyrownajDoListy(wsk, false); // its new places are empty
     EXPECT_EQ(Elementy(inna), TElementy(4));
     EXPECT_EQ(wsk.Porownaj(inna), 1);
     EXPECT_EQ(inna.Porownaj(wsk), -1);
-    EXPECT_EQ(wsk.PorownajWgPol(inna, TArg{1}, kWazny), 1);
-    EXPECT_EQ(inna.PorownajWgPol(wsk, TArg{1}, kWazny), -1);
+    EXPECT_EQ(wsk.PorownajWgPol(inna, {1}, kWazny), 1);
+    EXPECT_EQ(inna.PorownajWgPol(wsk, {1}, kWazny), -1);
     EXPECT_FALSE(inna.DopiszObiektyOCechach(&inna, {}, {}, kWazny)); // there is nothing to add
     EXPECT_TRUE(inna.DopiszDane(&wsk));                              // an empty place too
     EXPECT_EQ(inna.IleObiektow(), 8);
-    EXPECT_FALSE(inna.UsunDuplikaty(TArg{1}, kWazny));
+    EXPECT_FALSE(inna.UsunDuplikaty({1}, kWazny));
     inna.UsunObiektyNil(true);
     EXPECT_EQ(Elementy(inna), (TElementy{lista_[1], lista_[0]}));
     EXPECT_EQ(inna.Pojemnosc(), 8);
@@ -168,7 +230,7 @@ TEST_F(Listy, BladPorownaniaNieZostawiaDziur) {
     // The text "x" is no number: asking for Ulica = 5 fails on that element, which the walk from the end meets in the
     // middle.
     const auto usun = [](TListaBazowa& lista) {
-        return Zglasza<EBladWariantu>([&] { lista.UsunObiekty(TArg{0}, TArg{5}, kWazny); });
+        return Zglasza<EBladWariantu>([&] { lista.UsunObiekty({0}, {5}, kWazny); });
     };
     Wypelnij({0, 1, 2, 3});
     for (int i = 0; i < 4; ++i)
@@ -304,7 +366,7 @@ TEST_F(Listy, ListaZmienianaIElementyBezPol) {
     TListaWskObiektow b;
     a.DodajObiekt(&a, 0);
     b.DodajObiekt(&b, 0);
-    EXPECT_NE(Blad([&] { static_cast<void>(a.PorownajWgPol(b, TArg{1}, kWazny)); }), u"(no error)");
+    EXPECT_NE(Blad([&] { static_cast<void>(a.PorownajWgPol(b, {1}, kWazny)); }), u"(no error)");
 }
 
 // One comparer for a whole search: what differed in one element says nothing about the next.
@@ -328,7 +390,7 @@ TEST_F(Listy, ZSiebie) {
     Wypelnij({3, 2, 2, 0});
     TListaWskObiektow wsk;
     wsk.DopiszDane(&lista_);
-    EXPECT_TRUE(lista_.KopiujObiektyOCechach(&wsk, TArg{1}, TArg{2}, kWazny));
+    EXPECT_TRUE(lista_.KopiujObiektyOCechach(&wsk, {1}, {2}, kWazny));
     EXPECT_EQ(Numery(lista_), (V{2, 2}));
 }
 

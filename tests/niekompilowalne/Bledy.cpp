@@ -124,8 +124,46 @@ class TK : public TObiekt {
 };
 #endif
 
-// The class has the descriptor, and the identity, of its base.
-#ifdef BrakMakra
+#ifdef NumerZaDuzy
+class TKA : public TObiekt {
+    ZTOK_OBIEKT(TKA, TObiekt, (0, Nazwa, String), (32768, Ile, Integer))
+};
+#else
+class TKA : public TObiekt {
+    ZTOK_OBIEKT(TKA, TObiekt, (0, Nazwa, String), (32767, Ile, Integer))
+};
+#endif
+
+#ifdef ZaslonietyCzlonek
+class TKB : public TObiekt {
+    ZTOK_OBIEKT(TKB, TObiekt, (0, PoleString, String))
+};
+#else
+class TKB : public TObiekt {
+    ZTOK_OBIEKT(TKB, TObiekt, (0, Pole, String))
+};
+#endif
+
+#define DZIESIEC(n)                                                                                                    \
+    (n##0, A##n, Byte), (n##1, B##n, Byte), (n##2, C##n, Byte), (n##3, D##n, Byte), (n##4, E##n, Byte),                \
+        (n##5, F##n, Byte), (n##6, G##n, Byte), (n##7, H##n, Byte), (n##8, I##n, Byte), (n##9, J##n, Byte)
+#define STO(n)                                                                                                         \
+    DZIESIEC(n##0), DZIESIEC(n##1), DZIESIEC(n##2), DZIESIEC(n##3), DZIESIEC(n##4), DZIESIEC(n##5), DZIESIEC(n##6),    \
+        DZIESIEC(n##7), DZIESIEC(n##8), DZIESIEC(n##9)
+#ifdef ZaDuzoWierszy
+class TKC : public TObiekt {
+    ZTOK_OBIEKT(TKC, TObiekt, STO(1), STO(2), STO(3), STO(4), STO(5), DZIESIEC(1), DZIESIEC(2), DZIESIEC(3),
+                DZIESIEC(4), DZIESIEC(5))
+};
+#else
+class TKC : public TObiekt {
+    ZTOK_OBIEKT(TKC, TObiekt, DZIESIEC(1), DZIESIEC(2), DZIESIEC(3), DZIESIEC(4), DZIESIEC(5))
+};
+static_assert(TKC::nrJ5 == 59);
+#endif
+
+// The class has the descriptor, and the identity, of its base, and is refused wherever it could be made.
+#if defined(BrakMakra) || defined(BrakMakraTworzonej) || defined(BrakMakraElementu) || defined(BrakMakraPola)
 class TL : public TKlient {
   public:
     bool Wazny() const { return GetVip(); }
@@ -136,7 +174,22 @@ class TL : public TKlient {
     bool Wazny() const { return GetVip(); }
 };
 #endif
+#if !defined(BrakMakraTworzonej) && !defined(BrakMakraElementu) && !defined(BrakMakraPola)
 void RejestrujL() { RejestrujKlasy<TL>(); }
+#endif
+#if !defined(BrakMakra) && !defined(BrakMakraElementu) && !defined(BrakMakraPola)
+void UtworzL() { Utworz<TL>()->SetVip(true); }
+#endif
+#if !defined(BrakMakra) && !defined(BrakMakraTworzonej) && !defined(BrakMakraPola)
+class TLA : public TListaTypu<TL> {
+    ZTOK_LISTA(TLA, TL)
+};
+#endif
+#if !defined(BrakMakra) && !defined(BrakMakraTworzonej) && !defined(BrakMakraElementu)
+class TLB : public TObiekt {
+    ZTOK_OBIEKT(TLB, TObiekt, (0, Klient, Obiekt<TL>))
+};
+#endif
 
 #ifdef InnaKlasaWMakrze
 class TM : public TKlient {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <vector>
 
 #include "ztok/kernel/TObiektBazowy.h"
@@ -42,9 +41,6 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     void Wstaw(std::int32_t gdzie, const TArgument& wartosc);
     // Adds the values in order, those before one that raises included.
     void DodajWszystkie(TArgumenty wartosci);
-    void DodajWszystkie(std::initializer_list<TArgument> wartosci) {
-        DodajWszystkie(TArgumenty(wartosci.begin(), wartosci.size()));
-    }
     // Takes the object over, also when the call raises; only an object that the array is a part of, or that another
     // owner holds, is refused and left alone. Null adds a null object.
     TObiektBazowy* DodajObiekt(TWlasny<TObiektBazowy> obiekt, std::int32_t gdzie = MaxInt);
@@ -52,9 +48,6 @@ class ZTOK_API TArrayOfConst : public TObiektBazowy {
     void Ustaw(std::int32_t nr, const TArgument& wartosc);
     // Replaces all the elements.
     void UstawWszystkie(TArgumenty wartosci);
-    void UstawWszystkie(std::initializer_list<TArgument> wartosci) {
-        UstawWszystkie(TArgumenty(wartosci.begin(), wartosci.size()));
-    }
     // Removes the element; false for an index out of range.
     bool Usun(std::int32_t nr);
     // Removes the element and gives the object that the array held there; null, and nothing done, when it held none.

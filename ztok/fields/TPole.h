@@ -90,6 +90,7 @@ class ZTOK_API TPole : public TTrwaly {
     // Without an owner, and with the arguments as a parameter object (TZTParam) in its place.
     bool EdytujDane(bool flaga);
     bool EdytujDane(TArgumenty argumenty, bool flaga);
+    // Braces are arguments here, not a null owner.
     bool EdytujDane(std::initializer_list<TArgument> argumenty, bool flaga) {
         return EdytujDane(TArgumenty(argumenty.begin(), argumenty.size()), flaga);
     }

@@ -26,6 +26,7 @@
 #include "ztok/fields/TPolaListowe.h"
 #include "ztok/fields/TPolaTekstowe.h"
 #include "ztok/fields/TPoleWskObiektu.h"
+#include "ztok/kernel/MakraDeklaracji.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/kernel/TWierszPola.h"
 
@@ -80,13 +81,23 @@ using RawByteString = Wartosc<TRodzajWartosci::AnsiString, TDostep::PoleRawByteS
 using WideString = Wartosc<TRodzajWartosci::WideString, TDostep::PoleWideString, &TObiekt::GetPoleWideString,
                            &TObiekt::SetPoleWideString>;
 
+// What is known to be of class T. KlasaTypu has already refused a class that is not defined.
+template <class T, class P> T* Jako(P* pole) noexcept {
+    if constexpr (szczegoly::Zdefiniowana<T>) {
+        static_assert(std::is_base_of_v<P, T>,
+                      "a pointer field points at an object of the model, a nested field is one");
+        return static_cast<T*>(pole);
+    } else {
+        return nullptr;
+    }
+}
+
 // Pointer to an object of class T, plain or registered. The reader checks the class of what the field points at.
 template <class T, bool Rejestrowany> struct Wskaznik {
     using TZapis = T*;
     static T* Daj(const TObiekt& obiekt, int nr) {
-        static_assert(std::is_base_of_v<TObiektBazowy, T>, "a pointer field points at an object of the model");
         TObiektBazowy* cel = Rejestrowany ? obiekt.GetPoleRefObiektu(nr) : obiekt.GetPoleWskObiektu(nr);
-        return cel != nullptr && cel->JestKlasy(T::KlasaStatyczna()) ? static_cast<T*>(cel) : nullptr;
+        return cel != nullptr && cel->JestKlasy(KlasaTypu<T>()) ? Jako<T>(cel) : nullptr;
     }
     static void Ustaw(TObiekt& obiekt, int nr, T* cel) {
         if constexpr (Rejestrowany)
@@ -111,13 +122,10 @@ template <class T> using Ref = Wskaznik<T, true>;
 
 // A nested object, list or other field of the declared class. The reader makes it; a const object gives null instead.
 template <class T> struct Obiekt {
-    static T& Daj(TObiekt& obiekt, int nr) {
-        static_assert(std::is_base_of_v<TPole, T>, "a nested field is of a class derived from TPole");
-        return static_cast<T&>(obiekt.DajPoleKlasy(nr, T::KlasaStatyczna()));
-    }
+    static T& Daj(TObiekt& obiekt, int nr) { return *Jako<T>(&obiekt.DajPoleKlasy(nr, KlasaTypu<T>())); }
     static const T* Daj(const TObiekt& obiekt, int nr) {
         const TPole* pole = obiekt.Pole(nr);
-        return pole != nullptr && pole->JestKlasy(T::KlasaStatyczna()) ? static_cast<const T*>(pole) : nullptr;
+        return pole != nullptr && pole->JestKlasy(KlasaTypu<T>()) ? Jako<const T>(pole) : nullptr;
     }
     static constexpr TWierszPola Wiersz(std::int32_t nr, std::u16string_view nazwa) noexcept {
         return {nr, nazwa, TRodzajWartosci::Obiekt, TDostep::Obcy, TDostep::Obcy, {}, &KlasaTypu<T>, nullptr};
@@ -170,58 +178,65 @@ struct Shortint {
 
 } // namespace ztok::rodzaj
 
-// Calls macro(element) for each of the further arguments, which are parenthesised tuples.
-#define ZTOK_NAWIASY ()
-#define ZTOK_ROZWIN(...) ZTOK_ROZWIN_4(ZTOK_ROZWIN_4(ZTOK_ROZWIN_4(ZTOK_ROZWIN_4(__VA_ARGS__))))
-#define ZTOK_ROZWIN_4(...) ZTOK_ROZWIN_3(ZTOK_ROZWIN_3(ZTOK_ROZWIN_3(ZTOK_ROZWIN_3(__VA_ARGS__))))
-#define ZTOK_ROZWIN_3(...) ZTOK_ROZWIN_2(ZTOK_ROZWIN_2(ZTOK_ROZWIN_2(ZTOK_ROZWIN_2(__VA_ARGS__))))
-#define ZTOK_ROZWIN_2(...) ZTOK_ROZWIN_1(ZTOK_ROZWIN_1(ZTOK_ROZWIN_1(ZTOK_ROZWIN_1(__VA_ARGS__))))
-#define ZTOK_ROZWIN_1(...) __VA_ARGS__
-#define ZTOK_DLA_KAZDEGO(makro, ...) __VA_OPT__(ZTOK_ROZWIN(ZTOK_DLA_KAZDEGO_KROK(makro, __VA_ARGS__)))
-#define ZTOK_DLA_KAZDEGO_KROK(makro, pierwszy, ...)                                                                    \
-    makro pierwszy __VA_OPT__(ZTOK_DLA_KAZDEGO_DALEJ ZTOK_NAWIASY(makro, __VA_ARGS__))
-#define ZTOK_DLA_KAZDEGO_DALEJ() ZTOK_DLA_KAZDEGO_KROK
+namespace ztok::szczegoly {
 
-// One row: its number as a constant, and its accessors. They are templates so that the class of a nested field may be
-// declared later.
-#define ZTOK_DOSTEP_POLA(numer, nazwa, ...)                                                                            \
-    [[maybe_unused]] static constexpr int nr##nazwa = numer;                                                           \
-    template <class ZTOK_K = ::ztok::rodzaj::__VA_ARGS__> decltype(auto) Get##nazwa() {                                \
-        return ZTOK_K::Daj(*this, numer);                                                                              \
-    }                                                                                                                  \
-    template <class ZTOK_K = ::ztok::rodzaj::__VA_ARGS__> decltype(auto) Get##nazwa() const {                          \
-        return ZTOK_K::Daj(*this, numer);                                                                              \
-    }                                                                                                                  \
-    template <class ZTOK_K = ::ztok::rodzaj::__VA_ARGS__> void Set##nazwa(typename ZTOK_K::TZapis wartosc) {           \
-        ZTOK_K::Ustaw(*this, numer, wartosc);                                                                          \
+// The number of a row, as a type: accessors of two rows of one name differ, and the compiler tells of the constant
+// alone.
+template <int> struct TNumer {};
+
+// The kind that a row names. One that the compiler did not find, and has told of, does everything: what uses the field
+// has nothing to add.
+template <class K> struct TRodzaj {
+    struct TZapis {
+        template <class W> TZapis(const W& /*wartosc*/) noexcept {}
+        template <class W> operator W() const;
+    };
+    static TZapis Daj(const TObiekt& /*obiekt*/, int nr) { return nr; }
+    static void Ustaw(TObiekt& /*obiekt*/, int /*nr*/, const TZapis& /*wartosc*/) {}
+    static constexpr TWierszPola Wiersz(std::int32_t /*nr*/, std::u16string_view nazwa) noexcept {
+        return {-1, nazwa, TRodzajWartosci::Inny, TDostep::Obcy, TDostep::Obcy, {}, nullptr, nullptr};
     }
+};
+template <class K>
+requires requires { &K::Wiersz; }
+struct TRodzaj<K> : K {};
 
-#define ZTOK_WIERSZ_POLA(numer, nazwa, ...) ::ztok::rodzaj::__VA_ARGS__::Wiersz(numer, u## #nazwa),
+inline constexpr int OstatniNumer = 32767;
+// A number that two rows of the table declare a field with; -1 when there is none.
+constexpr int PowtorzonyNumer(std::span<const TWierszPola> wiersze) noexcept {
+    std::uint64_t zajete[(OstatniNumer + 1) / 64] = {};
+    for (const TWierszPola& wiersz : wiersze) {
+        const bool pole = wiersz.czytnik != TDostep::Obcy || wiersz.rodzaj == TRodzajWartosci::Obiekt;
+        if (!pole || wiersz.nr < 0 || wiersz.nr > OstatniNumer)
+            continue;
+        std::uint64_t& slowo = zajete[wiersz.nr / 64];
+        const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(wiersz.nr) % 64U);
+        if ((slowo & bit) != 0)
+            return wiersz.nr;
+        slowo |= bit;
+    }
+    return -1;
+}
+// Whether the first row of the number has the name.
+constexpr bool JestPierwszy(std::span<const TWierszPola> wiersze, std::int32_t nr, std::u16string_view nazwa) noexcept {
+    for (const TWierszPola& wiersz : wiersze)
+        if (wiersz.nr == nr)
+            return wiersz.nazwa == nazwa;
+    return true;
+}
 
-// Body of every class of the model: its class reference, the constructors of its base, and an end of life that runs at
-// the level of the whole class also for objects on the stack. Code of a class's own for the end of life goes into
-// WykonajDestrukcje, which calls Bazowa::WykonajDestrukcje last.
-#define ZTOK_KLASA_MODELU(T, Baza)                                                                                     \
-  public:                                                                                                              \
-    using Bazowa = Baza;                                                                                               \
-    using Bazowa::Bazowa;                                                                                              \
-    ~T() override { this->DokonczZycie(); }                                                                            \
-    static const ::ztok::TKlasa* KlasaStatyczna() noexcept { ZTOK_DANE_KLASY(T, Bazowa, u## #T); }                     \
-    [[nodiscard]] const ::ztok::TKlasa* Klasa() const noexcept override { return T::KlasaStatyczna(); }                \
-                                                                                                                       \
-  private:                                                                                                             \
-    friend class ::ztok::TObiektOgolny;                                                                                \
-                                                                                                                       \
-  public:
+// A class with numbered fields, to be made with its owner.
+template <class B>
+concept CWpisywalny = std::is_base_of_v<TObiekt, B> && std::is_constructible_v<B, TObiektBazowy*>;
 
-// An object with fields (or a collection); the rows may be none.
-#define ZTOK_OBIEKT(T, Baza, ...)                                                                                      \
-    ZTOK_KLASA_MODELU(T, Baza)                                                                                         \
-    static std::span<const ::ztok::TWierszPola> PolaKlasy(std::type_identity<T> /*klasa*/) noexcept {                  \
-        static constexpr ::ztok::TWierszPola wiersze[] = {ZTOK_DLA_KAZDEGO(ZTOK_WIERSZ_POLA, __VA_ARGS__){}};          \
-        return std::span<const ::ztok::TWierszPola>(wiersze, std::size(wiersze) - 1);                                  \
-    }                                                                                                                  \
-    ZTOK_DLA_KAZDEGO(ZTOK_DOSTEP_POLA, __VA_ARGS__)
+// The nearest class of the library's among a class and its ancestors.
+template <class B> struct TKlasaBiblioteki { using Typ = B; };
+template <class B>
+requires requires { typename B::Bazowa; }
+struct TKlasaBiblioteki<B> : TKlasaBiblioteki<typename B::Bazowa> {};
+// Whether it has the member that the function's constraint names.
+template <class B, class F> constexpr bool MaCzlonek(F /*czlonek*/) noexcept {
+    return std::is_invocable_v<F, std::type_identity<typename TKlasaBiblioteki<B>::Typ>>;
+}
 
-// A list that derives from ztok::TListaTypu<Element>.
-#define ZTOK_LISTA(T, Element) ZTOK_KLASA_MODELU(T, ::ztok::TListaTypu<Element>)
+} // namespace ztok::szczegoly

@@ -129,7 +129,7 @@ extern ZTOK_API TJadroKlas* UserKernel;
 [[nodiscard]] ZTOK_API TJadroKlas* JadroKlas();
 
 // Makes classes known to the kernel by name.
-template <class... T> void RejestrujKlasy() { (JadroKlas()->RejestrujKlase(T::KlasaStatyczna()), ...); }
+template <class... T> void RejestrujKlasy() { (JadroKlas()->RejestrujKlase(KlasaTypu<T>()), ...); }
 
 // Ends the library: warns of interfaces still registered and frees the library's own kernel, once. A host calls it
 // before it unloads the library; otherwise unloading does, without waiting for a lock. With g_ZTOKQuiet nothing is

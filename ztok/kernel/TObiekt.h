@@ -120,14 +120,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // Writes values into the fields that the selectors name, by number or by path; both arrays are of one length. Stops
     // at the first pair that fails (ZTException); the pairs before it stay written.
     void WpiszDane(TArgumenty pola, TArgumenty wartosci);
-    void WpiszDane(std::initializer_list<TArgument> pola, std::initializer_list<TArgument> wartosci) {
-        WpiszDane(TArgumenty(pola.begin(), pola.size()), TArgumenty(wartosci.begin(), wartosci.size()));
-    }
     // Frees every field object, then writes.
     void Inicjuj(TArgumenty pola, TArgumenty wartosci);
-    void Inicjuj(std::initializer_list<TArgument> pola, std::initializer_list<TArgument> wartosci) {
-        Inicjuj(TArgumenty(pola.begin(), pola.size()), TArgumenty(wartosci.begin(), wartosci.size()));
-    }
     void ZerujDane() override;
     void ZerujDaneOprocz(TArgumenty pola) override;
     // Cuts text fields to the sizes that RozmPolaNr gives (0: any), on request without blanks at their ends.
@@ -141,7 +135,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     void KopiujDanePol(const TObiekt& zrodlo, TArgumenty pola, bool zerujPozostale = false,
                        TKopierDanych* kopier = nullptr);
     void KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDanych* kopier = nullptr);
-    void KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier = nullptr);
+    void KopiujDaneKlas(const TObiekt& zrodlo, TCiag<const TKlasa*> klasy, TKopierDanych* kopier = nullptr);
     // Copies the value of the source's field (-1: the whole source) into a field of this object.
     void PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola);
 
@@ -270,6 +264,16 @@ inline void* TObiekt::ZajmijMiejsca(int ile) noexcept {
 inline void TObiekt::OddajMiejsca(int ile) noexcept {
     zajete_ = static_cast<std::uint8_t>(zajete_ - ile);
     Zatruj(MiejsceNr(zajete_), static_cast<std::size_t>(ile) * kMiejsce);
+}
+
+// Makes an object as Utworz does, and writes values into its fields as WpiszDane does. When that raises, the object is
+// freed.
+template <class T>
+requires std::is_base_of_v<TObiekt, T>
+[[nodiscard]] TWlasny<T> Utworz(TArgumenty pola, TArgumenty wartosci, TObiektBazowy* wlasciciel = nullptr) {
+    TWlasny<T> obiekt = Utworz<T>(wlasciciel);
+    obiekt->WpiszDane(pola, wartosci);
+    return obiekt;
 }
 
 // Refuses (ZTException) a tree that could not be read again: one that nests deeper than the writer allows, or with a

@@ -396,7 +396,7 @@ void TObiekt::KopiujDaneOprocz(const TObiekt& zrodlo, TArgumenty pola, TKopierDa
     KopiujPola(*this, zrodlo, JednoWDrugim(*this, zrodlo), kopier, kopiuj);
 }
 
-void TObiekt::KopiujDaneKlas(const TObiekt& zrodlo, std::span<const TKlasa* const> klasy, TKopierDanych* kopier) {
+void TObiekt::KopiujDaneKlas(const TObiekt& zrodlo, TCiag<const TKlasa*> klasy, TKopierDanych* kopier) {
     const auto kopiuj = [klasy](TObiekt& cel, const TObiekt& skad, TKopierDanych& k) {
         for (int nr = 0; nr < std::max(cel.ilePol_, skad.ilePol_); ++nr) {
             const TPole* pole = skad.Pole(nr) != nullptr ? skad.Pole(nr) : cel.Pole(nr); // what is not there is cleared

@@ -233,8 +233,7 @@ void TListaWskObiektow::PoPrzeniesObiekty(TListaBazowa& lista, std::int32_t od) 
 namespace {
 
 void SprawdzSciezkeElementow(std::u16string_view operacja, const TListaBazowa& lista, std::u16string_view sciezka) {
-    const TArgument selektor(sciezka);
-    SprawdzSelektoryElementow(operacja, &lista, {&selektor, 1});
+    SprawdzSelektoryElementow(operacja, &lista, {sciezka});
 }
 
 } // namespace

@@ -67,7 +67,7 @@ struct TKluczSortowania {
     bool malejaco;
 };
 
-std::vector<TKluczSortowania> KluczeSortowania(TArgumenty pola, std::span<const TRodzajSortowania> kierunki) {
+std::vector<TKluczSortowania> KluczeSortowania(TArgumenty pola, TCiag<TRodzajSortowania> kierunki) {
     std::vector<TKluczSortowania> klucze;
     klucze.reserve(pola.size());
     for (std::size_t i = 0; i < pola.size(); ++i) {
@@ -301,8 +301,8 @@ bool TListaBazowa::PosortujWgFun(TFunPorownania fun) {
     });
 }
 
-bool TListaBazowa::PosortowanieListy(TArgumenty pola, std::span<const TRodzajSortowania> kierunki,
-                                     TRozmiarLiter rozmLiter, std::uint32_t localeID, bool sortuj) {
+bool TListaBazowa::PosortowanieListy(TArgumenty pola, TCiag<TRodzajSortowania> kierunki, TRozmiarLiter rozmLiter,
+                                     std::uint32_t localeID, bool sortuj) {
     SprawdzSelektoryElementow(u"PWP", this, pola);
     const std::vector<TKluczSortowania> klucze = KluczeSortowania(pola, kierunki);
     TPorownywaczDanych porownywacz(nullptr, nullptr, rpWszystkiePola, rozmLiter, localeID, tprRefJakoWskazn);
@@ -321,22 +321,22 @@ bool TListaBazowa::PosortowanieListy(TArgumenty pola, std::span<const TRodzajSor
     return true;
 }
 
-bool TListaBazowa::PosortujWgPol(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
-                                 TRozmiarLiter rozmLiter, std::uint32_t localeID) {
+bool TListaBazowa::PosortujWgPol(TArgumenty pola, TCiag<TRodzajSortowania> sortowanie, TRozmiarLiter rozmLiter,
+                                 std::uint32_t localeID) {
     return PosortowanieListy(pola, sortowanie, rozmLiter, localeID, true);
 }
 
 bool TListaBazowa::PosortujWgPol(TArgumenty pola, TRozmiarLiter rozmLiter, TRodzajSortowania sortowanie,
                                  std::uint32_t localeID) {
-    return PosortowanieListy(pola, std::span<const TRodzajSortowania>(&sortowanie, 1), rozmLiter, localeID, true);
+    return PosortowanieListy(pola, {&sortowanie, 1}, rozmLiter, localeID, true);
 }
 
 bool TListaBazowa::PosortujWgPol(TArgumenty pola, TRodzajSortowania sortowanie, std::uint32_t localeID) {
     return PosortujWgPol(pola, rlRozmLiterWazny, sortowanie, localeID);
 }
 
-bool TListaBazowa::ListaMaPosortowanie(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
-                                       TRozmiarLiter rozmLiter, std::uint32_t localeID) const {
+bool TListaBazowa::ListaMaPosortowanie(TArgumenty pola, TCiag<TRodzajSortowania> sortowanie, TRozmiarLiter rozmLiter,
+                                       std::uint32_t localeID) const {
     // Looking changes nothing; the worker is shared with the sort.
     return const_cast<TListaBazowa*>(this)->PosortowanieListy(pola, sortowanie, rozmLiter, localeID, false);
 }

@@ -146,21 +146,12 @@ bool TListaBazowa::WyszukajWgPol(TArgumenty p_JakiePola, TArgumenty p_JakieWarto
     return WyszukajWgPol(p_JakiePola, p_JakieWartosci, gdzie, p_RozmLiter, p_Sortowanie, p_LocaleID);
 }
 
-bool TListaBazowa::WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
-                                 TRozmiarLiter p_RozmLiter, TRodzajSortowania p_Sortowanie,
-                                 std::uint32_t p_LocaleID) const {
-    SprawdzSelektoryElementow(u"WWP", this, p_JakiePola, &p_Obiekt);
+bool TListaBazowa::WyszukajJak(const TObiektBazowy& obiekt, TArgumenty pola, std::int32_t& gdzie,
+                               TRozmiarLiter rozmLiter, TRodzajSortowania sortowanie, std::uint32_t localeID) const {
+    SprawdzSelektoryElementow(u"WWP", this, pola, &obiekt);
     const TOcenione ocenione;
-    const auto porownaj = [&](const TObiektBazowy& o) {
-        return p_Obiekt.PorownajWgPol(o, p_JakiePola, p_RozmLiter, p_LocaleID);
-    };
-    return SzukajBisekcja(p_Gdzie, p_Sortowanie, porownaj) && porownaj(*FObiekty[p_Gdzie]) == 0;
-}
-
-bool TListaBazowa::WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, TRozmiarLiter p_RozmLiter,
-                                 TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID) const {
-    std::int32_t gdzie = 0;
-    return WyszukajWgPol(p_Obiekt, p_JakiePola, gdzie, p_RozmLiter, p_Sortowanie, p_LocaleID);
+    const auto porownaj = [&](const TObiektBazowy& o) { return obiekt.PorownajWgPol(o, pola, rozmLiter, localeID); };
+    return SzukajBisekcja(gdzie, sortowanie, porownaj) && porownaj(*FObiekty[gdzie]) == 0;
 }
 
 bool TListaBazowa::WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int32_t& od, std::int32_t& doKtorego,

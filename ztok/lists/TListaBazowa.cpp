@@ -133,7 +133,7 @@ TObiektBazowy* TListaBazowa::DopiszObiekt(TObiektBazowy* nowyObiekt, std::int32_
 
 void TListaBazowa::PrzypnijObiekt(TObiektBazowy* obiekt) { DodajObiekt(obiekt, MaxInt); }
 
-TObiektBazowy* TListaBazowa::DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter) {
+TObiektBazowy* TListaBazowa::DopiszTenGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter) {
     std::int32_t gdzie = -1;
     if (nowyObiekt != nullptr && JestObiektTakiJak(*nowyObiekt, pola, gdzie, rozmLiter, rwOdKonca, MaxInt))
         return FObiekty[gdzie];

@@ -1,6 +1,7 @@
 // Base list: an ordered array of objects, itself an object of the model.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -177,7 +178,10 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
 
     // Adds the object unless an element equals it on the fields; returns the element. The caller keeps an object that
     // was not added.
-    TObiektBazowy* DopiszObiektGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter);
+    template <std::derived_from<TObiektBazowy> O>
+    TObiektBazowy* DopiszObiektGdyBrak(O* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter) {
+        return DopiszTenGdyBrak(nowyObiekt, pola, rozmLiter);
+    }
     TObiektBazowy* UsunTenObiekt(const TObiektBazowy* obiekt, bool zwolnij);
     TObiektBazowy* UsunTakiObiekt(const TObiektBazowy& obiekt, bool zwolnij);
     // Removes every null slot, keeping the order.
@@ -236,17 +240,25 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
                        TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID = LocaleWin1250) const {
         return WyszukajWgPol(p_JakiePola, p_JakieWartosci, p_Gdzie, rlRozmLiterWazny, p_Sortowanie, p_LocaleID);
     }
-    // The same with the values of an example object.
-    bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
+    // The same with the values of an example object. As templates they leave what stands in braces to the list of
+    // fields: a {0} could be a null owner of an object too.
+    template <std::derived_from<TObiektBazowy> O>
+    bool WyszukajWgPol(const O& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
                        TRozmiarLiter p_RozmLiter = rlRozmLiterWazny, TRodzajSortowania p_Sortowanie = rsRosnaco,
-                       std::uint32_t p_LocaleID = LocaleWin1250) const;
-    [[nodiscard]] bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola,
-                                     TRozmiarLiter p_RozmLiter = rlRozmLiterWazny,
-                                     TRodzajSortowania p_Sortowanie = rsRosnaco,
-                                     std::uint32_t p_LocaleID = LocaleWin1250) const;
-    bool WyszukajWgPol(const TObiektBazowy& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie,
-                       TRodzajSortowania p_Sortowanie, std::uint32_t p_LocaleID = LocaleWin1250) const {
-        return WyszukajWgPol(p_Obiekt, p_JakiePola, p_Gdzie, rlRozmLiterWazny, p_Sortowanie, p_LocaleID);
+                       std::uint32_t p_LocaleID = LocaleWin1250) const {
+        return WyszukajJak(p_Obiekt, p_JakiePola, p_Gdzie, p_RozmLiter, p_Sortowanie, p_LocaleID);
+    }
+    template <std::derived_from<TObiektBazowy> O>
+    [[nodiscard]] bool
+    WyszukajWgPol(const O& p_Obiekt, TArgumenty p_JakiePola, TRozmiarLiter p_RozmLiter = rlRozmLiterWazny,
+                  TRodzajSortowania p_Sortowanie = rsRosnaco, std::uint32_t p_LocaleID = LocaleWin1250) const {
+        std::int32_t gdzie = 0;
+        return WyszukajJak(p_Obiekt, p_JakiePola, gdzie, p_RozmLiter, p_Sortowanie, p_LocaleID);
+    }
+    template <std::derived_from<TObiektBazowy> O>
+    bool WyszukajWgPol(const O& p_Obiekt, TArgumenty p_JakiePola, std::int32_t& p_Gdzie, TRodzajSortowania p_Sortowanie,
+                       std::uint32_t p_LocaleID = LocaleWin1250) const {
+        return WyszukajJak(p_Obiekt, p_JakiePola, p_Gdzie, rlRozmLiterWazny, p_Sortowanie, p_LocaleID);
     }
     // The first and last index of the run of elements that have the values; on a miss both are the insertion index.
     bool WyszukajZakres(TArgumenty pola, TArgumenty wartosci, std::int32_t& od, std::int32_t& doKtorego,
@@ -259,14 +271,14 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     // fields compare as a whole, in the first direction. ZTException for a selector that is neither a number nor a
     // name, and when a comparison changes the list.
     bool PosortujWgFun(TFunPorownania fun = nullptr);
-    bool PosortujWgPol(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
-                       TRozmiarLiter rozmLiter = rlRozmLiterWazny, std::uint32_t localeID = LocaleWin1250);
+    bool PosortujWgPol(TArgumenty pola, TCiag<TRodzajSortowania> sortowanie, TRozmiarLiter rozmLiter = rlRozmLiterWazny,
+                       std::uint32_t localeID = LocaleWin1250);
     bool PosortujWgPol(TArgumenty pola, TRozmiarLiter rozmLiter, TRodzajSortowania sortowanie,
                        std::uint32_t localeID = LocaleWin1250);
     bool PosortujWgPol(TArgumenty pola, TRodzajSortowania sortowanie = rsRosnaco,
                        std::uint32_t localeID = LocaleWin1250);
     // Whether the list is in the order that PosortujWgPol would give.
-    [[nodiscard]] bool ListaMaPosortowanie(TArgumenty pola, std::span<const TRodzajSortowania> sortowanie,
+    [[nodiscard]] bool ListaMaPosortowanie(TArgumenty pola, TCiag<TRodzajSortowania> sortowanie,
                                            TRozmiarLiter rozmLiter = rlRozmLiterWazny,
                                            std::uint32_t localeID = LocaleWin1250) const;
 
@@ -287,7 +299,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     void WpiszDoStrings(std::u16string_view sciezka, TListaNapisow& napisy) const;
 
   protected:
-    bool PosortowanieListy(TArgumenty pola, std::span<const TRodzajSortowania> kierunki, TRozmiarLiter rozmLiter,
+    bool PosortowanieListy(TArgumenty pola, TCiag<TRodzajSortowania> kierunki, TRozmiarLiter rozmLiter,
                            std::uint32_t localeID, bool sortuj);
     // Refuses an element that the list cannot hold: EBladRzutowania.
     virtual void SprawdzElement(const TObiektBazowy& element);
@@ -308,6 +320,9 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
 
   private:
     friend class TJadroKlas;
+    bool WyszukajJak(const TObiektBazowy& obiekt, TArgumenty pola, std::int32_t& gdzie, TRozmiarLiter rozmLiter,
+                     TRodzajSortowania sortowanie, std::uint32_t localeID) const;
+    TObiektBazowy* DopiszTenGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter);
     // Whether the path begins with any element; what follows it.
     static bool KazdyElement(std::u16string_view sciezka, std::u16string_view& reszta) noexcept;
     // Refuses an element that a move must not bring here.

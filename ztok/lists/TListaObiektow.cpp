@@ -157,7 +157,7 @@ void TListaObiektow::KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty p
                    });
 }
 
-void TListaObiektow::KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<const TKlasa* const> klasy) {
+void TListaObiektow::KopiujDaneKlas(const TListaObiektow& zrodlo, TCiag<const TKlasa*> klasy) {
     KopiujElementy(*this, zrodlo, JednoWDrugim(*this, zrodlo),
                    [&](TObiekt& dokad, const TObiekt& skad, TKopierDanych& kopier) {
                        dokad.KopiujDaneKlas(skad, klasy, &kopier);

@@ -49,7 +49,7 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     // Copies of lists by fields.
     void KopiujDanePol(const TListaObiektow& zrodlo, TArgumenty pola, bool zerujPozostale);
     void KopiujDaneOprocz(const TListaObiektow& zrodlo, TArgumenty pola);
-    void KopiujDaneKlas(const TListaObiektow& zrodlo, std::span<const TKlasa* const> klasy);
+    void KopiujDaneKlas(const TListaObiektow& zrodlo, TCiag<const TKlasa*> klasy);
     // Takes the other list's elements over: moved when they are of this list's item class, else copied. False when the
     // item classes do not fit, or there is nothing to take.
     bool PrzepnijLubKopiuj(TListaObiektow& lista);
@@ -78,7 +78,7 @@ template <class TElement> class TListaTypu : public TListaObiektow {
     using TListaObiektow::TListaObiektow;
     using TypElementu = TElement;
 
-    [[nodiscard]] static const TKlasa* TypObiektow() { return TElement::KlasaStatyczna(); }
+    [[nodiscard]] static const TKlasa* TypObiektow() { return KlasaTypu<TElement>(); }
     [[nodiscard]] TElement* operator[](std::int32_t nrObiektu) const noexcept {
         return static_cast<TElement*>(Obiekty(nrObiektu));
     }

@@ -34,6 +34,7 @@ template <class T, class... A> T* UtworzPierwszy(A&&... argumenty) {
 // Makes an object of exactly class T. Objects of the model are told which hooks their class replaces, and make their
 // lock. The caller owns the object. Prefer Utworz.
 template <class T, class... A> T* UtworzSurowy(A&&... argumenty) {
+    szczegoly::WymagajMakra<T>();
     T* obiekt = szczegoly::utworzono<T>.load(std::memory_order_relaxed)
                     ? TPrzydzial::Nowy<T>(std::forward<A>(argumenty)...)
                     : szczegoly::UtworzPierwszy<T>(std::forward<A>(argumenty)...);
@@ -62,14 +63,23 @@ template <class T> TObiektOgolny* UtworzWKlasie(TObiektBazowy* wlasciciel) {
         return UtworzSurowy<T>();
 }
 
+// The class of a base, which may be a template between two classes, such as TListaTypu, with no class of its own.
+template <class T> const TKlasa* KlasaBazy() noexcept { return T::KlasaStatyczna(); }
+
 template <class T> constexpr auto KonstruktorWirtualny() noexcept {
     using TFunkcja = TObiektOgolny* (*)(TObiektBazowy*);
-    constexpr bool zWlascicielem = (T::CechyKlasy & ckObiektBazowy) != 0 && std::is_constructible_v<T, TObiektBazowy*>;
-    constexpr bool bezWlasciciela = (T::CechyKlasy & ckObiektBazowy) == 0 && std::is_default_constructible_v<T>;
-    if constexpr (!std::is_abstract_v<T> && (zWlascicielem || bezWlasciciela))
-        return TFunkcja{&UtworzWKlasie<T>};
-    else
+    static_assert(std::is_convertible_v<T*, TObiektOgolny*>, "the class does not say `public` before its base");
+    if constexpr (std::is_convertible_v<T*, TObiektOgolny*>) {
+        constexpr bool doModelu = (T::CechyKlasy & ckObiektBazowy) != 0;
+        constexpr bool zWlascicielem = doModelu && std::is_constructible_v<T, TObiektBazowy*>;
+        constexpr bool bezWlasciciela = !doModelu && std::is_default_constructible_v<T>;
+        if constexpr (!std::is_abstract_v<T> && (zWlascicielem || bezWlasciciela))
+            return TFunkcja{&UtworzWKlasie<T>};
+        else
+            return TFunkcja{nullptr};
+    } else {
         return TFunkcja{nullptr};
+    }
 }
 
 template <class T> constexpr auto WierszeInterfejsow() noexcept {
@@ -105,7 +115,7 @@ template <class T> constexpr auto KlasaElementow() noexcept {
     static constinit ::ztok::TStanKlasy stan;                                                                          \
     static constinit const ::ztok::TKlasa klasa = {                                                                    \
         nazwaKlasy,                                                                                                    \
-        &::ztok::KlasaTypu<Baza>,                                                                                      \
+        &::ztok::szczegoly::KlasaBazy<Baza>,                                                                           \
         ::ztok::szczegoly::KonstruktorWirtualny<T>(),                                                                  \
         T::CechyKlasy | ::ztok::TObiektOgolny::CechyWlasne<T>(),                                                       \
         T::KodPola,                                                                                                    \

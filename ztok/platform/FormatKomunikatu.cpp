@@ -383,11 +383,6 @@ std::u16string Formatuj(std::u16string_view format, TArgumenty argumenty, const 
     return TFormatowanie(format, argumenty, ustawienia).Wykonaj();
 }
 
-std::u16string Formatuj(std::u16string_view format, std::initializer_list<TArgument> argumenty,
-                        const TUstawieniaFormatu* ustawienia) {
-    return Formatuj(format, TArgumenty(argumenty.begin(), argumenty.size()), ustawienia);
-}
-
 std::u16string FormatujBezWyjatku(std::u16string_view format, TArgumenty argumenty) noexcept {
     try {
         return Formatuj(format, argumenty);
@@ -398,10 +393,6 @@ std::u16string FormatujBezWyjatku(std::u16string_view format, TArgumenty argumen
             return {};
         }
     }
-}
-
-std::u16string FormatujBezWyjatku(std::u16string_view format, std::initializer_list<TArgument> argumenty) noexcept {
-    return FormatujBezWyjatku(format, TArgumenty(argumenty.begin(), argumenty.size()));
 }
 
 } // namespace ztok

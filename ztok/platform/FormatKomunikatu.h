@@ -1,7 +1,6 @@
 // Message formatting: a format text with specifiers, filled with tagged arguments.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -30,13 +29,9 @@ struct TUstawieniaFormatu;
 // that is missing or of another kind. Reads its arguments only; any number of threads may call it.
 [[nodiscard]] ZTOK_API std::u16string Formatuj(std::u16string_view format, TArgumenty argumenty,
                                                const TUstawieniaFormatu* ustawienia = nullptr);
-[[nodiscard]] ZTOK_API std::u16string Formatuj(std::u16string_view format, std::initializer_list<TArgument> argumenty,
-                                               const TUstawieniaFormatu* ustawienia = nullptr);
 
 // For the paths of an error, where nothing may fail: the unfilled format when it cannot be filled, no text when memory
 // is short.
 [[nodiscard]] ZTOK_API std::u16string FormatujBezWyjatku(std::u16string_view format, TArgumenty argumenty) noexcept;
-[[nodiscard]] ZTOK_API std::u16string FormatujBezWyjatku(std::u16string_view format,
-                                                         std::initializer_list<TArgument> argumenty) noexcept;
 
 } // namespace ztok

@@ -57,11 +57,12 @@ class ZTOK_API TArgument {
     TArgument(std::int16_t wartosc) noexcept : tag_(TTag::Integer) { calkowita_ = wartosc; }
     TArgument(std::uint16_t wartosc) noexcept : tag_(TTag::Integer) { calkowita_ = wartosc; }
     TArgument(int wartosc) noexcept : tag_(TTag::Integer) { calkowita_ = wartosc; }
-    TArgument(unsigned wartosc) noexcept : tag_(TTag::Int64) { calkowita_ = wartosc; }
+    // An unsigned number has the tag of the least kind that holds its value: an index or a size names a field too.
+    TArgument(unsigned wartosc) noexcept : TArgument(static_cast<unsigned long long>(wartosc)) {}
     TArgument(long wartosc) noexcept : tag_(sizeof(long) == 4 ? TTag::Integer : TTag::Int64) { calkowita_ = wartosc; }
-    TArgument(unsigned long wartosc) noexcept : tag_(TTag::Int64) { calkowita_ = static_cast<std::int64_t>(wartosc); }
+    TArgument(unsigned long wartosc) noexcept : TArgument(static_cast<unsigned long long>(wartosc)) {}
     TArgument(long long wartosc) noexcept : tag_(TTag::Int64) { calkowita_ = wartosc; }
-    TArgument(unsigned long long wartosc) noexcept : tag_(TTag::Int64) {
+    TArgument(unsigned long long wartosc) noexcept : tag_(wartosc >> 31U == 0 ? TTag::Integer : TTag::Int64) {
         calkowita_ = static_cast<std::int64_t>(wartosc);
     }
     TArgument(float wartosc) noexcept : tag_(TTag::Extended) { rzeczywista_ = wartosc; }
@@ -148,6 +149,16 @@ class ZTOK_API TArgument {
     std::u16string tekst_;
 };
 
-using TArgumenty = std::span<const TArgument>;
+// A view of consecutive values, as std::span is, that a list in braces gives too: {TKlient::nrNazwa, u"Adres.Ulica"}.
+// Such a list lives until the end of the call: a view of one is for parameters alone.
+template <class T> class TCiag : public std::span<const T> {
+  public:
+    using std::span<const T>::span;
+    constexpr TCiag() noexcept = default;
+    constexpr TCiag(std::span<const T> ciag) noexcept : std::span<const T>(ciag) {}
+    constexpr TCiag(std::initializer_list<T> lista) noexcept : std::span<const T>(lista.begin(), lista.size()) {}
+};
+
+using TArgumenty = TCiag<TArgument>;
 
 } // namespace ztok

@@ -19,8 +19,29 @@ class TPierwszyBlad;
 // Who frees an object: the list or field that holds it, or anybody else.
 enum class EZwalniajacy : std::uint8_t { Wlasciciel, Inny };
 
+namespace szczegoly {
+
+// Asked where the class is used, which is after every declaration that could follow.
+template <class T> inline constexpr bool Zdefiniowana = requires { sizeof(T); };
+
+// Refuses a class without a class macro of its own: it would live under the name, and in the size, of its base.
+template <class T> constexpr void WymagajMakra() noexcept {
+    static_assert(std::is_same_v<decltype(&T::Klasa), const TKlasa* (T::*)() const noexcept>,
+                  "the class has no ZTOK_OBIEKT or ZTOK_LISTA of its own in its body");
+}
+
+} // namespace szczegoly
+
 // The class reference of a type, as a function whose address is a constant in every module.
-template <class T> const TKlasa* KlasaTypu() noexcept { return T::KlasaStatyczna(); }
+template <class T> const TKlasa* KlasaTypu() noexcept {
+    static_assert(szczegoly::Zdefiniowana<T>, "the class is declared, and defined nowhere that is seen from here");
+    if constexpr (szczegoly::Zdefiniowana<T>) {
+        szczegoly::WymagajMakra<T>();
+        return T::KlasaStatyczna();
+    } else {
+        return nullptr;
+    }
+}
 
 class ZTOK_API TObiektOgolny {
   public:

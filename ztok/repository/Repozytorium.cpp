@@ -163,8 +163,8 @@ TObiektOgolny* KonstruktorDomyslny(const TKlasa* Klasa, TObiektOgolny* Wlascicie
 // --- TDaneObiektu and TLista
 
 std::span<const TWierszPola> TDaneObiektu::PolaKlasy(std::type_identity<TDaneObiektu> /*klasa*/) noexcept {
-    static constexpr TWierszPola wiersze[] = {ZTOK_WIERSZ_POLA(0, GuidTekstowo, String)
-                                                  ZTOK_WIERSZ_POLA(1, Identyfikator, String)};
+    static constexpr TWierszPola wiersze[] = {rodzaj::String::Wiersz(0, u"GuidTekstowo"),
+                                              rodzaj::String::Wiersz(1, u"Identyfikator")};
     return wiersze;
 }
 

@@ -16,13 +16,7 @@ void ZTError(EKomunikat komunikat) { throw ZTException(Komunikat(komunikat)); }
 
 void ZTErrorFmt(std::u16string_view format, TArgumenty argumenty) { ZTError(Formatuj(format, argumenty)); }
 
-void ZTErrorFmt(std::u16string_view format, std::initializer_list<TArgument> argumenty) {
-    ZTErrorFmt(format, TArgumenty(argumenty.begin(), argumenty.size()));
-}
-
-void ZTErrorFmt(EKomunikat format, std::initializer_list<TArgument> argumenty) {
-    ZTErrorFmt(Komunikat(format), argumenty);
-}
+void ZTErrorFmt(EKomunikat format, TArgumenty argumenty) { ZTErrorFmt(Komunikat(format), argumenty); }
 
 void NiedozwoloneUzycie(std::u16string_view operacja, const TObiektOgolny& obiekt) {
     ZTErrorFmt(kmNiedozwoloneUzycie, {operacja, obiekt.Klasa()});

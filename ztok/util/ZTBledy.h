@@ -1,7 +1,6 @@
 // Errors of the library's own checks.
 #pragma once
 
-#include <initializer_list>
 #include <string_view>
 
 #include "ztok/platform/Komunikaty.h"
@@ -21,8 +20,7 @@ ZTOK_WYJATEK(ZTException, EWyjatek); // a check of the library's own failed
 
 // Raises ZTException with the format filled by the arguments (see Formatuj, whose EBladFormatu a bad format gives).
 [[noreturn]] ZTOK_API void ZTErrorFmt(std::u16string_view format, TArgumenty argumenty);
-[[noreturn]] ZTOK_API void ZTErrorFmt(std::u16string_view format, std::initializer_list<TArgument> argumenty);
-[[noreturn]] ZTOK_API void ZTErrorFmt(EKomunikat format, std::initializer_list<TArgument> argumenty);
+[[noreturn]] ZTOK_API void ZTErrorFmt(EKomunikat format, TArgumenty argumenty);
 
 // Raises ZTException: the operation of this name makes no sense for the object's class.
 [[noreturn]] ZTOK_API void NiedozwoloneUzycie(std::u16string_view operacja, const TObiektOgolny& obiekt);
