@@ -18,7 +18,7 @@ namespace ztok {
 
 namespace {
 
-ZTOK_TLS_BLISKI constinit thread_local int ocenione = 0;
+ZTOK_TLS_BLISKI constinit thread_local int ileOcenionych = 0; // how many TOcenione live
 
 // What a class, or an object, says of a selector.
 enum class EOcena : std::uint8_t {
@@ -219,9 +219,9 @@ EOcena TSelektor::OcenElementy(const TListaBazowa& lista) const {
 
 } // namespace
 
-TOcenione::TOcenione() noexcept { ++ocenione; }
-TOcenione::~TOcenione() { --ocenione; }
-bool TOcenione::Trwa() noexcept { return ocenione != 0; }
+TOcenione::TOcenione() noexcept { ++ileOcenionych; }
+TOcenione::~TOcenione() { --ileOcenionych; }
+bool TOcenione::Trwa() noexcept { return ileOcenionych != 0; }
 
 void SprawdzSelektory(std::u16string_view operacja, const TObiektBazowy& obiekt, TArgumenty pola,
                       const TObiektBazowy* drugi) {
