@@ -10,6 +10,7 @@ namespace ztok {
 class TBlokadaObiektu;
 class TListaBazowa;
 class TObiekt;
+class TPozycjeWListach;
 struct TOpcjeOdczytu;
 
 // An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
@@ -114,7 +115,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] TObiektBazowy* DajRodzica(const TKlasa* klasa) const noexcept;
 
     // Incoming references: the fields and lists that point here, a set in address order.
-    void DodajRefOd(TPole* pole);
+    // Whether it was recorded now: null and a field that is recorded change nothing.
+    bool DodajRefOd(TPole* pole);
     [[nodiscard]] bool MaRefOd(const TPole* pole) const noexcept;
     // Whether the field is recorded; the position, or the one to insert at.
     [[nodiscard]] bool JestRefOd(const TPole* pole, int& gdzie) const noexcept;
@@ -242,6 +244,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     friend class TKontroler;
     friend class TObiekt;
     friend class TOdczytywaczDanych;
+    friend class TPorownywaczDanych;
     friend struct TPrzydzial;
 
     // One step of a copy: the copier is told, and the class does its part one level deeper.
@@ -256,7 +259,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     static void SprawdzWlasciciela(const TObiektBazowy& rodzic, const TObiektBazowy& nowy);
     void DokonczZycieCicho() noexcept;
     void Odlacz() noexcept override;
-    [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
+    // The path of DajSciezkeDoSiebie, for a walk that asks for many.
+    [[nodiscard]] std::u16string Sciezka(const TObiektBazowy* korzen, TPozycjeWListach* pozycje) const noexcept;
+    [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa, TPozycjeWListach* pozycje = nullptr) const;
 
     TOdwolania odwolania_;
     // Threads that are about to lock the object read the first two bits, which nobody changes once it is made; so the

@@ -10,9 +10,25 @@
 
 namespace ztok {
 
+class TKolekcjaObiektow;
 class TListaBazowa;
 class TListaObiektow;
+class TListaWskObiektow;
 class TObiekt;
+class TPole;
+class TPoleWskObiektu;
+class TPorownywaczDanych;
+
+namespace szczegoly {
+
+// Whether a comparison is one of those that the comparer walks itself.
+template <class> inline constexpr bool kPorownanieZnane = false;
+template <class C>
+inline constexpr bool kPorownanieZnane<std::int32_t (C::*)(const TPole&, TPorownywaczDanych&) const> =
+    std::is_same_v<C, TObiekt> || std::is_same_v<C, TListaObiektow> || std::is_same_v<C, TKolekcjaObiektow> ||
+    std::is_same_v<C, TListaWskObiektow>;
+
+} // namespace szczegoly
 
 // The class reference of a type, as a function whose address is a constant in every module.
 template <class T> const TKlasa* KlasaTypu() noexcept { return T::KlasaStatyczna(); }
@@ -114,6 +130,20 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
                                                   void (TListaObiektow::*)(const TListaBazowa&, bool)>;
                       })
             cechy |= ckWlasneWyrownanie;
+    }
+    if constexpr ((T::CechyKlasy & ckObiektBazowy) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::Porownaj), std::int32_t (TObiektBazowy::*)(
+                                                                              const TPole&, TPorownywaczDanych*) const>;
+                          requires szczegoly::kPorownanieZnane<decltype(&T::WykonajPorownanie)>;
+                      })
+            cechy |= ckWlasnePorownanie;
+    } else if constexpr ((T::CechyKlasy & ckPoleWsk) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::Porownaj), std::int32_t (TPoleWskObiektu::*)(
+                                                                              const TPole&, TPorownywaczDanych*) const>;
+                      })
+            cechy |= ckWlasnePorownanie;
     }
     return cechy;
 }

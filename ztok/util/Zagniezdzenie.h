@@ -18,9 +18,13 @@ class TLicznikZagniezdzenia {
     int granica;
 
   private:
+    friend class TPorownywaczDanych;
     friend class TPoziom;
     int poziom_ = 0;
 };
+
+// For walks that have no context to count in: the levels of all such walks of the calling thread.
+[[nodiscard]] ZTOK_API TLicznikZagniezdzenia& ZagniezdzenieWatku() noexcept;
 
 [[noreturn]] ZTOK_API void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica);
 
