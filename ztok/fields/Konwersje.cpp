@@ -109,7 +109,7 @@ bool ZTOKTryStrToFloat(std::u16string_view tekst, double& wartosc) {
 double ZTOKStrToFloat(std::u16string_view tekst) {
     double wartosc = 0;
     if (!ZTOKTryStrToFloat(tekst, wartosc))
-        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaLiczbaZmiennoprzecinkowa), {tekst}));
+        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaLiczbaZmiennoprzecinkowa), {Skrocony(tekst)}));
     return wartosc;
 }
 

@@ -75,7 +75,7 @@ double ZTOKStrToDate(std::u16string_view tekst) {
     // A kernel format may have a separator that is not its own: then the text is in its order already.
     if (!SprobujTekstNaDate(kopia, wartosc, format) &&
         !SprobujTekstNaDate(RokNaPoczatek(kopia, format.separatorDaty), wartosc, format))
-        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaData), {tekst}));
+        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnaData), {Skrocony(tekst)}));
     return wartosc;
 }
 

@@ -19,6 +19,7 @@
 #include "ztok/platform/TWariant.h"
 #include "ztok/platform/Wyjatki.h"
 #include "ztok/util/ZTBledy.h"
+#include "ztok/util/Zagniezdzenie.h"
 
 namespace ztok {
 
@@ -306,18 +307,21 @@ bool TArrayOfConst::ObiektIPole(std::u16string_view sciezka, bool tworz, TObiekt
 }
 
 void TArrayOfConst::PrzytnijPolaWgRozm(bool trymuj) {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (std::int32_t i = Ile() - 1; i >= 0; --i)
         if (TObiektBazowy* obiekt = Obiekt(i); JestDoObejscia(obiekt))
             obiekt->PrzytnijPolaWgRozm(trymuj);
 }
 
 void TArrayOfConst::TrymujPolaTekstowe(bool podobiektyTez) {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (std::int32_t i = Ile() - 1; i >= 0; --i)
         if (TObiektBazowy* obiekt = Obiekt(i); JestDoObejscia(obiekt))
             obiekt->TrymujPolaTekstowe(podobiektyTez);
 }
 
 bool TArrayOfConst::SaDaneUnicode(int nrPola) const {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     const auto element = [this](std::int32_t nr) {
         const TObiektBazowy* obiekt = Obiekt(nr);
         return obiekt != nullptr ? JestDoObejscia(obiekt) && obiekt->SaDaneUnicode(CalyObiekt)

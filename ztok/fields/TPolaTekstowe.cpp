@@ -85,10 +85,11 @@ void TPoleString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* odczy
     const TOdczytTekstu odczyt(strumien, odczytywacz);
     switch (odczyt->Parser.Token()) {
     case TZTParser::TekstCudzyslow:
-        UstawTrescUTF8(odczyt->WczytajTekstAnsi());
+        odczyt->WczytajTekstDo([this](std::string_view bajty) { UstawTrescUTF8(bajty); });
         break;
     case TZTParser::Tekst:
-        tekst_.Ustaw(ZeStronyKodowej(odczyt->WczytajTekstAnsi(), DefStronaKodowa));
+        odczyt->WczytajTekstDo(
+            [this](std::string_view bajty) { tekst_.Ustaw(ZeStronyKodowej(bajty, DefStronaKodowa)); });
         break;
     default:
         tekst_.Ustaw(ZeStronyKodowej(odczyt->WczytajGolyToken(), DefStronaKodowa));
@@ -150,7 +151,7 @@ void TPoleRawByteString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu
         SetJakoString(TOdczytywaczTekstu::DekodujTrescUTF8(odczyt->WczytajTekstAnsi()));
         break;
     case TZTParser::Tekst:
-        bajty_ = odczyt->WczytajTekstAnsi();
+        odczyt->WczytajTekstDo([this](std::string_view bajty) { bajty_ = bajty; });
         break;
     default:
         bajty_ = odczyt->WczytajGolyToken();
@@ -214,13 +215,13 @@ void TPoleWideString::WczytajTekstowo(TStrumien& strumien, TOdczytywaczTekstu* o
     const TOdczytTekstu odczyt(strumien, odczytywacz);
     switch (odczyt->Parser.Token()) {
     case TZTParser::TekstCudzyslow:
-        UstawTrescUTF8(odczyt->WczytajTekstAnsi());
+        odczyt->WczytajTekstDo([this](std::string_view bajty) { UstawTrescUTF8(bajty); });
         break;
     case TZTParser::Tekst:
         if (odczyt->OdczytObiekt != nullptr && odczyt->OdczytObiekt->PoleByloTekstowe(odczyt->OdczytPole))
-            tekst_.Ustaw(PolskiWide(odczyt->WczytajTekstAnsi()));
+            odczyt->WczytajTekstDo([this](std::string_view bajty) { tekst_.Ustaw(PolskiWide(bajty)); });
         else
-            UstawTrescUTF8(odczyt->WczytajTekstAnsi());
+            odczyt->WczytajTekstDo([this](std::string_view bajty) { UstawTrescUTF8(bajty); });
         break;
     default:
         tekst_.Ustaw(PolskiWide(odczyt->WczytajGolyToken()));

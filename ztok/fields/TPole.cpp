@@ -197,7 +197,7 @@ std::u16string TPole::InfoWartPozaZakresem(const TWariant& wartosc) const {
         tekst = wartosc.JakoTekst16();
     } catch (const EBladKonwersji&) { // NOLINT(bugprone-empty-catch): the value has no text, "?" stands for it
     }
-    return Formatuj(Komunikat(kmWartoscPozaZakresem), {NazwaKlasy(), tekst});
+    return Formatuj(Komunikat(kmWartoscPozaZakresem), {NazwaKlasy(), Skrocony(tekst)});
 }
 
 std::u16string TPole::TekstDoOpisu() const {

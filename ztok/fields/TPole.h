@@ -107,6 +107,7 @@ class ZTOK_API TPole : public TTrwaly {
     [[nodiscard]] bool MaDefWartosc() const;
 
   protected:
+    friend class TPorownywaczDanych;
     // Raises EBladRzutowania unless the other field is of the class.
     void SprawdzKlase(const TPole& inne, const TKlasa* klasa) const {
         if (inne.Klasa() != klasa && !inne.JestKlasy(klasa))

@@ -75,12 +75,12 @@ std::int32_t TPoleWskObiektu::Porownaj(const TPole& inne, TPorownywaczDanych* po
     const TObiektBazowy* drugi = static_cast<const TPoleWskObiektu&>(inne).obiekt_;
     if (obiekt_ == nullptr || drugi == nullptr)
         return static_cast<int>(obiekt_ != nullptr) - static_cast<int>(drugi != nullptr);
-    if (porownywacz != nullptr && porownywacz->RefJakoSciezki)
-        return CompareStrSgn(obiekt_->DajSciezkeDoSiebie(porownywacz->ObiektCo),
-                             drugi->DajSciezkeDoSiebie(porownywacz->ObiektZCzym));
+    std::int32_t wynik = 0;
+    if (porownywacz != nullptr && porownywacz->PorownajWskazania(obiekt_, drugi, wynik))
+        return wynik;
     if (obiekt_ == drugi || (porownywacz != nullptr && !porownywacz->NowaParaCelow(obiekt_, drugi)))
         return 0;
-    return obiekt_->Porownaj(*drugi, porownywacz);
+    return TPorownywaczDanych::PorownajDowolne(*obiekt_, *drugi, porownywacz);
 }
 
 void TPoleWskObiektu::ZapiszWStrumieniu(TStrumien& strumien, TZapisywaczDanych* zapisywacz) const {

@@ -14,7 +14,7 @@ TZTFileError& TZTFileError::operator=(const TZTFileError&) noexcept = default;
 TZTFileError::~TZTFileError() = default;
 
 EZTObcyTypError::EZTObcyTypError(std::u16string_view odczytany, std::u16string_view spodziewany)
-    : ZTException(Formatuj(ztok::Komunikat(kmObcyTyp), {odczytany, spodziewany})), odczytany_(odczytany) {}
+    : ZTException(Formatuj(ztok::Komunikat(kmObcyTyp), {Skrocony(odczytany), spodziewany})), odczytany_(odczytany) {}
 EZTObcyTypError::EZTObcyTypError(const EZTObcyTypError&) noexcept = default;
 EZTObcyTypError& EZTObcyTypError::operator=(const EZTObcyTypError&) noexcept = default;
 EZTObcyTypError::~EZTObcyTypError() = default;

@@ -26,7 +26,7 @@ class EZlaSciezka : public ZTException {
 };
 
 [[noreturn]] void ZlaSciezka(std::u16string_view operacja, std::u16string_view sciezka) {
-    throw EZlaSciezka(Formatuj(Komunikat(kmBlednaSciezka), {operacja, sciezka}));
+    throw EZlaSciezka(Formatuj(Komunikat(kmBlednaSciezka), {operacja, Skrocony(sciezka)}));
 }
 
 constexpr std::u16string_view kDowolny = u"[?]"; // a step wherever it stands: a condition cannot hold "]"

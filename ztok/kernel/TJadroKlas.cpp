@@ -430,6 +430,7 @@ void TJadroKlas::ZwolnijLinki(TObiektBazowy& obiekt) {
 }
 
 void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiektBazowy* obiekt) noexcept {
+    lista.ZamknijDziury();
     lista.FObiekty[indeks] = obiekt;
     lista.jednorodna_ = false;
 }

@@ -513,8 +513,7 @@ bool TObiekt::PoleNiepuste(int nrPola) const {
     for (int nr = 0; nr < ilePol_; ++nr)
         if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr) {
             // Only a chain of objects without any value of their own recurses further.
-            static thread_local TLicznikZagniezdzenia zagniezdzenie;
-            const TPoziom poziom(zagniezdzenie, *this);
+            const TPoziom poziom(ZagniezdzenieWatku(), *this);
             if (static_cast<const TObiektBazowy*>(FPola[nr])->PoleNiepuste(CalyObiekt))
                 return true;
         }

@@ -173,6 +173,7 @@ class ZTOK_API TObiekt : public TObiektBazowy {
   private:
     friend class TJadroKlas;
     friend class TObiektBazowy; // ends its life
+    friend class TPorownywaczDanych;
 
     // State of one field number: whether it holds a value, and what is known of the field object.
     enum TStanPola : std::uint8_t {
@@ -231,6 +232,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
     // Copies a field that is exactly of the library's class that its state names; false when this object's field is
     // not.
     bool KopiujWprost(int nrPola, const TPole& zrodlo, std::uint8_t stan, const TMigawkaOpisu& migawka);
+    // Whether both objects hold the field; if not, `wynik` is the sign of the comparison.
+    bool ObaPola(int nrPola, const TObiekt& inny, const TPole*& tu, const TPole*& tam, std::int32_t& wynik) const;
     [[nodiscard]] int PoleZTekstu(TOdczytywaczTekstu& odczytywacz, int po) const;
     [[nodiscard]] const TObiektBazowy* ObiektDoZapisu(int nrPola, const TZapisywaczDanych& zapisywacz) const;
     [[nodiscard]] bool PoleWZapisie(int nrPola, bool pytajKlase, std::uint32_t cechy,

@@ -15,6 +15,7 @@
 #include "ztok/lists/TKopierDanych.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/lists/TPozycjeWListach.h"
 #include "ztok/persist/TBuforZapisu.h"
 #include "ztok/persist/TOdczytywaczDanych.h"
 #include "ztok/persist/TZapisywaczDanych.h"
@@ -327,10 +328,11 @@ TObiektBazowy* TObiektBazowy::DajRodzica(const TKlasa* klasa) const noexcept {
                               : WGore(FRodzic, [klasa](const TObiektBazowy& o) { return o.JestKlasy(klasa); });
 }
 
-bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {
+bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa, TPozycjeWListach* pozycje) const {
     const std::uint32_t cechy = FRodzic->Klasa()->cechy;
     if ((cechy & ckLista) != 0) {
-        const std::int32_t indeks = static_cast<const TListaBazowa*>(FRodzic)->ZnajdzObiekt(this);
+        const auto& lista = static_cast<const TListaBazowa&>(*FRodzic);
+        const std::int32_t indeks = pozycje == nullptr ? lista.ZnajdzObiekt(this) : pozycje->Znajdz(lista, this);
         nazwa = Formatuj(u"[%d]", {indeks});
         return indeks >= 0;
     }
@@ -357,11 +359,15 @@ bool TObiektBazowy::NazwaWRodzicu(std::u16string& nazwa) const {
 }
 
 std::u16string TObiektBazowy::DajSciezkeDoSiebie(const TObiektBazowy* korzen) const noexcept {
+    return Sciezka(korzen, nullptr);
+}
+
+std::u16string TObiektBazowy::Sciezka(const TObiektBazowy* korzen, TPozycjeWListach* pozycje) const noexcept {
     try {
         std::vector<std::u16string> odKonca;
         std::u16string nazwa;
         const TObiektBazowy* poczatek = WGore(this, [&](const TObiektBazowy& o) {
-            if (&o == korzen || o.FRodzic == nullptr || !o.NazwaWRodzicu(nazwa))
+            if (&o == korzen || o.FRodzic == nullptr || !o.NazwaWRodzicu(nazwa, pozycje))
                 return true;
             odKonca.push_back(std::move(nazwa));
             return false;
@@ -389,10 +395,7 @@ bool TObiektBazowy::MaRefOd(const TPole* pole) const noexcept {
     return JestRefOd(pole, gdzie);
 }
 
-void TObiektBazowy::DodajRefOd(TPole* pole) {
-    if (pole != nullptr)
-        odwolania_.Dodaj(pole);
-}
+bool TObiektBazowy::DodajRefOd(TPole* pole) { return pole != nullptr && odwolania_.Dodaj(pole); }
 
 void TObiektBazowy::ZwolnijRefOd(TPole* pole) { odwolania_.Usun(pole); }
 

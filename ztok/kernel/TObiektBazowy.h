@@ -12,6 +12,7 @@ namespace ztok {
 class TBlokadaObiektu;
 class TListaBazowa;
 class TObiekt;
+class TPozycjeWListach;
 struct TOpcjeOdczytu;
 
 // An object is a field too, so it can stand in a field of another object or in a list. The order of the virtual
@@ -122,7 +123,8 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[nodiscard]] TObiektBazowy* DajRodzica(const TKlasa* klasa) const noexcept;
 
     // Incoming references: the fields and lists that point here, a set in address order.
-    void DodajRefOd(TPole* pole);
+    // Whether it was recorded now: null and a field that is recorded change nothing.
+    bool DodajRefOd(TPole* pole);
     [[nodiscard]] bool MaRefOd(const TPole* pole) const noexcept;
     // Whether the field is recorded; the position, or the one to insert at.
     [[nodiscard]] bool JestRefOd(const TPole* pole, int& gdzie) const noexcept;
@@ -287,6 +289,7 @@ class ZTOK_API TObiektBazowy : public TPole {
     friend class TObiekt;
     friend class TObiektITS;
     friend class TOdczytywaczDanych;
+    friend class TPorownywaczDanych;
     friend struct TPrzydzial;
 
     // One step of a copy: the copier is told, and the class does its part one level deeper.
@@ -302,7 +305,9 @@ class ZTOK_API TObiektBazowy : public TPole {
     [[noreturn]] void BladGinie() const;
     void DokonczZycieCicho() noexcept;
     void Odlacz() noexcept override;
-    [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa) const;
+    // The path of DajSciezkeDoSiebie, for a walk that asks for many.
+    [[nodiscard]] std::u16string Sciezka(const TObiektBazowy* korzen, TPozycjeWListach* pozycje) const noexcept;
+    [[nodiscard]] bool NazwaWRodzicu(std::u16string& nazwa, TPozycjeWListach* pozycje = nullptr) const;
     // The lock, of an object on the stack too, whose lock is made by the first that wants it.
     void Zablokuj() const;
     void PrzygotujNaStosie() const;

@@ -167,15 +167,24 @@ void TObiekt::PrzepiszDane(const TObiektBazowy& zrodlo, int nrZrodla, int nrPola
 
 // --- comparison
 
-std::int32_t TObiekt::PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const {
+bool TObiekt::ObaPola(int nrPola, const TObiekt& inny, const TPole*& tu, const TPole*& tam, std::int32_t& wynik) const {
     // A class may call a field full that was never made.
-    const TPole* tu = PoleNiepuste(nrPola) ? Pole(nrPola) : nullptr;
-    const TPole* tam = inny.PoleNiepuste(nrPola) ? inny.Pole(nrPola) : nullptr;
+    tu = PoleNiepuste(nrPola) ? Pole(nrPola) : nullptr;
+    tam = inny.PoleNiepuste(nrPola) ? inny.Pole(nrPola) : nullptr;
     if (tu != nullptr && tam != nullptr)
-        return tu->Porownaj(*tam, &porownywacz);
+        return true;
     if (tu != nullptr)
-        return tu->MaDefWartosc() ? 0 : 1;
-    return tam == nullptr || tam->MaDefWartosc() ? 0 : -1;
+        wynik = tu->MaDefWartosc() ? 0 : 1;
+    else
+        wynik = tam == nullptr || tam->MaDefWartosc() ? 0 : -1;
+    return false;
+}
+
+std::int32_t TObiekt::PorownajPole(int nrPola, const TObiekt& inny, TPorownywaczDanych& porownywacz) const {
+    const TPole* tu = nullptr;
+    const TPole* tam = nullptr;
+    std::int32_t wynik = 0;
+    return ObaPola(nrPola, inny, tu, tam, wynik) ? tu->Porownaj(*tam, &porownywacz) : wynik;
 }
 
 bool TObiekt::DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const noexcept {
@@ -193,15 +202,7 @@ bool TObiekt::DajPoleWprost(int nrPola, const TPole*& pole, unsigned& kod) const
 
 std::int32_t TObiekt::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
     SprawdzKlase(inne, TObiekt::KlasaStatyczna());
-    const auto& inny = static_cast<const TObiekt&>(inne);
-    const int ile = std::max(ilePol_, inny.ilePol_);
-    for (int nr = 0; nr < ile; ++nr) {
-        if (porownywacz.PominChwilowe && !PoleZapisywane(nr))
-            continue;
-        if (const std::int32_t wynik = PorownajPole(nr, inny, porownywacz); wynik != 0)
-            return wynik;
-    }
-    return 0;
+    return porownywacz.PorownajCzesci(*this, static_cast<const TObiekt&>(inne));
 }
 
 // --- copy

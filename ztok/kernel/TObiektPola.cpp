@@ -11,6 +11,7 @@
 #include "ztok/platform/Kodowania.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/util/ZTBledy.h"
+#include "ztok/util/Zagniezdzenie.h"
 
 namespace ztok {
 
@@ -240,6 +241,7 @@ std::int32_t TObiekt::WykonajPorownOproczPol(const TObiektBazowy& inny, TArgumen
 }
 
 void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     const TBlokadaObiektu blokada(*this);
     for (int nr = 0; nr < ilePol_; ++nr) {
         TPole* pole = Pole(nr);
@@ -258,6 +260,7 @@ void TObiekt::PrzytnijPolaWgRozm(bool trymuj) {
 }
 
 void TObiekt::TrymujPolaTekstowe(bool podobiektyTez) {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     const TBlokadaObiektu blokada(*this);
     for (int nr = 0; nr < ilePol_; ++nr) {
         TPole* pole = Pole(nr);
@@ -280,8 +283,10 @@ bool TObiekt::SaDaneUnicode(int nrPola) const {
     TPole* pole = Pole(nrPola);
     if (pole == nullptr)
         return false;
-    if (const TObiektBazowy* obiekt = JakoObiekt(pole); obiekt != nullptr)
+    if (const TObiektBazowy* obiekt = JakoObiekt(pole); obiekt != nullptr) {
+        const TPoziom poziom(ZagniezdzenieWatku(), *this);
         return JestDoObejscia(obiekt) && obiekt->SaDaneUnicode(CalyObiekt);
+    }
     switch (pole->Klasa()->kodPola) {
     case kpString:
         return !MiesciSieWWin1250(static_cast<const TPoleString*>(pole)->Wartosc());

@@ -1,12 +1,14 @@
 // Filling a list from another one: by adding elements as the kind of list does, or by moving them out of the other.
 #include <algorithm>
 #include <functional>
+#include <set>
 
 #include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaBazowa.h"
 #include "ztok/lists/TListaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
+#include "ztok/lists/TRozneElementy.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/TListaNapisow.h"
 #include "ztok/platform/TPierwszyBlad.h"
@@ -51,6 +53,30 @@ bool TListaBazowa::MaTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozm
 
 bool TListaBazowa::DopiszObiektyGdyBrak(const TListaBazowa* dane, TArgumenty pola, TRozmiarLiter rozmLiter) {
     SprawdzSelektoryElementow(u"DOGB", dane, pola, this);
+    if (dane != nullptr && TRozneElementy::MoznaUporzadkowac(*dane, this, pola)) {
+        TRozneElementy rozne(pola, rozmLiter);
+        for (const TObiektBazowy* element : *this)
+            if (element != nullptr)
+                rozne.Dodaj(*element, 0);
+        // A list that adds something else than the element or its copy is asked itself from then on.
+        bool znane = true;
+        bool dopisano = false;
+        const std::int32_t ile = dane->IleObiektow();
+        for (std::int32_t i = 0; i < ile; ++i) {
+            TObiektBazowy* element = dane->Obiekty(i);
+            znane = znane && !rozne.Zginal();
+            if (element == nullptr || (znane ? rozne.Ma(*element) : MaTakiJak(*element, pola, rozmLiter)))
+                continue;
+            const std::int32_t przed = IleObiektow();
+            const TObiektBazowy* dodany = DopiszObiekt(element, MaxInt);
+            dopisano = true;
+            znane = znane && !rozne.Zginal() && dodany != nullptr && IleObiektow() == przed + 1 &&
+                    Obiekty(przed) == dodany && dane->Obiekty(i) == element && rozne.SaRowne(*dodany, *element);
+            if (znane)
+                rozne.Dodaj(*dodany, 0);
+        }
+        return dopisano;
+    }
     return DopiszWybrane(dane, [&](const TObiektBazowy& o) { return !MaTakiJak(o, pola, rozmLiter); });
 }
 
@@ -62,6 +88,8 @@ bool TListaBazowa::KopiujObiektyOCechach(const TListaBazowa* dane, TArgumenty po
         UsunObiektyOprocz(pola, wartosci, rozmLiter);
         return !ListaPusta();
     }
+    if (dane != nullptr)
+        dane->ZamknijDziury();
     if (dane != nullptr && Klasa()->Ma(ckListaZObiektami) &&
         (JednoWDrugim(*this, *dane) || static_cast<TListaZObiektami*>(this)->MaMojeElementy(*dane))) {
         // What is copied dies with this list's elements, or holds them: they go when the copies are made.
@@ -139,6 +167,37 @@ template <class F> std::int32_t TListaBazowa::PrzeniesSloty(TListaBazowa& dane, 
     return ile;
 }
 
+// One by one too, but an element's equal is found in order, and the places of those that went close up once.
+std::int32_t TListaBazowa::PrzeniesBrakujace(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter) {
+    TRozneElementy rozne(pola, rozmLiter);
+    for (const TObiektBazowy* element : *this)
+        if (element != nullptr)
+            rozne.Dodaj(*element, 0);
+    std::int32_t ile = 0;
+    std::int32_t i = 0;
+    std::int32_t dokad = 0;
+    TPierwszyBlad blad;
+    blad.Wykonaj([&] {
+        for (; i < dane.FIleObiektow; ++i) {
+            const TObiektBazowy* element = dane.FObiekty[i];
+            if (element == nullptr || rozne.Ma(*element)) {
+                dane.FObiekty[dokad++] = dane.FObiekty[i];
+                continue;
+            }
+            SprawdzPrzenoszony(dane, *element);
+            if (FIleObiektow == FPojemnosc)
+                ZwiekszPojemnosc();
+            rozne.Dodaj(*element, 0);
+            PrzejmijSlot(dane, i);
+            ++ile;
+        }
+    });
+    std::move(dane.FObiekty + i, dane.FObiekty + dane.FIleObiektow, dane.FObiekty + dokad);
+    dane.FIleObiektow -= ile;
+    blad.Rzuc();
+    return ile;
+}
+
 bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                                    ERodzajWyboru wybor) {
     if (wybor == rwyBrakujace) {
@@ -149,6 +208,8 @@ bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumen
     }
     if (&dane == this)
         return false;
+    ZamknijDziury();
+    dane.ZamknijDziury();
     const std::int32_t od = FIleObiektow;
     std::int32_t ile = 0;
     TPierwszyBlad blad;
@@ -165,6 +226,10 @@ bool TListaBazowa::PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumen
             PrzeniesSloty(dane, [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
         break;
     case rwyBrakujace:
+        if (TRozneElementy::MoznaUporzadkowac(dane, this, pola)) {
+            blad.Wykonaj([&] { ile = PrzeniesBrakujace(dane, pola, rozmLiter); });
+            break;
+        }
         // An element moved earlier counts as present, so these go one by one; when one raises, those before it are here
         // for good.
         blad.Wykonaj([&] {
@@ -215,17 +280,8 @@ bool TListaBazowa::PrzeniesDane(TListaBazowa& dane) {
 }
 
 void TListaWskObiektow::PoPrzeniesObiekty(TListaBazowa& lista, std::int32_t od) {
-    if (!lista.Klasa()->Ma(ckListaRef))
-        return;
-    std::vector<const TObiektBazowy*> zostaly;
-    zostaly.reserve(static_cast<std::size_t>(lista.IleObiektow()));
-    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
-        zostaly.push_back(lista.Obiekty(i));
-    std::sort(zostaly.begin(), zostaly.end(), std::less<>());
-    for (std::int32_t i = od; i < FIleObiektow; ++i)
-        if (TObiektBazowy* element = FObiekty[i];
-            element != nullptr && !std::binary_search(zostaly.begin(), zostaly.end(), element, std::less<>()))
-            element->ZwolnijRefOd(&lista);
+    if (lista.Klasa()->Ma(ckListaRef))
+        static_cast<TListaRefObiektow&>(lista).ZwolnijPrzeniesione(*this, od, IleObiektow());
 }
 
 // --- values of the elements
@@ -241,10 +297,12 @@ void SprawdzSciezkeElementow(std::u16string_view operacja, const TListaBazowa& l
 void TListaBazowa::DajListeWartPola(std::u16string_view sciezka, TListaNapisow& wartosci) const {
     SprawdzSciezkeElementow(u"DajListeWartPola", *this, sciezka);
     wartosci.Zeruj();
+    const auto przed = [](const std::u16string& a, const std::u16string& b) { return PorownajBezWielkosci(a, b) < 0; };
+    std::set<std::u16string, decltype(przed)> teksty(przed);
     for (TObiektBazowy* element : *this)
         if (const TPole* pole = element == nullptr ? nullptr : element->PoleONazwie(sciezka); pole != nullptr)
-            if (const std::u16string tekst = pole->GetJakoString(); wartosci.IndeksNapisu(tekst) < 0)
-                wartosci.Dodaj(tekst);
+            if (const auto [tekst, nowy] = teksty.insert(pole->GetJakoString()); nowy)
+                wartosci.Dodaj(*tekst);
 }
 
 void TListaBazowa::WpiszDoStrings(std::u16string_view sciezka, TListaNapisow& napisy) const {

@@ -91,13 +91,13 @@ std::int32_t PorownajWgKluczy(const TObiektBazowy& a, const TObiektBazowy& b,
     if (&a == &b)
         return 0;
     if (!a.Klasa()->Ma(ckObiekt) || !b.Klasa()->Ma(ckObiekt)) {
-        const std::int32_t wynik = a.Porownaj(b, &porownywacz);
+        const std::int32_t wynik = TPorownywaczDanych::PorownajDowolne(a, b, &porownywacz);
         return malejaco ? -wynik : wynik;
     }
     for (const TKluczSortowania& klucz : klucze) {
         std::int32_t wynik = 0;
         if (!klucz.wgSciezki) {
-            wynik = klucz.nrPola == CalyObiekt ? a.Porownaj(b, &porownywacz)
+            wynik = klucz.nrPola == CalyObiekt ? TPorownywaczDanych::PorownajDowolne(a, b, &porownywacz)
                                                : static_cast<const TObiekt&>(a).PorownajPole(
                                                      klucz.nrPola, static_cast<const TObiekt&>(b), porownywacz);
         } else {
@@ -282,13 +282,15 @@ bool PosortujWgWartosci(PListaObiektowBazowych elementy, std::int32_t ile, const
 } // namespace
 
 template <class F> bool TListaBazowa::PosortujWMiejscu(const F& porownaj) {
+    ZamknijDziury();
     bool zamieniono = false;
     TObiektBazowy** const tablica = FObiekty;
     const std::int32_t ile = FIleObiektow;
     if (ile >= 2)
         Szybkie(tablica, 0, ile - 1, zamieniono, [&](const TObiektBazowy* a, const TObiektBazowy* b) {
             const std::int32_t wynik = ZPustymi(a, b, porownaj);
-            if (FObiekty != tablica || FIleObiektow != ile) [[unlikely]] // the slots are others now, or gone
+            if (FObiekty != tablica || FIleObiektow != ile || MaDziury())
+                [[unlikely]] // the slots are others now, or gone
                 ZTErrorFmt(Komunikat(kmListaZmieniona), {NazwaKlasy()});
             return wynik;
         });
@@ -310,6 +312,7 @@ bool TListaBazowa::PosortowanieListy(TArgumenty pola, TCiag<TRodzajSortowania> k
     const auto porownaj = [&](const TObiektBazowy& a, const TObiektBazowy& b) {
         return PorownajWgKluczy(a, b, klucze, malejaco, porownywacz);
     };
+    ZamknijDziury();
     if (sortuj) {
         bool zamieniono = false;
         return PosortujWgWartosci(FObiekty, FIleObiektow, klucze, porownywacz, zamieniono) ? zamieniono

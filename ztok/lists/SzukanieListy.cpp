@@ -8,6 +8,7 @@ namespace ztok {
 
 template <class F>
 bool TListaBazowa::Szukaj(std::int32_t& gdzie, TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd, F pasuje) const {
+    ZamknijDziury();
     if (jakSzukac == rwOdKonca) {
         std::int32_t i = zacznijOd == MaxInt ? FIleObiektow - 1 : zacznijOd;
         while (i >= 0 && !(Obiekty(i) != nullptr && pasuje(*FObiekty[i])))
@@ -73,7 +74,7 @@ bool TListaBazowa::JestTakiObiekt(const TObiektBazowy& obiekt, std::int32_t& gdz
     return Szukaj(gdzie, jakSzukac, zacznijOd, [&](const TObiektBazowy& o) {
         if (porownywacz != nullptr)
             porownywacz->ZerujListy(); // what was met in another element says nothing about this one
-        return o.Porownaj(obiekt, porownywacz) == 0;
+        return TPorownywaczDanych::PorownajDowolne(o, obiekt, porownywacz) == 0;
     });
 }
 
@@ -84,6 +85,7 @@ bool TListaBazowa::JestTakiObiekt(const TObiektBazowy& obiekt, TRodzajWyszukiwan
 }
 
 std::int32_t TListaBazowa::ZnajdzObiekt(const TObiektBazowy* obiekt) const noexcept {
+    ZamknijDziury();
     std::int32_t i = FIleObiektow - 1;
     while (i >= 0 && FObiekty[i] != obiekt)
         --i;
@@ -95,6 +97,7 @@ std::int32_t TListaBazowa::ZnajdzObiekt(const TObiektBazowy* obiekt) const noexc
 // True when an element may be there.
 template <class F>
 bool TListaBazowa::SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const {
+    ZamknijDziury();
     const auto c = [&](std::int32_t i) -> std::int32_t {
         if (FObiekty[i] == nullptr)
             return 1;

@@ -26,23 +26,7 @@ TObiektBazowy* TKolekcjaObiektow::DopiszObiekt(TObiektBazowy* nowyObiekt, std::i
 }
 
 std::int32_t TKolekcjaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
-    const TListaBazowa& inna = JakoLista(inne);
-    if (const std::int32_t wynik = PorownajLiczby(inna); wynik != 0)
-        return wynik;
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        const TObiektBazowy* tu = FObiekty[i];
-        const TObiektBazowy* tam = inna.Obiekty(i);
-        if (tu == nullptr || tam == nullptr) {
-            if (tu != tam)
-                return tu != nullptr ? 1 : -1;
-            continue;
-        }
-        if (tu->NazwaKlasy() != tam->NazwaKlasy())
-            return 1;
-        if (const std::int32_t wynik = tu->Porownaj(*tam, &porownywacz); wynik != 0)
-            return wynik;
-    }
-    return 0;
+    return porownywacz.PorownajCzesci(*this, JakoLista(inne));
 }
 
 void TKolekcjaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {

@@ -117,9 +117,12 @@ void TKopierDanych::PrzepnijListe(TListaWskObiektow& lista) {
 }
 
 void TKopierDanych::ZarejestrujListe(TListaWskObiektow& lista) {
+    auto& ref = static_cast<TListaRefObiektow&>(lista);
+    bool powtorki = false;
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
-        if (TObiektBazowy* cel = lista.FObiekty[i]; cel != nullptr)
-            cel->DodajRefOd(&lista);
+        if (TObiektBazowy* cel = lista.Obiekty(i); cel != nullptr && !cel->DodajRefOd(&lista))
+            powtorki = true;
+    ref.powtorki_ = powtorki;
 }
 
 void TKopierDanych::Zarejestruj() noexcept {

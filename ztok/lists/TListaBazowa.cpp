@@ -3,19 +3,25 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
+#include <unordered_map>
+#include <vector>
 
 #include "ztok/fields/Konwersje.h"
 #include "ztok/kernel/Selektory.h"
 #include "ztok/kernel/TObiekt.h"
 #include "ztok/lists/TListaObiektow.h"
+#include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/lists/TPorownywaczDanych.h"
+#include "ztok/lists/TRozneElementy.h"
 #include "ztok/platform/FormatKomunikatu.h"
 #include "ztok/platform/Komunikaty.h"
 #include "ztok/platform/LiczbyTekst.h"
 #include "ztok/platform/PulaWnetrze.h"
 #include "ztok/platform/TPierwszyBlad.h"
 #include "ztok/util/ZTBledy.h"
+#include "ztok/util/Zagniezdzenie.h"
 
 namespace ztok {
 
@@ -67,6 +73,11 @@ TListaBazowa::~TListaBazowa() {
 // --- size
 
 void TListaBazowa::UstawPojemnosc(std::int32_t pojemnosc) {
+    ZamknijDziury();
+    ZmienPojemnosc(pojemnosc);
+}
+
+void TListaBazowa::ZmienPojemnosc(std::int32_t pojemnosc) {
     if (pojemnosc == FPojemnosc)
         return;
     if (pojemnosc <= 0) {
@@ -85,6 +96,7 @@ void TListaBazowa::UstawPojemnosc(std::int32_t pojemnosc) {
 }
 
 void TListaBazowa::ZwiekszPojemnosc() {
+    ZamknijDziury();
     const std::int32_t c = FPojemnosc;
     // The steps are visible to users and fixed.
     UstawPojemnosc(c + (c > 128 ? c / 8 : c > 8 ? 16 : 4));
@@ -96,6 +108,7 @@ void TListaBazowa::ZerujDane() {
 }
 
 void TListaBazowa::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
+    ZamknijDziury();
     if (nowyRozm < 0)
         nowyRozm = 0;
     if (nowyRozm < FIleObiektow)
@@ -108,9 +121,25 @@ void TListaBazowa::WyrownajDoListy(const TListaBazowa& /*lista*/, bool /*zachowa
     ZTErrorFmt(Komunikat(kmBrakWyrownania), {NazwaKlasy()});
 }
 
+void TListaBazowa::WykonajZamkniecie() const noexcept {
+    EDziury stan = saDziury;
+    if (dziury_.compare_exchange_strong(stan, zamykane, std::memory_order_acquire)) {
+        // Nobody has seen the list since the elements died: this is the end of their removal.
+        auto& lista = static_cast<TListaRefObiektow&>(const_cast<TListaBazowa&>(*this));
+        TPierwszyBlad pominiety; // a larger array than need be
+        pominiety.Wykonaj([&] { lista.ZmienPojemnosc(lista.UsunDziury()); });
+        dziury_.store(bezDziur, std::memory_order_release);
+        return;
+    }
+    while (dziury_.load(std::memory_order_acquire) == zamykane) {
+        // another thread is about it
+    }
+}
+
 // --- adding
 
 TObiektBazowy* TListaBazowa::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    ZamknijDziury();
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
     if (gdzie < 0)
@@ -165,6 +194,7 @@ bool TListaBazowa::NilujPoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* ob
 }
 
 TObiektBazowy* TListaBazowa::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
+    ZamknijDziury();
     if (nrObiektu < 0 || nrObiektu >= FIleObiektow)
         return nullptr;
     TObiektBazowy* obiekt = FObiekty[nrObiektu];
@@ -178,8 +208,8 @@ TObiektBazowy* TListaBazowa::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bo
     --FIleObiektow;
     std::memmove(static_cast<void*>(FObiekty + nrObiektu), static_cast<const void*>(FObiekty + nrObiektu + 1),
                  static_cast<std::size_t>(FIleObiektow - nrObiektu) * sizeof(TObiektBazowy*));
-    if (!zachowajPojemnosc && FPojemnosc >= 33 && FPojemnosc - FIleObiektow > FPojemnosc / 4)
-        UstawPojemnosc(FIleObiektow + FIleObiektow / 8);
+    if (!zachowajPojemnosc)
+        UstawPojemnosc(PojemnoscPoUsunieciu(FPojemnosc, FIleObiektow));
     return obiekt;
 }
 
@@ -194,6 +224,7 @@ TObiektBazowy* TListaBazowa::UsunTakiObiekt(const TObiektBazowy& obiekt, bool zw
 }
 
 void TListaBazowa::UsunObiektyNil(bool zachowajPojemnosc) {
+    ZamknijDziury();
     std::int32_t dokad = 0;
     for (std::int32_t skad = 0; skad < FIleObiektow; ++skad)
         if (FObiekty[skad] != nullptr)
@@ -216,37 +247,83 @@ bool TListaBazowa::UsunDuplikaty(TArgumenty /*pola*/, TRozmiarLiter /*rozmLiter*
     BladAbstrakcyjny(KlasaStatyczna(), u"UsunDuplikaty");
 }
 
+namespace {
+
+// Which elements equal an earlier one, as far as that can be found in order: for each its position, else -1.
+std::vector<std::int32_t> WczesniejszeRowne(const TListaBazowa& lista, TArgumenty pola, TRozmiarLiter rozmLiter,
+                                            bool zwolnij) {
+    std::vector<std::int32_t> wynik;
+    std::vector<const TObiektBazowy*> cele;
+    if (!TRozneElementy::MoznaUporzadkowac(lista, nullptr, pola, &cele))
+        return wynik;
+    TRozneElementy rozne(pola, rozmLiter);
+    wynik.assign(static_cast<std::size_t>(lista.IleObiektow()), -1);
+    for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
+        if (const TObiektBazowy* element = lista.Obiekty(i); element != nullptr)
+            wynik[static_cast<std::size_t>(i)] = rozne.Dodaj(*element, i);
+    if (zwolnij) {
+        // An element that dies clears the references at it and its parts: what held them may equal another one then.
+        for (const TObiektBazowy*& cel : cele)
+            for (int poziom = 0; cel != nullptr && cel->Rodzic() != &lista; cel = cel->Rodzic())
+                if (++poziom > 2 * kZaglebienieDomyslne) // parents that go round
+                    return {};
+        std::sort(cele.begin(), cele.end(), std::less<>());
+        for (std::int32_t i = 0; i < lista.IleObiektow(); ++i)
+            if (wynik[static_cast<std::size_t>(i)] >= 0 &&
+                std::binary_search(cele.begin(), cele.end(), lista.Obiekty(i), std::less<>()))
+                return {};
+    }
+    return wynik;
+}
+
+} // namespace
+
 bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij) {
     SprawdzSelektoryElementow(u"UD", this, pola);
     TPierwszyBlad blad;
     bool usunieto = false;
+    ZamknijDziury();
+    // A reference list may hold an object more than once: it refers to it until the last one goes.
+    std::unordered_map<const TObiektBazowy*, std::int32_t> wystapienia;
     // An element that cannot be compared ends the search; those dropped so far leave no holes.
     blad.Wykonaj([&] {
+        const auto rowne = [&](const TObiektBazowy& a, const TObiektBazowy& b) {
+            return (pola.empty() ? TPorownywaczDanych::PorownajDowolne(a, b)
+                                 : PorownajWgOcenionych(a, b, pola, rozmLiter, LocaleWin1250)) == 0;
+        };
+        std::vector<std::int32_t> wczesniejsze = WczesniejszeRowne(*this, pola, rozmLiter, zwolnij);
+        if (zwolnijRef)
+            for (std::int32_t i = 0; i < FIleObiektow; ++i)
+                ++wystapienia[FObiekty[i]];
+        const std::int32_t ile = FIleObiektow;
         for (std::int32_t i = FIleObiektow - 1; i >= 1; --i) {
             TObiektBazowy* element = Obiekty(i); // asked anew each time: what dies may tell somebody who edits the list
-            for (std::int32_t j = i - 1; element != nullptr && j >= 0; --j) {
-                const TObiektBazowy* inny = Obiekty(j);
-                if (inny == nullptr)
+            if (element == nullptr)
+                continue;
+            if (FIleObiektow != ile)
+                wczesniejsze.clear();
+            std::int32_t j = i - 1;
+            if (!wczesniejsze.empty()) {
+                const std::int32_t znany = wczesniejsze[static_cast<std::size_t>(i)];
+                if (znany < 0)
                     continue;
-                const std::int32_t wynik = pola.empty()
-                                               ? element->Porownaj(*inny)
-                                               : PorownajWgOcenionych(*element, *inny, pola, rozmLiter, LocaleWin1250);
-                if (wynik != 0)
-                    continue;
-                if (Obiekty(i) != element)
-                    break;
-                if (zwolnij) {
-                    if (ZwolnijTrzymany(element, blad))
-                        usunieto = NilujPoZwolnieniu(i, element) || usunieto;
-                    break;
-                }
-                FObiekty[i] = nullptr;
-                usunieto = true;
-                // The survivor may be the same object: the list still refers to it then.
-                if (zwolnijRef && ZnajdzObiekt(element) < 0)
-                    element->ZwolnijRefOd(this);
-                break;
+                // What was told of a death may have changed them.
+                if (const TObiektBazowy* inny = Obiekty(znany); inny != nullptr && rowne(*element, *inny))
+                    j = znany;
             }
+            while (j >= 0 && !(Obiekty(j) != nullptr && rowne(*element, *Obiekty(j))))
+                --j;
+            if (j < 0 || Obiekty(i) != element)
+                continue;
+            if (zwolnij) {
+                if (ZwolnijTrzymany(element, blad))
+                    usunieto = NilujPoZwolnieniu(i, element) || usunieto;
+                continue;
+            }
+            FObiekty[i] = nullptr;
+            usunieto = true;
+            if (zwolnijRef && --wystapienia[element] == 0)
+                element->ZwolnijRefOd(this);
         }
     });
     if (usunieto)
@@ -258,6 +335,7 @@ bool TListaBazowa::WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter
 // --- order
 
 bool TListaBazowa::PrzeniesObiekt(std::int32_t nrObiektu, std::int32_t gdzie) {
+    ZamknijDziury();
     if (nrObiektu == gdzie || nrObiektu < 0 || gdzie < 0 || nrObiektu >= FIleObiektow || gdzie >= FIleObiektow)
         return false;
     TObiektBazowy* obiekt = FObiekty[nrObiektu];
@@ -272,25 +350,25 @@ bool TListaBazowa::PrzeniesObiekt(std::int32_t nrObiektu, std::int32_t gdzie) {
 }
 
 std::int16_t TListaBazowa::PorownajObiekty(const TObiektBazowy& obiektA, const TObiektBazowy& obiektB) const {
-    return static_cast<std::int16_t>(obiektA.Porownaj(obiektB));
+    return static_cast<std::int16_t>(TPorownywaczDanych::PorownajDowolne(obiektA, obiektB));
 }
 
 // --- as a field of its owner
 
 std::u16string TListaBazowa::WartWgMaski(std::u16string_view maska, const TUstawieniaFormatu* ustawienia) const {
-    return maska == u"*" ? IntNaTekst(FIleObiektow) : TObiektBazowy::WartWgMaski(maska, ustawienia);
+    return maska == u"*" ? IntNaTekst(IleObiektow()) : TObiektBazowy::WartWgMaski(maska, ustawienia);
 }
 
 bool TListaBazowa::PoleNiepuste(int nrPola) const {
     if (nrPola == CalyObiekt)
-        return FIleObiektow >= 1;
+        return IleObiektow() >= 1;
     const TObiektBazowy* element = Obiekty(nrPola);
     return element != nullptr && element->PoleNiepuste(CalyObiekt);
 }
 
 bool TListaBazowa::PoleDoZapisu(int nrPola) const {
     if (nrPola == CalyObiekt)
-        return FIleObiektow >= 1;
+        return IleObiektow() >= 1;
     const TObiektBazowy* element = Obiekty(nrPola);
     return element != nullptr && element->PoleDoZapisu(CalyObiekt);
 }
@@ -307,6 +385,7 @@ void TListaBazowa::UstawNiepuste(int nrPola, bool niepuste) {
 void TListaBazowa::ZerujDanePol(TArgumenty pola) {
     SprawdzSelektoryElementow(u"ZDP", this, pola);
     const TOcenione ocenione;
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (TObiektBazowy* element : ListaOdKonca())
         if (element != nullptr)
             element->ZerujDanePol(pola);
@@ -315,31 +394,35 @@ void TListaBazowa::ZerujDanePol(TArgumenty pola) {
 void TListaBazowa::ZerujDaneOprocz(TArgumenty pola) {
     SprawdzSelektoryElementow(u"ZDO", this, pola);
     const TOcenione ocenione;
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (TObiektBazowy* element : ListaOdKonca())
         if (element != nullptr)
             element->ZerujDaneOprocz(pola);
 }
 
 void TListaBazowa::PrzytnijPolaWgRozm(bool trymuj) {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (TObiektBazowy* element : *this)
         if (JestDoObejscia(element))
             element->PrzytnijPolaWgRozm(trymuj);
 }
 
 void TListaBazowa::TrymujPolaTekstowe(bool podobiektyTez) {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (TObiektBazowy* element : ListaOdKonca())
         if (JestDoObejscia(element))
             element->TrymujPolaTekstowe(podobiektyTez);
 }
 
 bool TListaBazowa::SaDaneUnicode(int nrPola) const {
+    const TPoziom poziom(ZagniezdzenieWatku(), *this);
     for (const TObiektBazowy* element : *this)
         if (JestDoObejscia(element) && element->SaDaneUnicode(nrPola))
             return true;
     return false;
 }
 
-std::u16string TListaBazowa::OpisTekstowy() const { return Formatuj(Komunikat(kmIleElementow), {FIleObiektow}); }
+std::u16string TListaBazowa::OpisTekstowy() const { return Formatuj(Komunikat(kmIleElementow), {IleObiektow()}); }
 
 void TListaBazowa::WpiszDaneDoPol(TArgumenty p_KtorePola, TArgumenty p_JakieWartosci) {
     SprawdzDlugosci(u"WD", p_KtorePola, p_JakieWartosci);
@@ -358,7 +441,7 @@ std::int32_t TListaBazowa::PorownajElementy(const TObiektBazowy& inny, TPorownyw
                                             const F& porownaj) const {
     SprawdzKlase(inny, TListaBazowa::KlasaStatyczna());
     const auto& inna = static_cast<const TListaBazowa&>(inny);
-    if (inna.FIleObiektow != FIleObiektow)
+    if (inna.IleObiektow() != IleObiektow())
         return inna.FIleObiektow < FIleObiektow ? 1 : -1;
     const TPoziom poziom(porownywacz.Zagniezdzenie, *this); // a pointer list may hold itself
     for (std::int32_t i = 0; i < FIleObiektow; ++i) {
@@ -404,7 +487,7 @@ bool TListaBazowa::WydzielNumerElem(std::u16string_view& sciezka, std::u16string
 
 TObiektBazowy* TListaBazowa::DajElemListy(std::u16string_view opis, bool tworz) {
     if (CompareTxtSgn(opis, u"Max") == 0)
-        return Obiekty(FIleObiektow - 1);
+        return Obiekty(IleObiektow() - 1);
     if (std::int32_t numer = 0; SprobujTekstNaInt(opis, numer))
         return Obiekty(numer);
     return DajElemListyWCech(opis, tworz);

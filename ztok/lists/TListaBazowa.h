@@ -1,6 +1,7 @@
 // Base list: an ordered array of objects, itself an object of the model.
 #pragma once
 
+#include <atomic>
 #include <concepts>
 #include <cstdint>
 #include <span>
@@ -159,13 +160,20 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     [[nodiscard]] virtual std::int16_t PorownajObiekty(const TObiektBazowy& obiektA,
                                                        const TObiektBazowy& obiektB) const;
 
-    [[nodiscard]] std::int32_t IleObiektow() const noexcept { return FIleObiektow; }
-    [[nodiscard]] bool ListaPusta() const noexcept { return FIleObiektow == 0; }
+    [[nodiscard]] std::int32_t IleObiektow() const noexcept {
+        ZamknijDziury();
+        return FIleObiektow;
+    }
+    [[nodiscard]] bool ListaPusta() const noexcept { return IleObiektow() == 0; }
     // The element, or null for an index out of range.
     [[nodiscard]] TObiektBazowy* Obiekty(std::int32_t nrObiektu) const noexcept {
+        ZamknijDziury();
         return nrObiektu >= 0 && nrObiektu < FIleObiektow ? FObiekty[nrObiektu] : nullptr;
     }
-    [[nodiscard]] std::int32_t Pojemnosc() const noexcept { return FPojemnosc; }
+    [[nodiscard]] std::int32_t Pojemnosc() const noexcept {
+        ZamknijDziury();
+        return FPojemnosc;
+    }
     // Reallocates the array to exactly that many slots; the caller must not go below the count.
     void UstawPojemnosc(std::int32_t pojemnosc);
     [[nodiscard]] TEnumListaBazowa GetEnumerator() const noexcept { return TEnumListaBazowa(*this); }
@@ -189,6 +197,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     bool PrzeniesObiekt(std::int32_t nrObiektu, std::int32_t gdzie);
     // Swaps two elements; the caller passes valid indices.
     void ZamienObiekty(std::int32_t p_Poz1, std::int32_t p_Poz2) noexcept {
+        ZamknijDziury();
         TObiektBazowy* obiekt = FObiekty[p_Poz1];
         FObiekty[p_Poz1] = FObiekty[p_Poz2];
         FObiekty[p_Poz2] = obiekt;
@@ -311,18 +320,35 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     [[nodiscard]] std::int32_t MiejscePoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) const noexcept;
     bool NilujPoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) noexcept;
     void ZwiekszPojemnosc();
+    // The capacity that a list of so many elements is left with after one was removed.
+    [[nodiscard]] static std::int32_t PojemnoscPoUsunieciu(std::int32_t pojemnosc, std::int32_t ile) noexcept {
+        return pojemnosc >= 33 && pojemnosc - ile > pojemnosc / 4 ? ile + ile / 8 : pojemnosc;
+    }
     bool WykonajUsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter, bool zwolnijRef, bool zwolnij);
+
+    // Elements that died may have left holes: a reference list whose targets die one after another takes them all out
+    // at once, before it is next looked at. Only a TListaRefObiektow itself, no class derived from it, has holes; what
+    // reads its members directly closes them first. Several threads may look at a list at once.
+    void ZamknijDziury() const noexcept {
+        if (dziury_.load(std::memory_order_acquire) != bezDziur) [[unlikely]]
+            WykonajZamkniecie();
+    }
+    [[nodiscard]] bool MaDziury() const noexcept { return dziury_.load(std::memory_order_relaxed) != bezDziur; }
 
     PListaObiektowBazowych FObiekty = nullptr; // slots at and beyond the count hold nothing
     std::int32_t FIleObiektow = 0;
     std::int32_t FPojemnosc = 0;
     bool jednorodna_ = false; // kept by lists of one item class
+    enum EDziury : std::uint8_t { bezDziur, saDziury, zamykane };
+    mutable std::atomic<EDziury> dziury_{bezDziur};
 
   private:
     friend class TJadroKlas;
     bool WyszukajJak(const TObiektBazowy& obiekt, TArgumenty pola, std::int32_t& gdzie, TRozmiarLiter rozmLiter,
                      TRodzajSortowania sortowanie, std::uint32_t localeID) const;
     TObiektBazowy* DopiszTenGdyBrak(TObiektBazowy* nowyObiekt, TArgumenty pola, TRozmiarLiter rozmLiter);
+    void WykonajZamkniecie() const noexcept;
+    void ZmienPojemnosc(std::int32_t pojemnosc);
     // Whether the path begins with any element; what follows it.
     static bool KazdyElement(std::u16string_view sciezka, std::u16string_view& reszta) noexcept;
     // Refuses an element that a move must not bring here.
@@ -332,6 +358,7 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     template <class F>
     std::int32_t PorownajElementy(const TObiektBazowy& inny, TPorownywaczDanych& porownywacz, const F& porownaj) const;
     template <class F> bool DopiszWybrane(const TListaBazowa* dane, const F& wybrany);
+    std::int32_t PrzeniesBrakujace(TListaBazowa& dane, TArgumenty pola, TRozmiarLiter rozmLiter);
     template <class F> std::int32_t PrzeniesSloty(TListaBazowa& dane, const F& wybrany);
     template <class F> bool PosortujWMiejscu(const F& porownaj);
     template <class F> bool SzukajBisekcja(std::int32_t& gdzie, TRodzajSortowania sortowanie, const F& porownaj) const;

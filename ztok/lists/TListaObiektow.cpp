@@ -177,19 +177,7 @@ bool TListaObiektow::PrzepnijLubKopiuj(TListaObiektow& lista) {
 }
 
 std::int32_t TListaObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
-    const TListaBazowa& inna = JakoLista(inne);
-    if (const std::int32_t wynik = PorownajLiczby(inna); wynik != 0)
-        return wynik;
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        const TObiektBazowy* tu = FObiekty[i];
-        const TObiektBazowy* tam = inna.Obiekty(i);
-        const std::int32_t wynik = tu == nullptr || tam == nullptr
-                                       ? static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr)
-                                       : tu->Porownaj(*tam, &porownywacz);
-        if (wynik != 0)
-            return wynik;
-    }
-    return 0;
+    return porownywacz.PorownajCzesci(*this, JakoLista(inne));
 }
 
 void TListaObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstring>
 #include <functional>
+#include <new>
 #include <utility>
 
 #include "ztok/fields/Konwersje.h"
@@ -26,6 +27,23 @@ TObiektBazowy* TListaWskObiektow::UsunObiekt(std::int32_t nrObiektu, bool /*zwol
 }
 
 namespace {
+
+// The objects of a list, for one question after another whether it holds one.
+class TZbior {
+  public:
+    explicit TZbior(const TListaBazowa& lista) {
+        obiekty_.reserve(static_cast<std::size_t>(lista.IleObiektow()));
+        for (const TObiektBazowy* obiekt : lista)
+            obiekty_.push_back(obiekt);
+        std::sort(obiekty_.begin(), obiekty_.end(), std::less<>());
+    }
+    [[nodiscard]] bool Ma(const TObiektBazowy* obiekt) const noexcept {
+        return std::binary_search(obiekty_.begin(), obiekty_.end(), obiekt, std::less<>());
+    }
+
+  private:
+    std::vector<const TObiektBazowy*> obiekty_;
+};
 
 // Nulls the slots that the condition picks, from the last to the first; true when any was. The condition is asked about
 // all of them first: when it raises, the list is as it was.
@@ -50,6 +68,7 @@ bool NilujSloty(PListaObiektowBazowych obiekty, std::int32_t ile, std::vector<TO
 bool TListaWskObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
     SprawdzDlugosci(u"UO", pola, wartosci);
     SprawdzSelektoryElementow(u"UO", this, pola);
+    ZamknijDziury();
     const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
         return MaOcenioneCechy(o, pola, wartosci, rozmLiter);
     });
@@ -61,6 +80,7 @@ bool TListaWskObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmi
 bool TListaWskObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) {
     SprawdzDlugosci(u"UOO", pola, wartosci);
     SprawdzSelektoryElementow(u"UOO", this, pola);
+    ZamknijDziury();
     const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) {
         return !MaOcenioneCechy(o, pola, wartosci, rozmLiter);
     });
@@ -75,8 +95,10 @@ bool TListaWskObiektow::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zac
         SkrocListe(0, zachowajPojemnosc);
         return byly;
     }
-    const bool usunieto = NilujSloty(FObiekty, FIleObiektow, nullptr,
-                                     [&](const TObiektBazowy& o) { return obiekty.ZnajdzObiekt(&o) >= 0; });
+    ZamknijDziury();
+    const TZbior zbior(obiekty);
+    const bool usunieto =
+        NilujSloty(FObiekty, FIleObiektow, nullptr, [&](const TObiektBazowy& o) { return zbior.Ma(&o); });
     if (usunieto)
         UsunObiektyNil(zachowajPojemnosc);
     return usunieto;
@@ -87,12 +109,14 @@ bool TListaWskObiektow::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) 
 }
 
 void TListaWskObiektow::ZerujRefDo(TObiektBazowy* cel) {
+    ZamknijDziury();
     for (std::int32_t i = FIleObiektow - 1; i >= 0; --i)
         if (FObiekty[i] == cel)
             UsunObiekt(i, false, false);
 }
 
 void TListaWskObiektow::WyrownajDoListy(const TListaBazowa& lista, bool zachowajPojemnosc) {
+    ZamknijDziury();
     if (lista.IleObiektow() <= FIleObiektow) {
         SkrocListe(lista.IleObiektow(), zachowajPojemnosc);
         return;
@@ -107,6 +131,7 @@ void TListaWskObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, st
 }
 
 bool TListaWskObiektow::WyszukajTenObiekt(const TObiektBazowy* obiekt, std::int32_t& gdzie) const noexcept {
+    ZamknijDziury();
     const auto* koniec = FObiekty + FIleObiektow;
     const auto* miejsce = std::lower_bound(FObiekty, FObiekty + FIleObiektow, obiekt, std::less<>());
     gdzie = static_cast<std::int32_t>(miejsce - FObiekty);
@@ -128,29 +153,7 @@ bool TListaWskObiektow::DolaczObiektGdyBrak(TObiektBazowy* obiekt) {
 
 std::int32_t TListaWskObiektow::WykonajPorownanie(const TPole& inne, TPorownywaczDanych& porownywacz) const {
     SprawdzKlase(inne, TListaBazowa::KlasaStatyczna());
-    const auto& inna = static_cast<const TListaBazowa&>(inne);
-    if (porownywacz.SaPorownywane(*this, inna))
-        return 0;
-    porownywacz.Porownuje(*this, inna);
-    if (inna.IleObiektow() != FIleObiektow)
-        return inna.IleObiektow() < FIleObiektow ? 1 : -1;
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        const TObiektBazowy* tu = FObiekty[i];
-        const TObiektBazowy* tam = inna.Obiekty(i);
-        std::int32_t wynik = 0;
-        if (tu == nullptr || tam == nullptr) {
-            wynik = static_cast<int>(tu != nullptr) - static_cast<int>(tam != nullptr);
-        } else if (porownywacz.RefJakoSciezki) {
-            wynik = CompareStrSgn(tu->DajSciezkeDoSiebie(porownywacz.ObiektCo),
-                                  tam->DajSciezkeDoSiebie(porownywacz.ObiektZCzym));
-        } else if (tu != tam) {
-            const TPoziom poziom(porownywacz.Zagniezdzenie, *this);
-            wynik = tu->WykonajPorownanie(*tam, porownywacz);
-        }
-        if (wynik != 0)
-            return wynik;
-    }
-    return 0;
+    return porownywacz.PorownajCzesci(*this, static_cast<const TListaBazowa&>(inne));
 }
 
 void TListaWskObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& /*kopier*/) {
@@ -164,6 +167,7 @@ void TListaWskObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& /*
 }
 
 void TListaWskObiektow::WykonajZapis(TStrumien& strumien, TZapisywaczDanych& zapisywacz) const {
+    ZamknijDziury();
     std::vector<std::uint32_t> numery;
     numery.reserve(static_cast<std::size_t>(FIleObiektow));
     for (std::int32_t i = 0; i < FIleObiektow; ++i)
@@ -186,6 +190,7 @@ void TListaWskObiektow::WykonajOdczyt(TStrumien& strumien, TOdczytywaczDanych& o
 
 void TListaWskObiektow::WykonajZapisTekstowy(TZapisywaczTekstu& zapisywacz) const {
     constexpr std::size_t maksWiersz = 64;
+    ZamknijDziury();
     zapisywacz.ZwiekszAkapit();
     zapisywacz.ZapiszLinie("(");
     std::size_t wWierszu = 0; // characters of the numbers and their commas
@@ -231,32 +236,125 @@ void TListaWskObiektow::WykonajOdczytTekstowy(TOdczytywaczTekstu& odczytywacz) {
 
 // --- reference list
 
-TListaRefObiektow::~TListaRefObiektow() { DokonczZycie(); }
+// Where the holes of a list are, and where its elements stand once that was asked often enough.
+struct TListaRefObiektow::TDziury {
+    struct TMiejsce {
+        const TObiektBazowy* obiekt;
+        std::int32_t gdzie;
+    };
+
+    std::vector<std::int32_t> miejsca;
+    std::vector<TMiejsce> spis; // by address
+    std::int64_t przejrzane = 0;
+};
+
+TListaRefObiektow::~TListaRefObiektow() {
+    DokonczZycie();
+    delete slady_;
+}
+
+bool TListaRefObiektow::ZostawDziury(const TObiektBazowy* cel) noexcept {
+    try {
+        if (slady_ == nullptr)
+            slady_ = new TDziury;
+        TDziury& d = *slady_;
+        const std::size_t poprzednich = d.miejsca.size();
+        // A few searches cost less than the list in order.
+        constexpr std::int64_t kPrzegladow = 8;
+        if (d.spis.empty() && d.przejrzane > kPrzegladow * FIleObiektow) {
+            d.spis.reserve(static_cast<std::size_t>(FIleObiektow));
+            for (std::int32_t i = 0; i < FIleObiektow; ++i)
+                d.spis.push_back({FObiekty[i], i});
+            std::sort(d.spis.begin(), d.spis.end(), [](const TDziury::TMiejsce& a, const TDziury::TMiejsce& b) {
+                return std::less<>()(a.obiekt, b.obiekt);
+            });
+        }
+        if (!d.spis.empty()) {
+            auto p = std::lower_bound(
+                d.spis.begin(), d.spis.end(), cel,
+                [](const TDziury::TMiejsce& m, const TObiektBazowy* o) { return std::less<>()(m.obiekt, o); });
+            for (; p != d.spis.end() && p->obiekt == cel; ++p)
+                if (FObiekty[p->gdzie] == cel)
+                    d.miejsca.push_back(p->gdzie);
+        } else {
+            for (std::int32_t i = FIleObiektow - 1; i >= 0; --i) {
+                ++d.przejrzane;
+                if (FObiekty[i] != cel)
+                    continue;
+                d.miejsca.push_back(i);
+                if (!powtorki_)
+                    break;
+            }
+        }
+        for (std::size_t i = poprzednich; i < d.miejsca.size(); ++i)
+            FObiekty[d.miejsca[i]] = nullptr;
+        if (!d.miejsca.empty())
+            dziury_.store(saDziury, std::memory_order_release);
+        return true;
+    } catch (const std::bad_alloc&) {
+        if (slady_ != nullptr) // of this element nothing was taken out yet
+            while (!slady_->miejsca.empty() && FObiekty[slady_->miejsca.back()] != nullptr)
+                slady_->miejsca.pop_back();
+        return false;
+    }
+}
+
+std::int32_t TListaRefObiektow::UsunDziury() noexcept {
+    std::vector<std::int32_t>& miejsca = slady_->miejsca;
+    std::sort(miejsca.begin(), miejsca.end());
+    std::int32_t pojemnosc = FPojemnosc;
+    for (std::size_t i = 0; i < miejsca.size(); ++i) {
+        const std::int32_t od = miejsca[i] + 1;
+        const std::int32_t doKtorego = i + 1 < miejsca.size() ? miejsca[i + 1] : FIleObiektow;
+        std::copy(FObiekty + od, FObiekty + doKtorego, FObiekty + od - static_cast<std::int32_t>(i) - 1);
+        pojemnosc = PojemnoscPoUsunieciu(pojemnosc, FIleObiektow - static_cast<std::int32_t>(i) - 1);
+    }
+    FIleObiektow -= static_cast<std::int32_t>(miejsca.size());
+    delete slady_;
+    slady_ = nullptr;
+    return pojemnosc;
+}
+
+void TListaRefObiektow::ZerujRefDo(TObiektBazowy* cel) {
+    constexpr std::int32_t kKrotka = 64; // closes up at once
+    if (cel == nullptr || FIleObiektow <= kKrotka || Klasa() != KlasaStatyczna())
+        TListaWskObiektow::ZerujRefDo(cel);
+    else if (!MaDziury() && !powtorki_ && FObiekty[FIleObiektow - 1] == cel)
+        UsunObiekt(FIleObiektow - 1, false, false); // elements often die from the last to the first
+    else if (ZostawDziury(cel))
+        cel->ZwolnijRefOd(this);
+    else
+        TListaWskObiektow::ZerujRefDo(cel);
+}
 
 void TListaRefObiektow::Wyrejestruj(std::vector<TObiektBazowy*>& usuniete) {
     std::sort(usuniete.begin(), usuniete.end(), std::less<>());
     usuniete.erase(std::unique(usuniete.begin(), usuniete.end()), usuniete.end());
     // Those that still occur in the list stay registered.
-    for (std::int32_t i = 0; i < FIleObiektow; ++i) {
-        const auto gdzie = std::lower_bound(usuniete.begin(), usuniete.end(), FObiekty[i], std::less<>());
-        if (gdzie != usuniete.end() && *gdzie == FObiekty[i])
-            usuniete.erase(gdzie);
+    if (powtorki_) {
+        const TZbior zostaly(*this);
+        usuniete.erase(std::remove_if(usuniete.begin(), usuniete.end(),
+                                      [&](const TObiektBazowy* obiekt) { return zostaly.Ma(obiekt); }),
+                       usuniete.end());
     }
     for (TObiektBazowy* obiekt : usuniete)
         obiekt->ZwolnijRefOd(this);
 }
 
 TObiektBazowy* TListaRefObiektow::DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) {
+    ZamknijDziury();
     if (FIleObiektow == FPojemnosc)
         ZwiekszPojemnosc();
+    if (FIleObiektow == 0)
+        powtorki_ = false;
     if (nowyObiekt != nullptr)
-        nowyObiekt->DodajRefOd(this);
+        Zarejestruj(*nowyObiekt);
     return TListaWskObiektow::DodajObiekt(nowyObiekt, gdzie);
 }
 
 TObiektBazowy* TListaRefObiektow::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
     TObiektBazowy* obiekt = TListaWskObiektow::UsunObiekt(nrObiektu, zwolnij, zachowajPojemnosc);
-    if (obiekt != nullptr && ZnajdzObiekt(obiekt) < 0)
+    if (obiekt != nullptr && (!powtorki_ || ZnajdzObiekt(obiekt) < 0))
         obiekt->ZwolnijRefOd(this);
     return obiekt;
 }
@@ -265,6 +363,7 @@ bool TListaRefObiektow::UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmi
     SprawdzDlugosci(u"UO", pola, wartosci);
     SprawdzSelektoryElementow(u"UO", this, pola);
     std::vector<TObiektBazowy*> usuniete;
+    ZamknijDziury();
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
     if (usuniete.empty())
@@ -278,6 +377,7 @@ bool TListaRefObiektow::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, 
     SprawdzDlugosci(u"UOO", pola, wartosci);
     SprawdzSelektoryElementow(u"UOO", this, pola);
     std::vector<TObiektBazowy*> usuniete;
+    ZamknijDziury();
     NilujSloty(FObiekty, FIleObiektow, &usuniete,
                [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
     if (usuniete.empty())
@@ -291,8 +391,9 @@ bool TListaRefObiektow::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zac
     if (&obiekty == this)
         return TListaWskObiektow::UsunTeObiekty(obiekty, zachowajPojemnosc);
     std::vector<TObiektBazowy*> usuniete;
-    NilujSloty(FObiekty, FIleObiektow, &usuniete,
-               [&](const TObiektBazowy& o) { return obiekty.ZnajdzObiekt(&o) >= 0; });
+    const TZbior zbior(obiekty);
+    ZamknijDziury();
+    NilujSloty(FObiekty, FIleObiektow, &usuniete, [&](const TObiektBazowy& o) { return zbior.Ma(&o); });
     if (usuniete.empty())
         return false;
     UsunObiektyNil(zachowajPojemnosc);
@@ -306,15 +407,17 @@ bool TListaRefObiektow::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) 
 
 void TListaRefObiektow::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc) {
     const std::int32_t granica = nowyRozm < 0 ? 0 : nowyRozm;
+    ZamknijDziury();
     // Looking for a few of them, or among a few, needs no order.
     std::vector<const TObiektBazowy*> zostaja;
-    if (granica > 16 && FIleObiektow - granica > 16) {
+    if (powtorki_ && granica > 16 && FIleObiektow - granica > 16) {
         zostaja.assign(FObiekty, FObiekty + granica);
         std::sort(zostaja.begin(), zostaja.end(), std::less<>());
     }
     while (FIleObiektow > granica) {
         TObiektBazowy* obiekt = FObiekty[--FIleObiektow];
-        const bool zostaje = zostaja.empty()
+        const bool zostaje = !powtorki_ ? false
+                             : zostaja.empty()
                                  ? std::find(FObiekty, FObiekty + granica, obiekt) != FObiekty + granica
                                  : std::binary_search(zostaja.begin(), zostaja.end(), obiekt, std::less<>());
         if (obiekt != nullptr && !zostaje)
@@ -324,6 +427,7 @@ void TListaRefObiektow::SkrocListe(std::int32_t nowyRozm, bool zachowajPojemnosc
 }
 
 void TListaRefObiektow::ZerujDane() {
+    ZamknijDziury();
     while (FIleObiektow > 0)
         if (TObiektBazowy* obiekt = FObiekty[--FIleObiektow]; obiekt != nullptr)
             obiekt->ZwolnijRefOd(this);
@@ -332,12 +436,14 @@ void TListaRefObiektow::ZerujDane() {
 
 void TListaRefObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& kopier) {
     TListaWskObiektow::WykonajKopiowanie(zrodlo, kopier);
+    powtorki_ = true; // nobody has looked
     if (kopier.Odklada(*this))
         return; // the copier registers each with what it points at in the end
+    powtorki_ = false;
     const std::int32_t ile = std::exchange(FIleObiektow, 0);
     while (FIleObiektow < ile) {
         if (FObiekty[FIleObiektow] != nullptr)
-            FObiekty[FIleObiektow]->DodajRefOd(this);
+            Zarejestruj(*FObiekty[FIleObiektow]);
         ++FIleObiektow;
     }
 }
@@ -345,8 +451,15 @@ void TListaRefObiektow::WykonajKopiowanie(const TPole& zrodlo, TKopierDanych& ko
 void TListaRefObiektow::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
     for (std::int32_t i = od; i < od + ile; ++i)
         if (TObiektBazowy* element = Obiekty(i); element != nullptr)
-            element->DodajRefOd(this);
+            Zarejestruj(*element);
     TListaWskObiektow::PoPrzeniesieniu(lista, od, ile);
+}
+
+void TListaRefObiektow::ZwolnijPrzeniesione(const TListaBazowa& dokad, std::int32_t od, std::int32_t doKtorego) {
+    const TZbior zostaly(*this);
+    for (std::int32_t i = od; i < doKtorego; ++i)
+        if (TObiektBazowy* element = dokad.Obiekty(i); element != nullptr && !zostaly.Ma(element))
+            element->ZwolnijRefOd(this);
 }
 
 } // namespace ztok

@@ -55,6 +55,9 @@ class ZTOK_API TListaRefObiektow : public TListaWskObiektow {
     explicit TListaRefObiektow(TObiektBazowy* wlasciciel = nullptr) : TListaWskObiektow(wlasciciel) {}
     ~TListaRefObiektow() override;
 
+    // The object is about to die. A long list may take it out only when it is next looked at, with all others that died
+    // meanwhile.
+    void ZerujRefDo(TObiektBazowy* cel) override;
     TObiektBazowy* DodajObiekt(TObiektBazowy* nowyObiekt, std::int32_t gdzie) override;
     TObiektBazowy* UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) override;
     bool UsunObiekty(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) override;
@@ -67,8 +70,29 @@ class ZTOK_API TListaRefObiektow : public TListaWskObiektow {
     void PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) override;
 
   private:
+    friend class TKopierDanych;
+    friend class TListaBazowa;
+    friend class TListaWskObiektow;
+    friend class TListaZObiektami;
+    struct TDziury;
+
+    // Registers the list with an element that it holds or will.
+    void Zarejestruj(TObiektBazowy& obiekt) {
+        if (!obiekt.DodajRefOd(this))
+            powtorki_ = true;
+    }
+    // The elements from one index to another of the list that they were moved to drop this one, unless it holds them
+    // yet.
+    void ZwolnijPrzeniesione(const TListaBazowa& dokad, std::int32_t od, std::int32_t doKtorego);
     // Drops the registration with every object that the list no longer holds.
     void Wyrejestruj(std::vector<TObiektBazowy*>& usuniete);
+    // Makes holes of the element's places; false, and nothing changed, when it must be removed at once.
+    bool ZostawDziury(const TObiektBazowy* cel) noexcept;
+    // Closes the holes; returns the capacity that removing one element after another would have left.
+    [[nodiscard]] std::int32_t UsunDziury() noexcept;
+
+    TDziury* slady_ = nullptr; // while there are holes: where they are
+    bool powtorki_ = false;    // it may hold an object more than once
 };
 
 } // namespace ztok

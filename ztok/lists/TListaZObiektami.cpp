@@ -1,6 +1,8 @@
 #include "ztok/lists/TListaZObiektami.h"
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 #include "ztok/kernel/JadroBiezace.h"
 #include "ztok/kernel/Selektory.h"
@@ -59,13 +61,11 @@ void TListaZObiektami::PrzypnijObiekt(TObiektBazowy* obiekt) {
 }
 
 void TListaZObiektami::PoPrzeniesieniu(TListaBazowa& lista, std::int32_t od, std::int32_t ile) {
-    const bool zRef = lista.Klasa()->Ma(ckListaRef);
     for (std::int32_t i = od; i < od + ile; ++i)
-        if (TObiektBazowy* element = Obiekty(i); element != nullptr) {
+        if (TObiektBazowy* element = Obiekty(i); element != nullptr)
             Przejmij(*element);
-            if (zRef && lista.ZnajdzObiekt(element) < 0)
-                element->ZwolnijRefOd(&lista);
-        }
+    if (lista.Klasa()->Ma(ckListaRef))
+        static_cast<TListaRefObiektow&>(lista).ZwolnijPrzeniesione(*this, od, od + ile);
 }
 
 TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bool zachowajPojemnosc) {
@@ -155,14 +155,24 @@ bool TListaZObiektami::UsunObiektyOprocz(TArgumenty pola, TArgumenty wartosci, T
 
 bool TListaZObiektami::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zachowajPojemnosc) {
     // All are found before any dies: the pointer list may lose them, or be a part of one.
+    std::vector<std::pair<TObiektBazowy*, std::int32_t>> miejsca;
+    miejsca.reserve(static_cast<std::size_t>(FIleObiektow));
+    for (std::int32_t i = 0; i < FIleObiektow; ++i)
+        miejsca.emplace_back(FObiekty[i], i);
+    std::sort(miejsca.begin(), miejsca.end(), [](const auto& a, const auto& b) {
+        return a.first != b.first ? std::less<>()(a.first, b.first) : a.second < b.second;
+    });
     std::vector<TObiektBazowy*> ginace;
     ginace.reserve(static_cast<std::size_t>(obiekty.IleObiektow()));
     for (TObiektBazowy* szukany : obiekty.ListaOdKonca()) {
-        TObiektBazowy** const koniec = FObiekty + FIleObiektow;
-        if (TObiektBazowy** const gdzie = std::find(FObiekty, koniec, szukany); szukany != nullptr && gdzie != koniec) {
-            *gdzie = nullptr;
-            ginace.push_back(szukany);
-        }
+        const auto gdzie = std::lower_bound(miejsca.begin(), miejsca.end(), szukany, [](const auto& m, const auto* o) {
+            return std::less<>()(static_cast<const TObiektBazowy*>(m.first), o);
+        });
+        if (szukany == nullptr || gdzie == miejsca.end() || gdzie->first != szukany ||
+            FObiekty[gdzie->second] == nullptr)
+            continue;
+        FObiekty[gdzie->second] = nullptr;
+        ginace.push_back(szukany);
     }
     TPierwszyBlad blad;
     for (TObiektBazowy* obiekt : ginace)
@@ -193,10 +203,6 @@ bool TListaZObiektami::MaMojeElementy(const TListaBazowa& lista) const noexcept 
         if (element != nullptr && JednoWDrugim(*this, *element))
             return true;
     return false;
-}
-
-std::int32_t TListaZObiektami::PorownajLiczby(const TListaBazowa& inna) const noexcept {
-    return static_cast<int>(FIleObiektow > inna.IleObiektow()) - static_cast<int>(FIleObiektow < inna.IleObiektow());
 }
 
 std::uint32_t TListaZObiektami::IleNiepustych() const noexcept {

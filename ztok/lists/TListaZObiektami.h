@@ -53,8 +53,6 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
     [[nodiscard]] bool MaMojeElementy(const TListaBazowa& lista) const noexcept;
     // Frees the elements that the condition picks, from the last to the first; true when any was.
     template <class F> bool ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc);
-    // Compares the counts: 0 when they are equal, else the sign of this count minus the other.
-    [[nodiscard]] std::int32_t PorownajLiczby(const TListaBazowa& inna) const noexcept;
     // How many elements are not null: those that a stream gets. A null one has no class and no record.
     [[nodiscard]] std::uint32_t IleNiepustych() const noexcept;
     // Whether the list still is what its count and its elements so far have told a writer, now that element i is

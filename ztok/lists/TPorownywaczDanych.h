@@ -6,6 +6,7 @@
 
 #include "ztok/fields/TypyPol.h"
 #include "ztok/lists/TIndeksWskaznikow.h"
+#include "ztok/lists/TPozycjeWListach.h"
 #include "ztok/util/Zagniezdzenie.h"
 
 namespace ztok {
@@ -35,6 +36,17 @@ class ZTOK_API TPorownywaczDanych {
     // compared higher up or was found equal, since a difference ends the whole walk; so cycles end, and targets that
     // many fields share are compared once.
     bool NowaParaCelow(const TObiektBazowy* co, const TObiektBazowy* zCzym);
+    // The walk behind WykonajPorownanie of objects with fields and of lists, over their fields or elements in order;
+    // `zCzym` must be of the same kind. Parts whose classes compare themselves are asked and nest as calls do; the
+    // others are walked without recursion, so that pointers lead on for ever. Owned parts nest as deep as Zagniezdzenie
+    // allows.
+    [[nodiscard]] std::int32_t PorownajCzesci(const TObiektBazowy& co, const TObiektBazowy& zCzym);
+    // Two objects that need not be of one class: different then, in the order of the class names.
+    [[nodiscard]] static std::int32_t PorownajKlasy(const TObiektBazowy& co, const TObiektBazowy& zCzym) noexcept;
+    [[nodiscard]] static std::int32_t PorownajDowolne(const TObiektBazowy& co, const TObiektBazowy& zCzym,
+                                                      TPorownywaczDanych* porownywacz = nullptr);
+    // The signs of pointers where one of them is null, or paths are compared; false where the targets decide.
+    [[nodiscard]] bool PorownajWskazania(const TObiektBazowy* co, const TObiektBazowy* zCzym, std::int32_t& wynik);
 
     const TObiektBazowy* ObiektCo;
     const TObiektBazowy* ObiektZCzym;
@@ -45,6 +57,27 @@ class ZTOK_API TPorownywaczDanych {
     TLicznikZagniezdzenia Zagniezdzenie{true};
 
   private:
+    // Two objects in the middle of being compared.
+    struct TRamka {
+        const TObiektBazowy* co;
+        const TObiektBazowy* zCzym;
+        std::int32_t ostatni; // the field or element compared last
+        int poziom;           // of owned nesting
+    };
+
+    // One step of a walk: true when it goes on with the parts of `dalej`, else `wynik` tells about the rest of `ramka`.
+    bool Krok(TRamka& ramka, TRamka& dalej, std::int32_t& wynik);
+    bool PorownajWgKodu(unsigned kod, const TPole& co, const TPole& zCzym, std::int32_t& wynik) const;
+    bool KrokPol(TRamka& ramka, TRamka& dalej, std::int32_t& wynik);
+    bool KrokWskaznikow(TRamka& ramka, TRamka& dalej, std::int32_t& wynik);
+    bool WejdzDoCzesci(const TRamka& ramka, const TObiektBazowy& co, const TObiektBazowy& zCzym, TRamka& dalej,
+                       std::int32_t& wynik);
+    bool WejdzDoCelu(const TObiektBazowy* co, const TObiektBazowy* zCzym, TRamka& dalej, std::int32_t& wynik);
+    template <class F> std::int32_t Zapytaj(int poziom, const F& porownaj);
+
+    std::vector<TRamka> ramki_; // those that wait for their parts
+    int poziomPrzebiegu_ = 0;   // of the innermost walk's root
+    TPozycjeWListach pozycje_;
     TIndeksWskaznikow FCo;
     TIndeksWskaznikow FZCzym;
     struct TPara {

@@ -11,6 +11,7 @@ namespace ztok {
 struct TLimityOdczytu {
     int zaglebienie = kZaglebienieDomyslne;         // nesting of objects and lists: stack overflow
     std::int64_t bajtyTekstu = 256LL * 1024 * 1024; // bytes of one text: one length that takes all memory
+    std::int64_t bajtyNazwy = 64LL * 1024;          // bytes of one name or number of the text form: they are read whole
     std::int64_t pamiec = sizeof(void*) == 4 ? 512LL * 1024 * 1024 // memory in all, counted roughly: many small objects
                                              : 4096LL * 1024 * 1024; // made of few bytes each
 };

@@ -36,6 +36,11 @@ template <class T, class F> T* ZnajdzWpis(std::vector<T>& wpisy, std::size_t& os
 
 } // namespace
 
+TLicznikZagniezdzenia& ZagniezdzenieWatku() noexcept {
+    static constinit thread_local TLicznikZagniezdzenia licznik;
+    return licznik;
+}
+
 void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica) {
     ZTErrorFmt(Komunikat(kmZaGlebokieZagniezdzenie), {obiekt.NazwaKlasy(), granica});
 }

@@ -29,7 +29,7 @@ std::int64_t PozycjaJesliZnana(TStrumien& strumien) { return strumien.Pozostalo(
 
 TOdczytywaczTekstu::TOdczytywaczTekstu(TStrumien& strumien, const TLimityOdczytu& limity)
     : TOdczytywaczDanych(false, limity), Strumien(strumien), poczatek_(PozycjaJesliZnana(strumien)), bezBom_(strumien),
-      Parser(bezBom_, limity.bajtyTekstu) {}
+      Parser(bezBom_, limity.bajtyTekstu, limity.bajtyNazwy) {}
 
 TOdczytywaczTekstu::~TOdczytywaczTekstu() = default;
 
@@ -101,13 +101,12 @@ void TOdczytywaczTekstu::WczytajNaglowek(const TObiektBazowy& korzen, std::u16st
         if (wzor.Token() == TZTParser::Symbol)
             Parser.CheckTokenSymbol(wzor.TrescTokenu());
         else if (Parser.Token() != wzor.Token() || Parser.TrescTokenu() != wzor.TrescTokenu())
-            Parser.ErrorFmt(kmSpodziewanySymbol, {PolskiWide(wzor.TrescTokenu())});
+            Parser.ErrorFmt(kmSpodziewanySymbol, {Skrocony(PolskiWide(wzor.TrescTokenu()))});
     }
 }
 
 void TOdczytywaczTekstu::DopiszTekst() {
-    if (Parser.Token() != TZTParser::TekstCudzyslow)
-        Parser.CheckToken(TZTParser::Tekst);
+    SprawdzCzyTekst();
     const std::string_view kawalek = Parser.TrescTokenu();
     const std::size_t potrzeba = tekst_.size() + kawalek.size();
     if (potrzeba > tekst_.capacity()) {
@@ -133,6 +132,8 @@ std::string_view TOdczytywaczTekstu::WczytajTekstAnsi() {
 std::u16string TOdczytywaczTekstu::NazwaKlasyTokenu() const {
     if (Parser.Token() != TZTParser::TekstCudzyslow && Parser.Token() != TZTParser::Tekst)
         Parser.CheckToken(TZTParser::Symbol);
+    if (static_cast<std::int64_t>(Parser.TrescTokenu().size()) > Limity().bajtyNazwy)
+        BladLimitu(u"rozmiar nazwy w bajtach", Limity().bajtyNazwy);
     return PolskiWide(Parser.TrescTokenu());
 }
 

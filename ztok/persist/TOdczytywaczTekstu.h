@@ -34,6 +34,17 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     // One text: the current token, which must be one (EZTParserError), and those that "+" joins to it. Valid until the
     // next text is read.
     std::string_view WczytajTekstAnsi();
+    // The same, handed to `odbior` where it lies: a long text that nothing is joined to is not copied on the way.
+    template <class F> void WczytajTekstDo(const F& odbior) {
+        SprawdzCzyTekst();
+        if (Parser.NastepnyZnak() == '+') {
+            odbior(WczytajTekstAnsi());
+            return;
+        }
+        SprawdzTekst(static_cast<std::uint32_t>(Parser.TrescTokenu().size()));
+        odbior(Parser.TrescTokenu());
+        Parser.NextToken();
+    }
     // The same decoded from the library's code page.
     [[nodiscard]] std::u16string WczytajTekst();
     // Bytes of UTF-8, or of Windows-1250 when they are no UTF-8.
@@ -149,6 +160,10 @@ class ZTOK_API TOdczytywaczTekstu : public TOdczytywaczDanych {
     }
     void WczytajNaglowek(const TObiektBazowy& korzen, std::u16string_view naglowek);
     void DopiszTekst();
+    void SprawdzCzyTekst() const {
+        if (Parser.Token() != TZTParser::TekstCudzyslow)
+            Parser.CheckToken(TZTParser::Tekst);
+    }
 
     std::string tekst_; // the text read last
 };

@@ -72,9 +72,10 @@ std::u16string Poszerz(std::string_view bajty) {
 
 // The bytes for a message, whatever they are.
 std::u16string DoKomunikatu(std::string_view bajty) {
-    constexpr std::size_t kNajwiecej = 256;
-    return PoprawneUtf8(bajty) && bajty.size() <= kNajwiecej ? Utf16ZUtf8(bajty)
-                                                             : ZWin1250(bajty.substr(0, kNajwiecej));
+    // Bytes that hold more than a message shows; what the cut left of a character is not shown.
+    const std::string_view widoczne = bajty.substr(0, 4 * (kTekstWKomunikacie + 1));
+    const std::string_view cale = widoczne.substr(0, PelneUtf8(widoczne));
+    return Skrocony(PoprawneUtf8(cale) ? Utf16ZUtf8(cale) : ZWin1250(widoczne));
 }
 
 bool SprobujInt64(std::string_view tekst, std::int64_t& liczba) {
@@ -103,7 +104,8 @@ int LiteraLogiczna(std::string_view tekst) noexcept {
 
 } // namespace
 
-TZTParser::TZTParser(TStrumien& Strumien, std::int64_t maksTokenu) : strumien_(Strumien), maksTokenu_(maksTokenu) {
+TZTParser::TZTParser(TStrumien& Strumien, std::int64_t maksTokenu, std::int64_t maksNazwy)
+    : strumien_(Strumien), maksTokenu_(maksTokenu), maksNazwy_(std::min(maksNazwy, maksTokenu)) {
     UstawRozmiar(static_cast<std::size_t>(std::max<std::int32_t>(ParseBufSize, 1)));
     poz_ = koniec_ = bufor_;
     *koniec_ = '\0';
@@ -134,8 +136,8 @@ bool TZTParser::ReadBuffer(bool koniecDozwolony) {
         const auto zachowane = static_cast<std::size_t>(koniec_ - od);
         const auto przedPoz = static_cast<std::size_t>(poz_ - od);
         const auto przedKoncemTekstu = static_cast<std::size_t>(tekstDo_ - tekstOd_);
-        if (std::cmp_greater(zachowane, maksTokenu_) && tekstOd_ != nullptr)
-            BladLimitu();
+        if (std::cmp_greater(zachowane, Granica()) && tekstOd_ != nullptr)
+            BladLimitu(Granica());
         baza_ += od - bufor_;
         if (od != bufor_) // not every memmove looks at that: a long text read byte by byte would be copied each time
             std::memmove(bufor_, od, zachowane);
@@ -256,7 +258,9 @@ std::uint8_t TZTParser::NextToken() {
     ZapamietajMiejsce();
     tekstOd_ = tekstDo_ = poz_;
     const char c = *poz_;
-    switch (kPoczatki[static_cast<unsigned char>(c)]) {
+    const EPoczatek poczatek = kPoczatki[static_cast<unsigned char>(c)];
+    nazwa_ = poczatek < pcApostrof;
+    switch (poczatek) {
     case pcKoniec:
         return token_ = Koniec;
     case pcNazwa:
@@ -303,8 +307,8 @@ std::uint8_t TZTParser::NextToken() {
     // A text has said where it ends.
     if (token_ != Tekst && token_ != TekstCudzyslow)
         tekstDo_ = poz_;
-    if (tekstDo_ - tekstOd_ > maksTokenu_) [[unlikely]]
-        BladLimitu();
+    if (tekstDo_ - tekstOd_ > Granica()) [[unlikely]]
+        BladLimitu(Granica());
     return token_;
 }
 
@@ -635,6 +639,7 @@ std::uint8_t TZTParser::ReadNextChar() {
 
 void TZTParser::PominDo(char znak, std::string* wynik) {
     ZapomnijTresc();
+    nazwa_ = false;
     for (;;) {
         const auto zostalo = static_cast<std::size_t>(koniec_ - poz_);
         auto* gdzie = static_cast<char*>(std::memchr(poz_, znak, zostalo));
@@ -644,7 +649,7 @@ void TZTParser::PominDo(char znak, std::string* wynik) {
             ostatniLf_ = baza_ + (poz_ - bufor_) + static_cast<std::int64_t>(lf);
         if (wynik != nullptr) {
             if (std::cmp_greater(wynik->size() + bajty.size(), maksTokenu_))
-                BladLimitu();
+                BladLimitu(maksTokenu_);
             wynik->append(bajty);
         }
         poz_ += bajty.size();
@@ -680,13 +685,15 @@ void TZTParser::Error(std::u16string_view Komunikat) const {
 void TZTParser::Error(EKomunikat Komunikat) const { Error(ztok::Komunikat(Komunikat)); }
 
 void TZTParser::ErrorFmt(std::u16string_view Format, std::initializer_list<TArgument> Argumenty) const {
-    Error(Formatuj(Format, Argumenty));
+    Error(FormatujSkrocone(Format, TArgumenty(Argumenty.begin(), Argumenty.size())));
 }
 
 void TZTParser::ErrorFmt(EKomunikat Format, std::initializer_list<TArgument> Argumenty) const {
     ErrorFmt(Komunikat(Format), Argumenty);
 }
 
-void TZTParser::BladLimitu() const { ErrorFmt(kmPrzekroczonoLimit, {u"rozmiar tekstu w bajtach", maksTokenu_}); }
+void TZTParser::BladLimitu(std::int64_t granica) const {
+    ErrorFmt(kmPrzekroczonoLimit, {nazwa_ ? u"rozmiar nazwy w bajtach" : u"rozmiar tekstu w bajtach", granica});
+}
 
 } // namespace ztok

@@ -52,7 +52,8 @@ class ZTOK_API TZTParser {
 
     // Reads the first token. The stream is not owned and must outlive the parser, which reads ahead of the tokens.
     // EZTParserError as for NextToken.
-    explicit TZTParser(TStrumien& Strumien, std::int64_t maksTokenu = MaksTokenuDomyslny);
+    explicit TZTParser(TStrumien& Strumien, std::int64_t maksTokenu = MaksTokenuDomyslny,
+                       std::int64_t maksNazwy = MaksTokenuDomyslny);
     TZTParser(const TZTParser&) = delete;
     TZTParser& operator=(const TZTParser&) = delete;
     ~TZTParser();
@@ -63,8 +64,8 @@ class ZTOK_API TZTParser {
     // the quotes.
     void SetTrybXML(bool trybXML) noexcept { trybXML_ = trybXML; }
     [[nodiscard]] bool TrybXML() const noexcept { return trybXML_; }
-    // The most bytes that a token's text, or a text of ReadTextUpTo, may have. Memory stays below four times that, or
-    // the first buffer.
+    // The most bytes that a token's text, or a text of ReadTextUpTo, may have (a name or a number: maksNazwy, if that
+    // is less). Memory stays below four times that, or the first buffer.
     void SetMaksTokenu(std::int64_t maksTokenu) noexcept { maksTokenu_ = maksTokenu; }
 
     // Goes to the next token; returns its kind. EZTParserError for a text that is broken by a line end, is not closed
@@ -74,6 +75,12 @@ class ZTOK_API TZTParser {
     // NextToken, told what name is expected. Whether that name is the token now, with "=" directly behind it; the token
     // may be another one.
     bool NextToken(std::string_view nazwa);
+
+    // The first byte of the next token, 0 at the end of data. The current one stays, its text may move.
+    [[nodiscard]] char NastepnyZnak() {
+        PominBlanki();
+        return *poz_;
+    }
 
     // Kind of the current token.
     [[nodiscard]] std::uint8_t Token() const noexcept { return token_; }
@@ -158,6 +165,7 @@ class ZTOK_API TZTParser {
 
   private:
     bool ReadBuffer(bool koniecDozwolony);
+    [[nodiscard]] std::int64_t Granica() const noexcept { return nazwa_ ? maksNazwy_ : maksTokenu_; }
     bool DoczytajTekst(bool koniecDozwolony);
     void UstawRozmiar(std::size_t rozmiar);
     void ZapomnijTresc() noexcept { tekstOd_ = tekstDo_ = nullptr; }
@@ -177,7 +185,7 @@ class ZTOK_API TZTParser {
     void SprawdzInny(std::uint8_t T) const;
     [[noreturn]] void BrakSymbolu(std::string_view S) const;
     [[nodiscard]] bool JestKoniecWartosci(const char* od, const char* p) const noexcept;
-    [[noreturn]] void BladLimitu() const;
+    [[noreturn]] void BladLimitu(std::int64_t granica) const;
 
     TStrumien& strumien_;
     char* bufor_ = nullptr;
@@ -193,7 +201,9 @@ class ZTOK_API TZTParser {
     std::int64_t liniaTokenu_ = 1;
     std::int64_t lfTokenu_ = 0;
     std::int64_t maksTokenu_;
+    std::int64_t maksNazwy_;
     std::uint8_t token_ = Koniec;
+    bool nazwa_ = false; // the token is no text
     bool trybXML_ = false;
     bool koniecDanych_ = false;
 };

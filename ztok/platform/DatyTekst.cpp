@@ -22,7 +22,7 @@ constinit std::atomic<TFunkcjaDzisiaj> FunkcjaDzisiaj{nullptr};
 }
 
 [[noreturn]] void ZlyTekst(std::u16string_view tekst, EKomunikat numer) {
-    throw EBladKonwersji(Formatuj(Komunikat(numer), {tekst}));
+    throw EBladKonwersji(Formatuj(Komunikat(numer), {Skrocony(tekst)}));
 }
 
 [[nodiscard]] constexpr bool Przestepny(int rok) noexcept { return rok % 4 == 0 && (rok % 100 != 0 || rok % 400 == 0); }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "ztok/platform/Interfejsy.h"
 #include "ztok/platform/Komunikaty.h"
@@ -381,6 +382,23 @@ class TFormatowanie {
 
 std::u16string Formatuj(std::u16string_view format, TArgumenty argumenty, const TUstawieniaFormatu* ustawienia) {
     return TFormatowanie(format, argumenty, ustawienia).Wykonaj();
+}
+
+std::u16string Skrocony(std::u16string_view tekst) {
+    if (tekst.size() <= kTekstWKomunikacie)
+        return std::u16string(tekst);
+    const bool wPol = (tekst[kTekstWKomunikacie - 1] & 0xFC00U) == 0xD800; // a pair of units is one character
+    std::u16string wynik(tekst.substr(0, kTekstWKomunikacie - (wPol ? 1 : 0)));
+    wynik += u'\u2026';
+    return wynik;
+}
+
+std::u16string FormatujSkrocone(std::u16string_view format, TArgumenty argumenty) {
+    std::vector<TArgument> skrocone(argumenty.begin(), argumenty.end());
+    for (TArgument& argument : skrocone)
+        if (argument.Tag() == TTag::UnicodeString && argument.Tekst().size() > kTekstWKomunikacie)
+            argument = TArgument(Skrocony(argument.Tekst()));
+    return Formatuj(format, skrocone);
 }
 
 std::u16string FormatujBezWyjatku(std::u16string_view format, TArgumenty argumenty) noexcept {

@@ -30,6 +30,12 @@ struct TUstawieniaFormatu;
 [[nodiscard]] ZTOK_API std::u16string Formatuj(std::u16string_view format, TArgumenty argumenty,
                                                const TUstawieniaFormatu* ustawienia = nullptr);
 
+// A text for a message: one longer than kTekstWKomunikacie is cut, between characters, and ends with an ellipsis.
+inline constexpr std::size_t kTekstWKomunikacie = 1000;
+[[nodiscard]] ZTOK_API std::u16string Skrocony(std::u16string_view tekst);
+// Formatuj with such texts: for messages about what came from outside.
+[[nodiscard]] ZTOK_API std::u16string FormatujSkrocone(std::u16string_view format, TArgumenty argumenty);
+
 // For the paths of an error, where nothing may fail: the unfilled format when it cannot be filled, no text when memory
 // is short.
 [[nodiscard]] ZTOK_API std::u16string FormatujBezWyjatku(std::u16string_view format, TArgumenty argumenty) noexcept;

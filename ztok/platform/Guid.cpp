@@ -11,7 +11,7 @@ bool TryGuidZTekstu(std::u16string_view tekst, TGUID& guid) noexcept { return Cz
 TGUID GuidZTekstu(std::u16string_view tekst) {
     TGUID guid;
     if (!CzytajGuid(tekst, guid)) {
-        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnyGUID), {tekst}));
+        throw EBladKonwersji(Formatuj(Komunikat(kmNiepoprawnyGUID), {Skrocony(tekst)}));
     }
     return guid;
 }

@@ -20,7 +20,7 @@ constexpr int CyfrOgolnych = 15; // what a double holds for certain
 constexpr int BezOgraniczenia = 10000;
 
 [[noreturn]] void ZlaLiczba(std::u16string_view tekst, EKomunikat numer) {
-    throw EBladKonwersji(Formatuj(Komunikat(numer), {tekst}));
+    throw EBladKonwersji(Formatuj(Komunikat(numer), {Skrocony(tekst)}));
 }
 
 template <class T> [[nodiscard]] std::u16string CalkowitaNaTekst(T liczba) {

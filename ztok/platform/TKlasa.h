@@ -49,6 +49,7 @@ enum ECechyKlasy : std::uint32_t {
     ckWlasneZycie = 1U << 24U,         // making and ending: WykonajDestrukcje, Tworz- and UsunSekcjeKrytyczna
     ckWlasneZerowanie = 1U << 25U,     // ZerujDane of an object with fields
     ckWlasneWyrownanie = 1U << 26U,    // WyrownajDoListy of a list of one item class
+    ckWlasnePorownanie = 1U << 27U,    // Porownaj or WykonajPorownanie of an object, a list or a pointer field
 };
 
 // Codes of the field classes whose value the typed accessors reach without a virtual call. A class derived from one of

@@ -11,10 +11,15 @@
 
 namespace ztok {
 
+class TKolekcjaObiektow;
 class TListaBazowa;
 class TListaObiektow;
+class TListaWskObiektow;
 class TObiekt;
 class TPierwszyBlad;
+class TPole;
+class TPoleWskObiektu;
+class TPorownywaczDanych;
 
 // Who frees an object: the list or field that holds it, or anybody else.
 enum class EZwalniajacy : std::uint8_t { Wlasciciel, Inny };
@@ -29,6 +34,13 @@ template <class T> constexpr void WymagajMakra() noexcept {
     static_assert(std::is_same_v<decltype(&T::Klasa), const TKlasa* (T::*)() const noexcept>,
                   "the class has no ZTOK_OBIEKT or ZTOK_LISTA of its own in its body");
 }
+
+// Whether a comparison is one of those that the comparer walks itself.
+template <class> inline constexpr bool kPorownanieZnane = false;
+template <class C>
+inline constexpr bool kPorownanieZnane<std::int32_t (C::*)(const TPole&, TPorownywaczDanych&) const> =
+    std::is_same_v<C, TObiekt> || std::is_same_v<C, TListaObiektow> || std::is_same_v<C, TKolekcjaObiektow> ||
+    std::is_same_v<C, TListaWskObiektow>;
 
 } // namespace szczegoly
 
@@ -149,6 +161,20 @@ template <class T> constexpr std::uint32_t TObiektOgolny::CechyWlasne() noexcept
                                                   void (TListaObiektow::*)(const TListaBazowa&, bool)>;
                       })
             cechy |= ckWlasneWyrownanie;
+    }
+    if constexpr ((T::CechyKlasy & ckObiektBazowy) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::Porownaj), std::int32_t (TObiektBazowy::*)(
+                                                                              const TPole&, TPorownywaczDanych*) const>;
+                          requires szczegoly::kPorownanieZnane<decltype(&T::WykonajPorownanie)>;
+                      })
+            cechy |= ckWlasnePorownanie;
+    } else if constexpr ((T::CechyKlasy & ckPoleWsk) != 0) {
+        if constexpr (!requires {
+                          requires std::is_same_v<decltype(&T::Porownaj), std::int32_t (TPoleWskObiektu::*)(
+                                                                              const TPole&, TPorownywaczDanych*) const>;
+                      })
+            cechy |= ckWlasnePorownanie;
     }
     return cechy;
 }

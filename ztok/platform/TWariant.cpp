@@ -1,5 +1,6 @@
 #include "ztok/platform/TWariant.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -241,6 +242,28 @@ template <class TOd> void TWariant::Zbuduj(TOd&& inny) {
     typ_ = inny.typ_;
 }
 
+// Ends the elements of an array without recursion and without memory. While an inner array is emptied, what waits
+// stands first in it, and so comes last.
+void TWariant::Oproznij(std::vector<TWariant>& elementy) noexcept {
+    std::vector<TWariant> czekaja = std::move(elementy);
+    while (!czekaja.empty()) {
+        TWariant kolejny = std::move(czekaja.back());
+        czekaja.pop_back();
+        while (kolejny.typ_ == ArrayOfVariant && !kolejny.tablica_.empty()) {
+            std::vector<TWariant> czesci = std::move(kolejny.tablica_);
+            kolejny = std::move(czesci.back());
+            if (czekaja.empty()) {
+                czesci.pop_back();
+            } else {
+                if (czesci.size() > 1)
+                    czesci.back() = std::move(czesci.front());
+                czesci.front() = Tablica(std::move(czekaja));
+            }
+            czekaja = std::move(czesci);
+        }
+    }
+}
+
 // Leaves an empty variant.
 void TWariant::Zburz() noexcept {
     switch (typ_) {
@@ -252,6 +275,8 @@ void TWariant::Zburz() noexcept {
         std::destroy_at(&bajty_);
         break;
     case ArrayOfVariant:
+        if (std::any_of(tablica_.begin(), tablica_.end(), [](const TWariant& w) { return w.JestTablica(); }))
+            Oproznij(tablica_);
         std::destroy_at(&tablica_);
         break;
     default:
@@ -261,7 +286,35 @@ void TWariant::Zburz() noexcept {
     std::construct_at(&liczba_, 0);
 }
 
-TWariant::TWariant(const TWariant& inny) : TWariant() { Zbuduj(inny); }
+namespace {
+
+// Arrays within arrays, which are copied by recursion: as deep as trees are read.
+constexpr int kZaglebienieTablic = 256;
+thread_local int zaglebienieTablic = 0;
+
+class TPoziomTablicy {
+  public:
+    explicit TPoziomTablicy(const TWariant& tablica) {
+        if (zaglebienieTablic >= kZaglebienieTablic)
+            throw EBladWariantu(
+                Formatuj(Komunikat(kmZaGlebokieZagniezdzenie), {tablica.NazwaTypu(), kZaglebienieTablic}));
+        ++zaglebienieTablic;
+    }
+    TPoziomTablicy(const TPoziomTablicy&) = delete;
+    TPoziomTablicy& operator=(const TPoziomTablicy&) = delete;
+    ~TPoziomTablicy() { --zaglebienieTablic; }
+};
+
+} // namespace
+
+TWariant::TWariant(const TWariant& inny) : TWariant() {
+    if (inny.typ_ != ArrayOfVariant) {
+        Zbuduj(inny);
+        return;
+    }
+    const TPoziomTablicy poziom(inny);
+    Zbuduj(inny);
+}
 
 TWariant::TWariant(TWariant&& inny) noexcept : TWariant() {
     Zbuduj(std::move(inny));
@@ -307,23 +360,38 @@ TWariant TWariant::Tablica(std::vector<TWariant> elementy) noexcept {
 }
 
 bool operator==(const TWariant& a, const TWariant& b) noexcept {
-    if (a.typ_ != b.typ_)
-        return false;
-    switch (a.typ_) {
-    case Single:
-    case Double:
-    case Date:
-        return a.rzeczywista_ == b.rzeczywista_;
-    case UnicodeString:
-    case WideString:
-        return a.tekst_ == b.tekst_;
-    case AnsiString:
-        return a.bajty_ == b.bajty_;
-    case ArrayOfVariant:
-        return a.tablica_ == b.tablica_;
-    default:
-        return a.liczba_ == b.liczba_;
+    // Arrays whose elements are yet to be compared: they may nest to any depth.
+    std::vector<std::pair<const TWariant*, const TWariant*>> tablice;
+    const auto rowne = [&tablice](const TWariant& x, const TWariant& y) {
+        if (x.typ_ != y.typ_)
+            return false;
+        switch (x.typ_) {
+        case Single:
+        case Double:
+        case Date:
+            return x.rzeczywista_ == y.rzeczywista_;
+        case UnicodeString:
+        case WideString:
+            return x.tekst_ == y.tekst_;
+        case AnsiString:
+            return x.bajty_ == y.bajty_;
+        case ArrayOfVariant:
+            if (x.tablica_.size() != y.tablica_.size())
+                return false;
+            tablice.emplace_back(&x, &y);
+            return true;
+        default:
+            return x.liczba_ == y.liczba_;
+        }
+    };
+    bool wynik = rowne(a, b);
+    while (wynik && !tablice.empty()) {
+        const auto [x, y] = tablice.back();
+        tablice.pop_back();
+        for (std::size_t i = 0; wynik && i < x->tablica_.size(); ++i)
+            wynik = rowne(x->tablica_[i], y->tablica_[i]);
     }
+    return wynik;
 }
 
 bool TWariant::JestTekstem() const noexcept {

@@ -136,6 +136,7 @@ class ZTOK_API TWariant {
     static std::int64_t Bit(bool wartosc) noexcept { return wartosc ? 1 : 0; }
     template <class TOd> void Zbuduj(TOd&& inny);
     void Zburz() noexcept;
+    static void Oproznij(std::vector<TWariant>& elementy) noexcept;
     [[nodiscard]] std::u16string Tekst() const; // text types only
     [[nodiscard]] std::int64_t JakoCalkowita(std::int64_t min, std::uint64_t max, TTypWariantu cel) const;
     [[noreturn]] void BladTypu(TTypWariantu cel) const;

@@ -14,7 +14,7 @@ void ZTError(std::u16string_view komunikat) { throw ZTException(komunikat); }
 
 void ZTError(EKomunikat komunikat) { throw ZTException(Komunikat(komunikat)); }
 
-void ZTErrorFmt(std::u16string_view format, TArgumenty argumenty) { ZTError(Formatuj(format, argumenty)); }
+void ZTErrorFmt(std::u16string_view format, TArgumenty argumenty) { ZTError(FormatujSkrocone(format, argumenty)); }
 
 void ZTErrorFmt(EKomunikat format, TArgumenty argumenty) { ZTErrorFmt(Komunikat(format), argumenty); }
 

@@ -36,6 +36,7 @@ class ZTOK_API TLicznikZagniezdzenia {
 
   private:
     friend class TNoweDno;
+    friend class TPorownywaczDanych;
     friend class TPoziom;
 
     void Wlacz() noexcept;
@@ -49,6 +50,9 @@ class ZTOK_API TLicznikZagniezdzenia {
     const TPoziom* ostatni_ = nullptr;
     TLicznikZagniezdzenia* poprzedni_ = nullptr; // of this thread
 };
+
+// For walks that have no context to count in: the levels of all such walks of the calling thread.
+[[nodiscard]] ZTOK_API TLicznikZagniezdzenia& ZagniezdzenieWatku() noexcept;
 
 [[noreturn]] ZTOK_API void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica);
 
