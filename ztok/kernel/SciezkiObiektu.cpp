@@ -317,10 +317,12 @@ bool TObiektBazowy::PoleNrMaCeche(int nrPola, const TArgument& cecha, TRozmiarLi
 
 bool TObiektBazowy::MaCechy(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter) const {
     SprawdzDlugosci(u"MC", pola, wartosci);
-    SprawdzSelektory(u"MC", *this, pola);
+    const bool ocenione = TOcenione::Trwa();
+    if (!ocenione)
+        SprawdzSelektory(u"MC", *this, pola);
     for (std::size_t i = 0; i < pola.size(); ++i) {
         if (pola[i].Tag() == TTag::Integer) {
-            if (TOcenione::Trwa() && !ZnaSelektor(*this, pola[i]))
+            if (ocenione && !ZnaSelektor(*this, pola[i]))
                 return false; // what is not there has no features
             if (!PoleNrMaCeche(static_cast<std::int16_t>(pola[i].Calkowita()), wartosci[i], rozmLiter))
                 return false;

@@ -249,6 +249,8 @@ void SprawdzSelektoryElementow(std::u16string_view operacja, const TListaBazowa*
 }
 
 bool ZnaSelektor(const TObiektBazowy& obiekt, const TArgument& selektor) {
+    if (selektor.Tag() == TTag::Integer)
+        return OcenNumer(obiekt, static_cast<std::int16_t>(selektor.Calkowita())) != EOcena::Zla;
     return TSelektor({}, selektor).Ocen(obiekt) != EOcena::Zla;
 }
 

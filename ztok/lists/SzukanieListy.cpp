@@ -30,8 +30,9 @@ bool TListaBazowa::JestObiekt(TArgumenty pola, TArgumenty wartosci, std::int32_t
                               TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd) const {
     SprawdzDlugosci(u"JO", pola, wartosci);
     SprawdzSelektoryElementow(u"JO", this, pola);
+    const TOcenione ocenione;
     return Szukaj(gdzie, jakSzukac, zacznijOd,
-                  [&](const TObiektBazowy& o) { return MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
+                  [&](const TObiektBazowy& o) { return o.MaCechy(pola, wartosci, rozmLiter); });
 }
 
 bool TListaBazowa::JestObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
@@ -44,8 +45,9 @@ bool TListaBazowa::JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, std::int
                                   TRodzajWyszukiwania jakSzukac, std::int32_t zacznijOd) const {
     SprawdzDlugosci(u"JIO", pola, wartosci);
     SprawdzSelektoryElementow(u"JIO", this, pola);
+    const TOcenione ocenione;
     return Szukaj(gdzie, jakSzukac, zacznijOd,
-                  [&](const TObiektBazowy& o) { return !MaOcenioneCechy(o, pola, wartosci, rozmLiter); });
+                  [&](const TObiektBazowy& o) { return !o.MaCechy(pola, wartosci, rozmLiter); });
 }
 
 bool TListaBazowa::JestInnyObiekt(TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
@@ -58,9 +60,9 @@ bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pol
                                      TRozmiarLiter rozmLiter, TRodzajWyszukiwania jakSzukac,
                                      std::int32_t zacznijOd) const {
     SprawdzSelektoryElementow(u"JOTJ", this, pola, &obiekt);
-    return Szukaj(gdzie, jakSzukac, zacznijOd, [&](const TObiektBazowy& o) {
-        return PorownajWgOcenionych(o, obiekt, pola, rozmLiter, LocaleWin1250) == 0;
-    });
+    const TOcenione ocenione;
+    return Szukaj(gdzie, jakSzukac, zacznijOd,
+                  [&](const TObiektBazowy& o) { return o.PorownajWgPol(obiekt, pola, rozmLiter, LocaleWin1250) == 0; });
 }
 
 bool TListaBazowa::JestObiektTakiJak(const TObiektBazowy& obiekt, TArgumenty pola, TRozmiarLiter rozmLiter,
