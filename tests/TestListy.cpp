@@ -253,7 +253,7 @@ TEST_F(Listy, BladPorownaniaNieZostawiaDziur) {
     kolekcja.Dodaj(Utworz<TListaAdresow>());
     kolekcja.Dodaj(Utworz<TWszystko>());
     kolekcja.Dodaj(Utworz<TWszystko>());
-    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { kolekcja.UsunDuplikaty(TArg{0}, kWazny); }));
+    EXPECT_TRUE(Zglasza<EBladRzutowania>([&] { kolekcja.UsunDuplikaty({0}, kWazny); }));
     EXPECT_EQ(kolekcja.IleObiektow(), 3);
     EXPECT_STREQ(drzewa::Blad({&kolekcja}), nullptr);
 }
