@@ -279,6 +279,7 @@ TEST_F(Ksztalty, DziuryZamykajaSieNaCzas) {
         std::vector<TWlasny<TWezel>> wezly;
         TListaRefObiektow a;
         TListaRefPochodna b;
+        TWezel obcy;
         const auto dodaj = [&](TObiektBazowy* o, std::int32_t gdzie) {
             a.DodajObiekt(o, gdzie);
             b.DodajObiekt(o, gdzie);
@@ -296,6 +297,9 @@ TEST_F(Ksztalty, DziuryZamykajaSieNaCzas) {
                 std::swap(wezly[los() % wezly.size()], wezly.back());
                 wezly.pop_back();
             }
+            for (int i = 0; i < 12; ++i) // one that the lists do not hold
+                for (TListaRefObiektow* lista : {&a, static_cast<TListaRefObiektow*>(&b)})
+                    lista->ZerujRefDo(&obcy);
             switch (los() % 5) {
             case 0:
                 dodaj(wezly.empty() ? nullptr : wezly[0].get(), 3);

@@ -254,6 +254,7 @@ TListaRefObiektow::~TListaRefObiektow() {
 }
 
 bool TListaRefObiektow::ZostawDziury(const TObiektBazowy* cel) noexcept {
+    bool moze = true;
     try {
         if (slady_ == nullptr)
             slady_ = new TDziury;
@@ -288,15 +289,19 @@ bool TListaRefObiektow::ZostawDziury(const TObiektBazowy* cel) noexcept {
         }
         for (std::size_t i = poprzednich; i < d.miejsca.size(); ++i)
             FObiekty[d.miejsca[i]] = nullptr;
-        if (!d.miejsca.empty())
-            dziury_.store(saDziury, std::memory_order_release);
-        return true;
     } catch (const std::bad_alloc&) {
+        moze = false;
         if (slady_ != nullptr) // of this element nothing was taken out yet
             while (!slady_->miejsca.empty() && FObiekty[slady_->miejsca.back()] != nullptr)
                 slady_->miejsca.pop_back();
-        return false;
     }
+    if (slady_ != nullptr && !slady_->miejsca.empty()) {
+        dziury_.store(saDziury, std::memory_order_release);
+    } else { // only what has holes tells when the places change
+        delete slady_;
+        slady_ = nullptr;
+    }
+    return moze;
 }
 
 std::int32_t TListaRefObiektow::UsunDziury() noexcept {

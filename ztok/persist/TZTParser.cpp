@@ -72,10 +72,11 @@ std::u16string Poszerz(std::string_view bajty) {
 
 // The bytes for a message, whatever they are.
 std::u16string DoKomunikatu(std::string_view bajty) {
-    // Bytes that hold more than a message shows; what the cut left of a character is not shown.
-    const std::string_view widoczne = bajty.substr(0, 4 * (kTekstWKomunikacie + 1));
-    const std::string_view cale = widoczne.substr(0, PelneUtf8(widoczne));
-    return Skrocony(PoprawneUtf8(cale) ? Utf16ZUtf8(cale) : ZWin1250(widoczne));
+    // Enough bytes for what a message shows; what the cut left of a character goes too.
+    constexpr std::size_t kNajwiecej = 4 * (kTekstWKomunikacie + 1);
+    if (bajty.size() > kNajwiecej)
+        bajty = bajty.substr(0, PelneUtf8(bajty.substr(0, kNajwiecej)));
+    return Skrocony(PoprawneUtf8(bajty) ? Utf16ZUtf8(bajty) : ZWin1250(bajty));
 }
 
 bool SprobujInt64(std::string_view tekst, std::int64_t& liczba) {
@@ -105,7 +106,7 @@ int LiteraLogiczna(std::string_view tekst) noexcept {
 } // namespace
 
 TZTParser::TZTParser(TStrumien& Strumien, std::int64_t maksTokenu, std::int64_t maksNazwy)
-    : strumien_(Strumien), maksTokenu_(maksTokenu), maksNazwy_(std::min(maksNazwy, maksTokenu)) {
+    : strumien_(Strumien), maksTokenu_(maksTokenu), maksNazwy_(maksNazwy) {
     UstawRozmiar(static_cast<std::size_t>(std::max<std::int32_t>(ParseBufSize, 1)));
     poz_ = koniec_ = bufor_;
     *koniec_ = '\0';
@@ -693,7 +694,8 @@ void TZTParser::ErrorFmt(EKomunikat Format, std::initializer_list<TArgument> Arg
 }
 
 void TZTParser::BladLimitu(std::int64_t granica) const {
-    ErrorFmt(kmPrzekroczonoLimit, {nazwa_ ? u"rozmiar nazwy w bajtach" : u"rozmiar tekstu w bajtach", granica});
+    ErrorFmt(kmPrzekroczonoLimit,
+             {granica < maksTokenu_ ? u"rozmiar nazwy w bajtach" : u"rozmiar tekstu w bajtach", granica});
 }
 
 } // namespace ztok

@@ -165,7 +165,9 @@ class ZTOK_API TZTParser {
 
   private:
     bool ReadBuffer(bool koniecDozwolony);
-    [[nodiscard]] std::int64_t Granica() const noexcept { return nazwa_ ? maksNazwy_ : maksTokenu_; }
+    [[nodiscard]] std::int64_t Granica() const noexcept {
+        return nazwa_ && maksNazwy_ < maksTokenu_ ? maksNazwy_ : maksTokenu_;
+    }
     bool DoczytajTekst(bool koniecDozwolony);
     void UstawRozmiar(std::size_t rozmiar);
     void ZapomnijTresc() noexcept { tekstOd_ = tekstDo_ = nullptr; }
