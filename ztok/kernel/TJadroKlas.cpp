@@ -438,7 +438,9 @@ void TJadroKlas::UstawElemListy(TListaBazowa& lista, std::int32_t indeks, TObiek
 void TJadroKlas::NilujElemListy(TListaZObiektami& lista, std::int32_t indeks) {
     TObiektBazowy* obiekt = lista.FObiekty[indeks];
     lista.FObiekty[indeks] = nullptr;
-    Zwolnij(obiekt);
+    TPierwszyBlad blad;
+    ZwolnijTrzymany(obiekt, blad);
+    blad.Rzuc();
 }
 
 void TJadroKlas::UstawPole(TObiekt& obiekt, int nrPola, TPole* pole, bool zwolnijPoprzednie) {

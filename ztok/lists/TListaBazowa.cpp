@@ -182,12 +182,12 @@ void TListaBazowa::SprawdzElement(const TObiektBazowy& /*element*/) {}
 
 // --- removing
 
-std::int32_t TListaBazowa::MiejscePoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) const noexcept {
+std::int32_t TListaBazowa::MiejsceElementu(std::int32_t gdzie, const TObiektBazowy* obiekt) const noexcept {
     return Obiekty(gdzie) == obiekt ? gdzie : ZnajdzObiekt(obiekt);
 }
 
 bool TListaBazowa::NilujPoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) noexcept {
-    gdzie = MiejscePoZwolnieniu(gdzie, obiekt);
+    gdzie = MiejsceElementu(gdzie, obiekt);
     if (gdzie >= 0)
         FObiekty[gdzie] = nullptr;
     return gdzie >= 0;
@@ -200,7 +200,7 @@ TObiektBazowy* TListaBazowa::UsunObiekt(std::int32_t nrObiektu, bool zwolnij, bo
     TObiektBazowy* obiekt = FObiekty[nrObiektu];
     if (zwolnij) {
         Zwolnij(obiekt);
-        nrObiektu = MiejscePoZwolnieniu(nrObiektu, obiekt);
+        nrObiektu = MiejsceElementu(nrObiektu, obiekt);
         if (nrObiektu < 0)
             return nullptr;
         obiekt = nullptr;

@@ -76,7 +76,7 @@ TObiektBazowy* TListaZObiektami::UsunObiekt(std::int32_t nrObiektu, bool zwolnij
     TPierwszyBlad blad;
     if (zwolnij) {
         if (ZwolnijTrzymany(obiekt, blad))
-            TListaBazowa::UsunObiekt(MiejscePoZwolnieniu(nrObiektu, obiekt), false, zachowajPojemnosc);
+            TListaBazowa::UsunObiekt(MiejsceElementu(nrObiektu, obiekt), false, zachowajPojemnosc);
         obiekt = nullptr;
     } else {
         TListaBazowa::UsunObiekt(nrObiektu, false, zachowajPojemnosc);
@@ -95,7 +95,7 @@ void TListaZObiektami::ZwolnijObiekty(std::int32_t od) {
         TObiektBazowy* element = FObiekty[ostatni];
         if (element != nullptr && !ZwolnijTrzymany(element, blad))
             break; // it is dying, and its end has come here
-        if (const std::int32_t gdzie = MiejscePoZwolnieniu(ostatni, element); gdzie == FIleObiektow - 1)
+        if (const std::int32_t gdzie = MiejsceElementu(ostatni, element); gdzie == FIleObiektow - 1)
             --FIleObiektow;
         else
             TListaBazowa::UsunObiekt(gdzie, false, true);
@@ -162,25 +162,31 @@ bool TListaZObiektami::UsunTeObiekty(const TListaWskObiektow& obiekty, bool zach
     std::sort(miejsca.begin(), miejsca.end(), [](const auto& a, const auto& b) {
         return a.first != b.first ? std::less<>()(a.first, b.first) : a.second < b.second;
     });
-    std::vector<TObiektBazowy*> ginace;
+    std::vector<std::pair<TObiektBazowy*, std::int32_t>> ginace;
     ginace.reserve(static_cast<std::size_t>(obiekty.IleObiektow()));
+    std::vector<bool> wziete(miejsca.size());
     for (TObiektBazowy* szukany : obiekty.ListaOdKonca()) {
         const auto gdzie = std::lower_bound(miejsca.begin(), miejsca.end(), szukany, [](const auto& m, const auto* o) {
             return std::less<>()(static_cast<const TObiektBazowy*>(m.first), o);
         });
         if (szukany == nullptr || gdzie == miejsca.end() || gdzie->first != szukany ||
-            FObiekty[gdzie->second] == nullptr)
+            wziete[static_cast<std::size_t>(gdzie->second)])
             continue;
-        FObiekty[gdzie->second] = nullptr;
-        ginace.push_back(szukany);
+        wziete[static_cast<std::size_t>(gdzie->second)] = true;
+        ginace.push_back(*gdzie);
     }
     TPierwszyBlad blad;
-    for (TObiektBazowy* obiekt : ginace)
-        blad.Wykonaj([obiekt] { Zwolnij(obiekt); });
-    if (!ginace.empty())
+    bool usunieto = false;
+    for (const auto& [obiekt, nr] : ginace) {
+        // One that died before may have told somebody who edits the list.
+        const std::int32_t gdzie = MiejsceElementu(nr, obiekt);
+        if (gdzie >= 0 && ZwolnijTrzymany(obiekt, blad))
+            usunieto = NilujPoZwolnieniu(gdzie, obiekt) || usunieto;
+    }
+    if (usunieto)
         UsunObiektyNil(zachowajPojemnosc);
     blad.Rzuc();
-    return !ginace.empty();
+    return usunieto;
 }
 
 bool TListaZObiektami::UsunDuplikaty(TArgumenty pola, TRozmiarLiter rozmLiter) {
