@@ -11,6 +11,9 @@ using strumienie::Wczytaj;
 using strumienie::Zapisz;
 using systemTestowy::TZaladowany;
 
+ZTOK_WYJATEK(EBladProgramu, ZTException);
+ZTOK_WYJATEK_DEF(EBladProgramu);
+
 namespace {
 
 const std::string sciezka = ZTOK_SCIEZKA_MODULU;
@@ -38,6 +41,7 @@ template <class... E> void SprawdzKlasy(void (*rzuc)(int)) {
 }
 
 void RzucZProgramu() { throw EBladAsercji(u"z programu"); }
+void RzucWlasny() { throw EBladProgramu(u"z programu"); }
 
 void SprawdzWyjatki(const TZaladowany& modul) {
     const auto rzuc = modul.Funkcja<void (*)(int)>("ModulRzuc");
@@ -45,6 +49,7 @@ void SprawdzWyjatki(const TZaladowany& modul) {
                  EBladSystemu, EBladAsercji, EBladFormatu, ZTException, TZTFileError>(rzuc);
     EXPECT_THROW(rzuc(1), EWyjatek);
     EXPECT_THROW(modul.Funkcja<void (*)(void (*)())>("ModulWywolaj")(&RzucZProgramu), EBladAsercji);
+    EXPECT_THROW(modul.Funkcja<void (*)(void (*)())>("ModulWywolaj")(&RzucWlasny), EBladProgramu);
     TWspolna wspolna;
     wspolna.SetNazwa(u"x");
     EXPECT_THROW(modul.Funkcja<int (*)(TObiekt*)>("ModulZlyTyp")(&wspolna), EBladRzutowania);
@@ -137,6 +142,36 @@ TEST(Modul, StoRazyZaladowanyIZnikniety) {
             ASSERT_EQ(IleZnanychKlas(), znanych) << razy;
         }
     }
+}
+
+// Objects of a module's classes that outlive its code: the host is told how many, and nobody else.
+TEST(Modul, ZyjaceObiektyGdyOdchodzi) {
+    std::vector<std::pair<void*, std::size_t>> zostaja;
+    for (const bool slucha : {true, false}) {
+        const TFunPowiadomienia poprzednia = slucha ? nullptr : UstawPowiadomienie(nullptr);
+        std::optional<testy::TPowiadomienia> powiadomienia;
+        if (slucha)
+            powiadomienia.emplace();
+        {
+            const TZaladowany modul(sciezka);
+            ASSERT_TRUE(modul.Jest());
+            modul.Funkcja<void (*)()>("ModulRejestruj")();
+            const TKlasa* klasa = nullptr;
+            ASSERT_TRUE(JadroKlas()->JestKlasaONazwie(u"TZModulu", klasa));
+            for (int i = 0; i < 3; ++i)
+                zostaja.emplace_back(klasa->utworz(nullptr), klasa->rozmiar);
+            Zwolnij(static_cast<TObiektOgolny*>(zostaja.back().first));
+            zostaja.pop_back();
+        }
+        if (slucha)
+            EXPECT_EQ(testy::TPowiadomienia::Tresci(),
+                      (std::vector<std::u16string>{
+                          u"UWAGA!\rModuł kończy się, a żyją jego obiekty:\rTZModulu: 2\r\n"}));
+        else
+            UstawPowiadomienie(poprzednia);
+    }
+    for (const auto& [obiekt, rozmiar] : zostaja) // nobody can end them any more
+        PulaZwolnij(obiekt, rozmiar);
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 
 namespace ztok {
 
-ZTOK_WYJATEK(TZTFileError, ZTException); // a file that cannot be saved or loaded
+ZTOK_WYJATEK_BIBLIOTEKI(TZTFileError, ZTException); // a file that cannot be saved or loaded
 
 // Malformed text. The message ends with the line and the column, which stand beside it as well.
 class ZTOK_API EZTParserError : public ZTException {

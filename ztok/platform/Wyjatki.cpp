@@ -91,11 +91,6 @@ void EWyjatek::ZmienKomunikat(std::u16string_view komunikat) {
         std::exchange(tresc_, tresc)->Odlacz();
 }
 
-#define ZTOK_WYJATEK_DEF(Nazwa)                                                                                        \
-    Nazwa::Nazwa(const Nazwa&) noexcept = default;                                                                     \
-    Nazwa& Nazwa::operator=(const Nazwa&) noexcept = default;                                                          \
-    Nazwa::~Nazwa() = default
-
 ZTOK_WYJATEK_DEF(EBladKonwersji);
 ZTOK_WYJATEK_DEF(EBladWariantu);
 ZTOK_WYJATEK_DEF(EBladOdczytu);

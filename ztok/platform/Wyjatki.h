@@ -36,24 +36,34 @@ class ZTOK_API EWyjatek : public std::exception {
     bool kontekst_ = false;
 };
 
-// Declares an exception class with a key function, so that it is one class in all modules.
-#define ZTOK_WYJATEK(Nazwa, Baza)                                                                                      \
-    class ZTOK_API Nazwa : public Baza {                                                                               \
+// Declares an exception class with a key function, so that it is one class in all modules that see the declaration:
+//     ZTOK_WYJATEK(EBladFaktury, ztok::ZTException);
+// and, in one source of the program, ZTOK_WYJATEK_DEF(EBladFaktury);
+#define ZTOK_WYJATEK(Nazwa, Baza) ZTOK_KLASA_WYJATKU(ZTOK_WSPOLNE, Nazwa, Baza)
+#define ZTOK_KLASA_WYJATKU(widocznosc, Nazwa, Baza)                                                                    \
+    class widocznosc Nazwa : public Baza {                                                                             \
       public:                                                                                                          \
         using Baza::Baza;                                                                                              \
         Nazwa(const Nazwa&) noexcept;                                                                                  \
         Nazwa& operator=(const Nazwa&) noexcept;                                                                       \
         ~Nazwa() override;                                                                                             \
     }
+#define ZTOK_WYJATEK_DEF(Nazwa)                                                                                        \
+    Nazwa::Nazwa(const Nazwa&) noexcept = default;                                                                     \
+    Nazwa& Nazwa::operator=(const Nazwa&) noexcept = default;                                                          \
+    Nazwa::~Nazwa() = default
 
-ZTOK_WYJATEK(EBladKonwersji, EWyjatek);      // text or variant that does not convert
-ZTOK_WYJATEK(EBladWariantu, EBladKonwersji); // variant conversion: wrong type or out of range
-ZTOK_WYJATEK(EBladOdczytu, EWyjatek);        // stream: fewer bytes than asked
-ZTOK_WYJATEK(EBladZapisu, EWyjatek);         // stream: fewer bytes written than asked
-ZTOK_WYJATEK(EBladRzutowania, EWyjatek);     // an object is not of the class that it must be
-ZTOK_WYJATEK(EBladAbstrakcyjny, EWyjatek);   // call of an operation that the class does not supply
-ZTOK_WYJATEK(EBladSystemu, EWyjatek);        // the operating system refused
-ZTOK_WYJATEK(EBladAsercji, EWyjatek);        // a condition of the library's own does not hold
-ZTOK_WYJATEK(EBladFormatu, EBladKonwersji);  // format string and its arguments do not fit
+// Those of the library, which exports them.
+#define ZTOK_WYJATEK_BIBLIOTEKI(Nazwa, Baza) ZTOK_KLASA_WYJATKU(ZTOK_API, Nazwa, Baza)
+
+ZTOK_WYJATEK_BIBLIOTEKI(EBladKonwersji, EWyjatek);      // text or variant that does not convert
+ZTOK_WYJATEK_BIBLIOTEKI(EBladWariantu, EBladKonwersji); // variant conversion: wrong type or out of range
+ZTOK_WYJATEK_BIBLIOTEKI(EBladOdczytu, EWyjatek);        // stream: fewer bytes than asked
+ZTOK_WYJATEK_BIBLIOTEKI(EBladZapisu, EWyjatek);         // stream: fewer bytes written than asked
+ZTOK_WYJATEK_BIBLIOTEKI(EBladRzutowania, EWyjatek);     // an object is not of the class that it must be
+ZTOK_WYJATEK_BIBLIOTEKI(EBladAbstrakcyjny, EWyjatek);   // call of an operation that the class does not supply
+ZTOK_WYJATEK_BIBLIOTEKI(EBladSystemu, EWyjatek);        // the operating system refused
+ZTOK_WYJATEK_BIBLIOTEKI(EBladAsercji, EWyjatek);        // a condition of the library's own does not hold
+ZTOK_WYJATEK_BIBLIOTEKI(EBladFormatu, EBladKonwersji);  // format string and its arguments do not fit
 
 } // namespace ztok

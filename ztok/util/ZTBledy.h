@@ -12,7 +12,7 @@ namespace ztok {
 class TObiektOgolny;
 struct TGUID;
 
-ZTOK_WYJATEK(ZTException, EWyjatek); // a check of the library's own failed
+ZTOK_WYJATEK_BIBLIOTEKI(ZTException, EWyjatek); // a check of the library's own failed
 
 // Raises ZTException with the message.
 [[noreturn]] ZTOK_API void ZTError(std::u16string_view komunikat);

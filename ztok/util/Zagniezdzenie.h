@@ -64,15 +64,17 @@ class TPoziom {
         : licznik_(licznik), obiekt_(&obiekt), drugi_(drugi), poprzedni_(licznik.ostatni_) {
         if (licznik_.poziom_ - licznik_.dno_ >= licznik_.granica)
             BladZagniezdzenia(obiekt, licznik_.granica);
-        if (licznik_.poziom_++ == 0 && licznik_.pilnowany_)
+        ++licznik_.poziom_;
+        if (licznik_.pilnowany_ && poprzedni_ == nullptr)
             licznik_.Wlacz();
         licznik_.ostatni_ = this;
     }
     TPoziom(const TPoziom&) = delete;
     TPoziom& operator=(const TPoziom&) = delete;
     ~TPoziom() {
+        --licznik_.poziom_;
         licznik_.ostatni_ = poprzedni_;
-        if (--licznik_.poziom_ == 0 && licznik_.pilnowany_)
+        if (licznik_.pilnowany_ && poprzedni_ == nullptr)
             licznik_.Wylacz();
     }
 
