@@ -321,11 +321,11 @@ TEST(Jadro, FunkcjeEdycji) {
 TEST(Jadro, WUzyciu) {
     TJadroKlas& jadro = *JadroKlas();
     TListaOpisowKlas lista;
-    for (const auto& bez : {+[](TJadroKlas& j) { j.RejestrujKlase(nullptr); },
-                            +[](TJadroKlas& j) { j.WyrejestrujKlase(nullptr); },
-                            +[](TJadroKlas& j) { j.OpisKlasy(nullptr); },
-                            +[](TJadroKlas& j) { static_cast<void>(j.TypPolaKlasy(nullptr, 0)); },
-                            +[](TJadroKlas& j) { j.RejestrujFunEdycji(nullptr, &Edycja<5>); }})
+    for (const auto& bez :
+         {+[](TJadroKlas& j) { j.RejestrujKlase(nullptr); }, +[](TJadroKlas& j) { j.WyrejestrujKlase(nullptr); },
+          +[](TJadroKlas& j) { j.OpisKlasy(nullptr); },
+          +[](TJadroKlas& j) { static_cast<void>(j.TypPolaKlasy(nullptr, 0)); },
+          +[](TJadroKlas& j) { j.RejestrujFunEdycji(nullptr, &Edycja<5>); }})
         EXPECT_THROW(bez(jadro), ZTException);
     EXPECT_THROW(lista.GetOpisKlasy(nullptr), ZTException);
 
@@ -336,9 +336,9 @@ TEST(Jadro, WUzyciu) {
     TWlasciwosc& wlasciwosc = *tabela.GetWlasciwosc(0);
     auto& opisy = static_cast<TListaOpisowKlas&>(*opis.Rodzic());
     const std::int32_t ile = opisy.IleObiektow();
-    for (TObiektBazowy* o : {static_cast<TObiektBazowy*>(&jadro), static_cast<TObiektBazowy*>(&opisy),
-                             static_cast<TObiektBazowy*>(&opis), static_cast<TObiektBazowy*>(&tabela),
-                             static_cast<TObiektBazowy*>(&wlasciwosc)}) {
+    for (TObiektBazowy* o :
+         {static_cast<TObiektBazowy*>(&jadro), static_cast<TObiektBazowy*>(&opisy), static_cast<TObiektBazowy*>(&opis),
+          static_cast<TObiektBazowy*>(&tabela), static_cast<TObiektBazowy*>(&wlasciwosc)}) {
         SCOPED_TRACE(Utf8ZUtf16(o->NazwaKlasy()));
         const auto pusty = o == &jadro ? TWlasny<TObiektBazowy>(Utworz<TJadroKlas>()) : o->TworzInstancje(nullptr);
         EXPECT_THROW(o->ZerujDane(), ZTException);
@@ -362,6 +362,24 @@ TEST(Jadro, WUzyciu) {
     EXPECT_EQ(Utworz<TZmieniana>()->TypPolaNr(9), TPoleInteger::KlasaStatyczna());
     dodana.SetTyp(TPoleDouble::KlasaStatyczna());
     EXPECT_EQ(obiekt->TypPolaNr(9), TPoleDouble::KlasaStatyczna());
+}
+
+// A host that goes from one kernel to another and back takes no memory for it.
+TEST(Jadro, DwaNaPrzemian) {
+    TWlasny<TJadroKlas> drugie = Utworz<TJadroKlas>();
+    const auto tamIZPowrotem = [&] {
+        for (TJadroKlas* jadro : {drugie.get(), static_cast<TJadroKlas*>(nullptr)}) {
+            UserKernel = jadro;
+            const auto obiekt = Utworz<TLukiPlus>();
+            obiekt->SetKod(u"x");
+            EXPECT_EQ(obiekt->NrPolaONazwie(u"Wazne"), 7);
+        }
+    };
+    tamIZPowrotem();
+    przydzialy::Zacznij();
+    for (int i = 0; i < 20; ++i)
+        tamIZPowrotem();
+    EXPECT_EQ(przydzialy::Zakoncz().zostalo, 0);
 }
 
 // --- interfaces

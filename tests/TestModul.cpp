@@ -164,9 +164,9 @@ TEST(Modul, ZyjaceObiektyGdyOdchodzi) {
             zostaja.pop_back();
         }
         if (slucha)
-            EXPECT_EQ(testy::TPowiadomienia::Tresci(),
-                      (std::vector<std::u16string>{
-                          u"UWAGA!\rModuł kończy się, a żyją jego obiekty:\rTZModulu: 2\r\n"}));
+            EXPECT_EQ(
+                testy::TPowiadomienia::Tresci(),
+                (std::vector<std::u16string>{u"UWAGA!\rModuł kończy się, a żyją jego obiekty:\rTZModulu: 2\r\n"}));
         else
             UstawPowiadomienie(poprzednia);
     }

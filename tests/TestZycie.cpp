@@ -8,10 +8,10 @@
 #include "tests/Bledy.h"
 #include "tests/StrumienieTestowe.h"
 #include "tests/Testy.h"
-#include "ztok/kernel/DeklaracjaObiektu.h"
-#include "ztok/kernel/TObiektTS.h"
 #include "ztok/fields/TZTParam.h"
+#include "ztok/kernel/DeklaracjaObiektu.h"
 #include "ztok/kernel/TJadroKlas.h"
+#include "ztok/kernel/TObiektTS.h"
 #include "ztok/lists/TKolekcjaObiektow.h"
 #include "ztok/lists/TListaWskObiektow.h"
 #include "ztok/platform/Pula.h"
@@ -119,7 +119,7 @@ TListaHakow* ListaNad(THak& o) {
 }
 THak* ObiektNad(THak& o) {
     return o.Rodzic() != nullptr && o.Rodzic()->JestKlasy(THak::KlasaStatyczna()) ? static_cast<THak*>(o.Rodzic())
-                                                                                : nullptr;
+                                                                                  : nullptr;
 }
 
 void Wypelnij(THak& o, int poziom) {
@@ -235,8 +235,14 @@ const TNazwane kOperacje[] = {
          const std::vector<TArgument> wartosci = {0};
          o.GetLista().UsunObiekty(pola, wartosci, rlRozmLiterWazny);
      }},
-    {"wpisanie", [](THak& o) { o.WpiszDane({0, 1, u"Dziecko.Nazwa"}, {u"x", 4, u"y"}); }},
-    {"inicjacja", [](THak& o) { o.Inicjuj({0, 1}, {u"x", 4}); }},
+    {"wpisanie",
+     [](THak& o) {
+         o.WpiszDane({0, 1, u"Dziecko.Nazwa"}, {u"x", 4, u"y"});
+     }},
+    {"inicjacja",
+     [](THak& o) {
+         o.Inicjuj({0, 1}, {u"x", 4});
+     }},
     {"podmiana pola", [](THak& o) { o.UstawPole(THak::nrDziecko, Utworz<THak>().Oddaj(), true); }},
     {"koniec", [](THak& o) { Zwolnij(&o); }},
 };
@@ -325,7 +331,8 @@ struct TNiewlasciwe {
 };
 
 const TNiewlasciwe kNiewlasciwe[] = {
-    {"ze stosu do listy", u"TListaHakow: obiekt klasy THak leży na stosie lub w innym obiekcie i nie może mieć właściciela",
+    {"ze stosu do listy",
+     u"TListaHakow: obiekt klasy THak leży na stosie lub w innym obiekcie i nie może mieć właściciela",
      [] {
          THak o;
          Utworz<TListaHakow>()->DodajObiekt(&o, 0);
@@ -335,7 +342,8 @@ const TNiewlasciwe kNiewlasciwe[] = {
          THak o;
          Utworz<THak>()->UstawPole(THak::nrDziecko, &o, true);
      }},
-    {"parametr do kolekcji", u"TKolekcjaObiektow: obiekt klasy TZTParam żyje według liczby odwołań i nie może mieć właściciela",
+    {"parametr do kolekcji",
+     u"TKolekcjaObiektow: obiekt klasy TZTParam żyje według liczby odwołań i nie może mieć właściciela",
      [] { Utworz<TKolekcjaObiektow>()->DodajObiekt(ZTParam({1}).get(), 0); }},
     {"zwolnienie ze stosu", u"obiekt klasy THak leży na stosie lub w innym obiekcie i nie można go zwolnić",
      [] {

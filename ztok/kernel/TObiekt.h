@@ -161,8 +161,8 @@ class ZTOK_API TObiekt : public TObiektBazowy {
 
   private:
     // These fill the base's last bytes.
-    std::uint8_t miejsca_ = 0;   // places for field objects in the block of the field array
-    std::uint8_t zajete_ = 0;    // how many of them were used
+    std::uint8_t miejsca_ = 0;       // places for field objects in the block of the field array
+    std::uint8_t zajete_ = 0;        // how many of them were used
     bool wyniesione_ : 1 = false;    // a field in one of them has left the object
     bool jestPoprzedni_ : 1 = false; // the first of them tells of an older block, whose field objects are alive
 

@@ -170,9 +170,7 @@ bool TObiektBazowy::MoznaZwolnic(EZwalniajacy kto, TPierwszyBlad& blad) const no
     return wolno;
 }
 
-void TObiektBazowy::BladGinie() const {
-    ZTErrorFmt(Komunikat(kmObiektGinie), {NazwaKlasy(), DajSciezkeDoSiebie()});
-}
+void TObiektBazowy::BladGinie() const { ZTErrorFmt(Komunikat(kmObiektGinie), {NazwaKlasy(), DajSciezkeDoSiebie()}); }
 
 bool TObiektBazowy::Zakoncz(EZwalniajacy kto, TPierwszyBlad& blad) noexcept {
     if (!TObiektBazowy::MoznaZwolnic(kto, blad))

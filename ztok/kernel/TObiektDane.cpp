@@ -406,7 +406,8 @@ void TObiekt::DajObiektyDoZapisu(TZapisywaczDanych& zapisywacz) const {
         }
 }
 
-// The field's object that takes part in the write; null when it does not. The class that is asked may change its fields.
+// The field's object that takes part in the write; null when it does not. The class that is asked may change its
+// fields.
 const TObiektBazowy* TObiekt::ObiektDoZapisu(int nrPola, const TZapisywaczDanych& zapisywacz) const {
     if (FPola[nrPola] == nullptr || (Stany()[nrPola] & spObiekt) == 0 || !PoleNiepuste(nrPola) ||
         (!zapisywacz.ZapisWszystkichPol && !PoleZapisywane(nrPola)))

@@ -315,8 +315,8 @@ class ZTOK_API TListaBazowa : public TObiektBazowy {
     enum ERodzajWyboru : std::uint8_t { rwyWszystkie, rwyMajace, rwyNieMajace, rwyBrakujace };
     bool PrzeniesWybrane(TListaBazowa& dane, TArgumenty pola, TArgumenty wartosci, TRozmiarLiter rozmLiter,
                          ERodzajWyboru wybor);
-    // The slot of an element that was there: callbacks may have moved it; -1 when it has left. The second nulls the slot
-    // of one that has just been freed; whether there was one.
+    // The slot of an element that was there: callbacks may have moved it; -1 when it has left. The second nulls the
+    // slot of one that has just been freed; whether there was one.
     [[nodiscard]] std::int32_t MiejsceElementu(std::int32_t gdzie, const TObiektBazowy* obiekt) const noexcept;
     bool NilujPoZwolnieniu(std::int32_t gdzie, const TObiektBazowy* obiekt) noexcept;
     void ZwiekszPojemnosc();

@@ -10,9 +10,7 @@ class ZTOK_API TListaObiektow : public TListaZObiektami {
     ZTOK_KLASA_DEKL(TListaObiektow)
     static constexpr std::uint32_t CechyKlasy = ckPole | ckObiektBazowy | ckLista | ckListaZObiektami | ckListaObiektow;
 
-    explicit TListaObiektow(TObiektBazowy* wlasciciel = nullptr) : TListaZObiektami(wlasciciel) {
-        jednorodna_ = true;
-    }
+    explicit TListaObiektow(TObiektBazowy* wlasciciel = nullptr) : TListaZObiektami(wlasciciel) { jednorodna_ = true; }
     ~TListaObiektow() override;
 
     // The item class of this list's class. EBladAbstrakcyjny when the class does not say.

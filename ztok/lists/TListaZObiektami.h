@@ -48,8 +48,8 @@ class ZTOK_API TListaZObiektami : public TListaBazowa {
         const TTworzenieCzesci tworzenie(*this);
         return TWlasny<TObiektBazowy>(static_cast<TObiektBazowy*>(utworz()));
     }
-    // Whether the list is one of pointers, some of them at elements of this list or their parts: what a copy of it, or a
-    // clearing of this list, would take from under it.
+    // Whether the list is one of pointers, some of them at elements of this list or their parts: what a copy of it, or
+    // a clearing of this list, would take from under it.
     [[nodiscard]] bool MaMojeElementy(const TListaBazowa& lista) const noexcept;
     // Frees the elements that the condition picks, from the last to the first; true when any was.
     template <class F> bool ZwolnijWgWarunku(F warunek, bool zachowajPojemnosc);

@@ -15,8 +15,9 @@ namespace ztok {
 
 const TKlasa* TObiektOgolny::KlasaStatyczna() noexcept {
     static constinit TStanKlasy stan;
-    static constinit const TKlasa klasa = {u"TObiektOgolny", nullptr, nullptr, 0,    kpInne, false, nullptr, nullptr,
-                                           nullptr, &ModulBiezacy, &stan, sizeof(TObiektOgolny)};
+    static constinit const TKlasa klasa = {u"TObiektOgolny", nullptr,       nullptr, 0,
+                                           kpInne,           false,         nullptr, nullptr,
+                                           nullptr,          &ModulBiezacy, &stan,   sizeof(TObiektOgolny)};
     return &klasa;
 }
 

@@ -22,8 +22,8 @@ class ZTOK_API TLicznikZagniezdzenia {
     TLicznikZagniezdzenia(const TLicznikZagniezdzenia&) = delete;
     TLicznikZagniezdzenia& operator=(const TLicznikZagniezdzenia&) = delete;
 
-    // Whether the test accepts the object that a watched walk of this thread is in; `najglebiej` tells the innermost one
-    // of each walk.
+    // Whether the test accepts the object that a watched walk of this thread is in; `najglebiej` tells the innermost
+    // one of each walk.
     using TPytanie = bool (*)(const TObiektOgolny& wUzyciu, bool najglebiej, const TObiektOgolny& obiekt) noexcept;
     [[nodiscard]] static bool WUzyciu(const TObiektOgolny& obiekt, TPytanie pytanie) noexcept {
         return czynne.load(std::memory_order_relaxed) != 0 && JestWUzyciu(obiekt, pytanie);
@@ -56,8 +56,8 @@ class ZTOK_API TLicznikZagniezdzenia {
 
 [[noreturn]] ZTOK_API void BladZagniezdzenia(const TObiektOgolny& obiekt, int granica);
 
-// One level for a scope; ZTException when it is one too many. A walk may be in two objects at once: that which is copied
-// or compared, too.
+// One level for a scope; ZTException when it is one too many. A walk may be in two objects at once: that which is
+// copied or compared, too.
 class TPoziom {
   public:
     TPoziom(TLicznikZagniezdzenia& licznik, const TObiektOgolny& obiekt, const TObiektOgolny* drugi = nullptr)
