@@ -165,8 +165,8 @@ bool PustyKrok(std::u16string_view sciezka) noexcept {
 // One selector of an operation.
 class TSelektor {
   public:
-    TSelektor(std::u16string_view operacja, const TArgument& selektor) : operacja_(operacja) {
-        numer_ = selektor.Tag() == TTag::Integer;
+    TSelektor(std::u16string_view operacja, const TArgument& selektor)
+        : operacja_(operacja), numer_(selektor.Tag() == TTag::Integer) {
         if (numer_)
             nr_ = static_cast<std::int16_t>(selektor.Calkowita());
         else if (selektor.JestNazwa())
@@ -192,7 +192,7 @@ class TSelektor {
 
   private:
     std::u16string_view operacja_;
-    bool numer_ = false;
+    bool numer_;
     int nr_ = CalyObiekt;
     std::u16string sciezka_;
 };
@@ -203,7 +203,7 @@ EOcena TSelektor::OcenElementy(const TListaBazowa& lista) const {
         return EOcena::Otwarta; // elements without fields of their own take a selector as they like
     const EOcena klasy = OcenKlasy(typ);
     if (klasy == EOcena::Dobra || lista.ListaPusta() ||
-        (klasy == EOcena::Zla && lista.Jednorodna() && (numer_ || sciezka_.find_first_of(u".[") == sciezka_.npos)))
+        (klasy == EOcena::Zla && lista.Jednorodna() && (numer_ || sciezka_.find_first_of(u".[") == std::u16string::npos)))
         return klasy;
     const TKlasa* poprzednia = nullptr; // a class that does not know the number says so once
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {

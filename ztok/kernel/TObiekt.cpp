@@ -438,9 +438,8 @@ void TObiekt::UsunPole(TPole* pole, std::uint8_t stan) noexcept {
 }
 
 bool TObiekt::MaCzesciWPolach() const noexcept {
-    const std::uint8_t* stany = FPola == nullptr ? nullptr : Stany();
     for (int nr = 0; nr < ilePol_; ++nr)
-        if ((stany[nr] & spObiekt) != 0 && FPola[nr] != nullptr &&
+        if (FPola[nr] != nullptr && (Stany()[nr] & spObiekt) != 0 &&
             FPola[nr]->Klasa()->Ma(ckObiekt | ckListaZObiektami | ckTablica))
             return true;
     return false;

@@ -322,11 +322,10 @@ std::int32_t TListaRefObiektow::UsunDziury() noexcept {
 
 void TListaRefObiektow::ZerujRefDo(TObiektBazowy* cel) {
     constexpr std::int32_t kKrotka = 64; // closes up at once
-    if (cel == nullptr || FIleObiektow <= kKrotka || Klasa() != KlasaStatyczna())
-        TListaWskObiektow::ZerujRefDo(cel);
-    else if (!MaDziury() && !powtorki_ && FObiekty[FIleObiektow - 1] == cel)
+    const bool zDziurami = cel != nullptr && FIleObiektow > kKrotka && Klasa() == KlasaStatyczna();
+    if (zDziurami && !MaDziury() && !powtorki_ && FObiekty[FIleObiektow - 1] == cel)
         UsunObiekt(FIleObiektow - 1, false, false); // elements often die from the last to the first
-    else if (ZostawDziury(cel))
+    else if (zDziurami && ZostawDziury(cel))
         cel->ZwolnijRefOd(this);
     else
         TListaWskObiektow::ZerujRefDo(cel);

@@ -33,7 +33,7 @@ class TRozneElementy : private TPrzejscie {
                                                 std::vector<const TObiektBazowy*>* cele = nullptr);
 
     [[nodiscard]] bool SaRowne(const TObiektBazowy& a, const TObiektBazowy& b) const;
-    [[nodiscard]] bool Ma(const TObiektBazowy& element) const { return elementy_.count({&element, -1}) != 0; }
+    [[nodiscard]] bool Ma(const TObiektBazowy& element) const { return elementy_.contains({&element, -1}); }
     // Whether an object of the model has died since: those that were added may be gone.
     [[nodiscard]] bool Zginal() const noexcept { return zginal_; }
     // Position of the equal element that was added before, or -1: it is added then.

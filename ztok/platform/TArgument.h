@@ -153,7 +153,7 @@ class ZTOK_API TArgument {
 // Such a list lives until the end of the call: a view of one is for parameters alone.
 template <class T> class TCiag : public std::span<const T> {
   public:
-    using std::span<const T>::span;
+    using std::span<const T>::span; // NOLINT(modernize-use-equals-default): taken for a constructor of its own
     constexpr TCiag() noexcept = default;
     constexpr TCiag(std::span<const T> ciag) noexcept : std::span<const T>(ciag) {}
     constexpr TCiag(std::initializer_list<T> lista) noexcept : std::span<const T>(lista.begin(), lista.size()) {}
