@@ -203,7 +203,8 @@ EOcena TSelektor::OcenElementy(const TListaBazowa& lista) const {
         return EOcena::Otwarta; // elements without fields of their own take a selector as they like
     const EOcena klasy = OcenKlasy(typ);
     if (klasy == EOcena::Dobra || lista.ListaPusta() ||
-        (klasy == EOcena::Zla && lista.Jednorodna() && (numer_ || sciezka_.find_first_of(u".[") == std::u16string::npos)))
+        (klasy == EOcena::Zla && lista.Jednorodna() &&
+         (numer_ || sciezka_.find_first_of(u".[") == std::u16string::npos)))
         return klasy;
     const TKlasa* poprzednia = nullptr; // a class that does not know the number says so once
     for (std::int32_t i = 0; i < lista.IleObiektow(); ++i) {
